@@ -1,0 +1,30 @@
+# Adds a ring of the house. A ring that a partial checkout lacks is named, not silently dropped.
+function(veldran_add_ring directory)
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${directory}/CMakeLists.txt)
+        add_subdirectory(${directory})
+    else()
+        message(STATUS "ring ${directory} is not present")
+    endif()
+endfunction()
+
+# What every target of the house shares: the include root and the warnings.
+function(veldran_target target)
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+    veldran_warnings(${target})
+endfunction()
+
+# One test binary per library: veldran_test(<name> SOURCES <file>... LIBS <library>...).
+# Each test of the binary is a ctest test of its own, named "<binary>.<Suite>.<Sentence>".
+function(veldran_test name)
+    cmake_parse_arguments(ARG "QT_OFFSCREEN" "" "SOURCES;LIBS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    veldran_target(${name})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE VELDRAN_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+                                               VELDRAN_BINARY_DIR="${CMAKE_BINARY_DIR}")
+    set(properties TIMEOUT 300)
+    if(ARG_QT_OFFSCREEN)
+        list(APPEND properties ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    endif()
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+endfunction()
