@@ -6,7 +6,9 @@
 
 namespace veldran {
 
-constexpr char toLowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr char toLowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 /// Names of columns, parameters, keys and files' entries are ASCII and blind to case.
 inline bool equalsIgnoringAsciiCase(std::string_view a, std::string_view b) {

@@ -30,7 +30,9 @@ struct Decimal {
 using VariantBool = std::int16_t;
 inline constexpr VariantBool variantTrue = -1;
 inline constexpr VariantBool variantFalse = 0;
-constexpr VariantBool toVariantBool(bool value) { return value ? variantTrue : variantFalse; }
+constexpr VariantBool toVariantBool(bool value) {
+    return value ? variantTrue : variantFalse;
+}
 
 /// A value that crosses a boundary untyped: a field of a record, a parameter, a variant of the host contract.
 /// Text is UTF-8. NULL (`isNull`) is the database's NULL and the host's empty variant alike.
@@ -63,7 +65,8 @@ public:
     std::int64_t toInteger() const;
     std::int32_t toInt32() const;
     std::int16_t toInt16() const;
-    /// Any number other than 0 is true. \throws std::invalid_argument for NULL and for text that is not a number.
+    /// Any number other than 0 is true. \throws std::invalid_argument for NULL and for text that is not a
+    /// number.
     bool toBool() const;
 
     /// Same kind and same content; text is compared as it stands.
@@ -77,7 +80,8 @@ private:
 std::string_view withoutTrailingBlanks(std::string_view text);
 /// Null-safe text: the value as text without trailing blanks, NULL giving "".
 std::string nullSafeText(const Value& value);
-/// Null-safe number: the null-safe text as a number, "" giving 0. \throws std::invalid_argument for other text.
+/// Null-safe number: the null-safe text as a number, "" giving 0. \throws std::invalid_argument for other
+/// text.
 double nullSafeNumber(const Value& value);
 /// Value-or-default: `fallback` for an empty, NULL or blank value, else the value itself.
 Value valueOrDefault(const Value& value, const Value& fallback);

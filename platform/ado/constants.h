@@ -35,7 +35,12 @@ enum ObjectStateEnum { adStateClosed = 0, adStateOpen = 1 };
 
 enum CursorTypeEnum { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
 
-enum LockTypeEnum { adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3, adLockBatchOptimistic = 4 };
+enum LockTypeEnum {
+    adLockReadOnly = 1,
+    adLockPessimistic = 2,
+    adLockOptimistic = 3,
+    adLockBatchOptimistic = 4
+};
 
 enum CursorLocationEnum { adUseServer = 2, adUseClient = 3 };
 
@@ -45,13 +50,7 @@ enum EditModeEnum { adEditNone = 0, adEditInProgress = 1, adEditAdd = 2, adEditD
 
 enum AffectEnum { adAffectCurrent = 1, adAffectGroup = 2, adAffectAll = 3, adAffectAllChapters = 4 };
 
-enum RecordStatusEnum {
-    adRecOK = 0,
-    adRecNew = 1,
-    adRecModified = 2,
-    adRecDeleted = 4,
-    adRecUnmodified = 8
-};
+enum RecordStatusEnum { adRecOK = 0, adRecNew = 1, adRecModified = 2, adRecDeleted = 4, adRecUnmodified = 8 };
 
 enum FilterGroupEnum { adFilterNone = 0, adFilterPendingRecords = 1 };
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-/// What a database adapter implements. Everything above it (connections, commands, recordsets, batch writes) is
-/// written once. Every function that touches the database throws AdoError and leaves the session usable.
+/// What a database adapter implements. Everything above it (connections, commands, recordsets, batch writes)
+/// is written once. Every function that touches the database throws AdoError and leaves the session usable.
 namespace veldran::ado {
 
 /// How a parameter is declared to the database.
@@ -34,8 +34,8 @@ struct ExecuteSettings {
 };
 
 struct StatementResult {
-    std::unique_ptr<RowSet> rows;    ///< the first result that has columns; empty when there is none
-    std::int64_t rowsAffected = -1;  ///< of the last statement that counts rows; -1 when none does
+    std::unique_ptr<RowSet> rows;   ///< the first result that has columns; empty when there is none
+    std::int64_t rowsAffected = -1; ///< of the last statement that counts rows; -1 when none does
 };
 
 /// A text command parsed and planned once, executed many times on the session that prepared it.

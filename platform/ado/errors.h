@@ -8,11 +8,11 @@ namespace veldran::ado {
 
 /// One error or message of the database, as `Connection::Errors` lists it.
 struct Error {
-    int Number = 0;           ///< the number an error handler sees; SQL Server's where it has one
-    std::string Source;       ///< the part that found the error, e.g. the driver's name
-    std::string Description;  ///< text for the user
-    std::string SQLState;     ///< five characters
-    int NativeError = 0;      ///< the database's own number
+    int Number = 0;          ///< the number an error handler sees; SQL Server's where it has one
+    std::string Source;      ///< the part that found the error, e.g. the driver's name
+    std::string Description; ///< text for the user
+    std::string SQLState;    ///< five characters
+    int NativeError = 0;     ///< the database's own number
 };
 
 using Errors = std::vector<Error>;

@@ -20,8 +20,8 @@ struct ColumnInfo {
     std::uint8_t scale = 0;
     bool nullable = true;
     bool identity = false;
-    bool key = false;        ///< part of the base table's primary key
-    std::string baseTable;   ///< empty when the column is computed or the driver cannot tell
+    bool key = false;      ///< part of the base table's primary key
+    std::string baseTable; ///< empty when the column is computed or the driver cannot tell
     std::string baseColumn;
 };
 
@@ -35,7 +35,9 @@ public:
     /// Index of a column by name, blind to case.
     std::optional<std::size_t> indexOf(std::string_view name) const;
 
-    const Value& cell(std::size_t row, std::size_t column) const { return cells_[row * columns_.size() + column]; }
+    const Value& cell(std::size_t row, std::size_t column) const {
+        return cells_[row * columns_.size() + column];
+    }
     Value& cell(std::size_t row, std::size_t column) { return cells_[row * columns_.size() + column]; }
 
     /// Appends the next cell of the row being read; a row is complete after `columns().size()` cells.

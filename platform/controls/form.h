@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/controls/container.h"
+
+#include <cstdint>
+
+namespace veldran::controls {
+
+/// Values of `WindowState` in the host contract.
+enum FormWindowState : std::int16_t { windowNormal = 0, windowMinimized = 1, windowMaximized = 2 };
+
+/// A form as the host's windows see it: caption, controls by name, focus, and the life of its window
+/// (load, activate, query unload, unload). A window service shows it; a view draws its controls.
+class Form : public Container {
+public:
+    explicit Form(std::string name);
+    ~Form() override;
+
+    FormWindowState WindowState() const { return windowState_; }
+    void SetWindowState(FormWindowState state);
+    std::int32_t Top() const { return top_; }   ///< twips
+    std::int32_t Left() const { return left_; } ///< twips
+    void SetPosition(std::int32_t top, std::int32_t left);
+
+    /// The control of that name anywhere in the form, blind to case; nullptr when there is none.
+    Control* FindControl(std::string_view name) const;
+    Control* ActiveControl() const { return active_; }
+    /// Moves the focus: `LostFocus` of the old control, then `GotFocus` of the new one, then `FocusMoved`.
+    /// The view calls it when the user moves the focus; `Control::SetFocus` calls it for the code.
+    void MoveFocusTo(Control* control);
+
+    bool IsLoaded() const { return loaded_; }
+    /// Called once by the window service before the form is first shown.
+    void Load();
+    /// Called by the window service whenever the form's window becomes the active one.
+    void Activate();
+    /// Asks whether the form may close, and unloads it when it may. The window service calls it when the user
+    /// closes the window, the form's own code when it unloads itself.
+    /// \return false when the close was refused; nothing is released then.
+    bool Unload();
+    /// The form sees keys before its controls do. \return true when consumed.
+    bool FormKeyDownFromView(int keyCode, int shift);
+
+    mutable Event<> Loaded;
+    mutable Event<> Activated;
+    mutable Event<bool&> QueryUnload; ///< set the argument to true to refuse
+    mutable Event<> Unloading;        ///< the form releases what it holds
+    mutable Event<> Unloaded;         ///< the window is to go away; raised last
+    mutable Event<Control*> FocusMoved;
+    mutable Event<KeyEvent&> FormKeyDown;
+
+private:
+    friend class Control;
+    void forget(Control& control);
+
+    FormWindowState windowState_ = windowNormal;
+    std::int32_t top_ = 0;
+    std::int32_t left_ = 0;
+    Control* active_ = nullptr;
+    bool loaded_ = false;
+    bool unloading_ = false;
+};
+
+} // namespace veldran::controls

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "platform/controls/tree_node.h"
+
+#include <functional>
+
+namespace veldran::controls {
+
+enum TreeHitFlags {
+    treeHitNone = 0,
+    treeHitIcon = 2,
+    treeHitLabel = 4,
+    treeHitButton = 16,
+    treeHitStateIcon = 64
+};
+
+/// What lies under a point of the tree.
+struct TreeHit {
+    TreeNode* node = nullptr;
+    int flags = treeHitNone;
+};
+
+/// What a view of the tree is told. Additions are told once per parent when the redraw lock is released,
+/// removals at once, so that a view never holds a node that is gone.
+class TreeViewObserver {
+public:
+    virtual ~TreeViewObserver() = default;
+    /// Children `first` .. `first + count - 1` of `parent` (nullptr: roots) were appended and are already
+    /// there.
+    virtual void childrenAppended(TreeNode* parent, int first, int count) = 0;
+    virtual void beforeRemove(TreeNode& node) = 0;
+    virtual void afterRemove() = 0;
+    virtual void beforeClear() = 0;
+    virtual void afterClear() = 0;
+    /// Text, image, check box, bold or colour.
+    virtual void nodeChanged(TreeNode& node) = 0;
+    virtual void expandedChanged(TreeNode& node) = 0;
+    virtual void selectionChanged(TreeNode* node) = 0;
+    virtual void scrollTo(TreeNode& node) = 0;
+    virtual void refresh() = 0;
+    virtual void redrawLocked(bool locked) = 0;
+};
+
+/// A tree with check boxes, filled on demand. Owns its nodes.
+class TreeView final : public Control {
+public:
+    TreeView(Container& parent, std::string name);
+    ~TreeView() override;
+
+    /// Appends a child of `parent`, or a root when it is nullptr.
+    TreeNode& Add(TreeNode* parent, std::string key, std::string text = {}, int image = 0,
+                  int selectedImage = 0);
+    void Remove(TreeNode& node);
+    void Clear();
+    int RootCount() const { return root_.Children(); }
+    TreeNode* FirstRoot() const { return root_.Child(); }
+    TreeNode* RootAt(int index) const { return root_.ChildAt(index); }
+
+    TreeNode* SelectedItem() const { return selected_; }
+    /// Selects by code: no `NodeClick`.
+    void SetSelectedItem(TreeNode* node);
+    /// Expands the ancestors (raising `Expand` for each that was collapsed) and scrolls to the node.
+    void EnsureVisible(TreeNode& node);
+    void Refresh();
+
+    /// Sets the expanded state and raises `Expand` or `Collapse` when it changes and the node has children.
+    void SetExpanded(TreeNode& node, bool expanded);
+
+    /// What the user does, reported by the view (or by a test).
+    void SelectFromView(TreeNode& node); ///< selects and raises `NodeClick`
+    void CheckFromView(TreeNode& node);  ///< toggles the check box and raises `NodeCheck`
+    void MouseDownFromView(const MouseEvent& event) { MouseDown.raise(event); }
+    void MouseUpFromView(const MouseEvent& event) { MouseUp.raise(event); }
+    void DblClickFromView() { DblClick.raise(); }
+
+    /// Hit test at a point in pixels; the view installs how. Nothing is hit while no view is attached.
+    using HitTester = std::function<TreeHit(int x, int y)>;
+    void SetHitTester(HitTester tester) { hitTester_ = std::move(tester); }
+    TreeHit HitTest(int x, int y) const { return hitTester_ ? hitTester_(x, y) : TreeHit{}; }
+
+    /// At most one view observes; nullptr detaches it.
+    void SetObserver(TreeViewObserver* observer) { observer_ = observer; }
+
+    mutable Event<TreeNode&> Expand;
+    mutable Event<TreeNode&> Collapse;
+    mutable Event<TreeNode&> NodeClick;
+    mutable Event<TreeNode&> NodeCheck;
+    mutable Event<const MouseEvent&> MouseDown;
+    mutable Event<const MouseEvent&> MouseUp;
+    mutable Event<> DblClick;
+
+private:
+    friend class TreeNode;
+    friend class TreeRedrawLock;
+    void nodeChanged(TreeNode& node);
+    void appended(TreeNode* parent, int index);
+    void lockRedraw();
+    void unlockRedraw() noexcept;
+
+    struct PendingAppend {
+        TreeNode* parent;
+        int first;
+        int count;
+    };
+
+    TreeNode root_; ///< never shown; parent of the roots
+    TreeNode* selected_ = nullptr;
+    HitTester hitTester_;
+    TreeViewObserver* observer_ = nullptr;
+    int locks_ = 0;
+    std::vector<PendingAppend> pending_;
+};
+
+/// Holds back the tree's painting while it lives.
+class TreeRedrawLock {
+public:
+    explicit TreeRedrawLock(TreeView& tree) : tree_(tree) { tree_.lockRedraw(); }
+    ~TreeRedrawLock() { tree_.unlockRedraw(); }
+    TreeRedrawLock(const TreeRedrawLock&) = delete;
+    TreeRedrawLock& operator=(const TreeRedrawLock&) = delete;
+
+private:
+    TreeView& tree_;
+};
+
+} // namespace veldran::controls

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldran::ado {
+class Connection;
+}
+
+namespace veldran::services {
+
+/// How a code is cut into groups: each group is a run of the code's characters, 0-based.
+struct CodeStructure {
+    struct Group {
+        int start = 0;
+        int length = 0;
+    };
+    int codeLength = 0; ///< characters; 0: codes have no structure and are taken as typed
+    std::vector<Group> groups;
+
+    /// The groups of `code` joined by "/".
+    std::string display(std::string_view code) const;
+    /// The code that `typed` stands for: a display form with "/" has each group filled with zeros on its
+    /// left, a run of digits is filled with zeros on its right; any other text is returned trimmed.
+    std::string codeOf(std::string_view typed) const;
+};
+
+/// The lists a code can come from.
+enum class LookupKind { ContiCoge, Causali, ContiCoin, VociDiSpesa };
+
+/// What a code field asks: filled by the form in its `StartDecode` and `StartLookup` handlers.
+struct LookupRequest {
+    LookupKind kind = LookupKind::ContiCoge;
+    std::string code;                            ///< as typed; for a list, where it opens
+    std::string title;                           ///< of the list
+    std::shared_ptr<ado::Connection> connection; ///< the form's own; the service reads through it
+    std::string connectionString;
+    std::string ditta;    ///< company code
+    std::int32_t pdc = 0; ///< chart the codes belong to
+    CodeStructure structure;
+    std::optional<std::int32_t> tipologie; ///< bitmask of allowed account kinds; none: no restriction
+    std::string restriction;               ///< said in the list: why it does not show everything
+};
+
+struct LookupChoice {
+    std::string code;
+    std::string description;
+};
+
+/// The host's lookup-and-decode service. Both calls run on the caller's thread; a database failure is an
+/// AdoError.
+class LookupService {
+public:
+    virtual ~LookupService() = default;
+    /// The description of `request.code`; none when the code is unknown.
+    virtual std::optional<std::string> Decode(const LookupRequest& request) = 0;
+    /// Shows the list; none when the user leaves it without choosing.
+    virtual std::optional<LookupChoice> Choose(const LookupRequest& request) = 0;
+};
+
+} // namespace veldran::services
