@@ -4,9 +4,21 @@ namespace veldran::ado {
 
 // Names and numbers are those of ActiveX Data Objects 2.6: hosts, scripts and traces speak in them.
 
-enum CommandTypeEnum { adCmdText = 1, adCmdTable = 2, adCmdStoredProc = 4, adCmdUnknown = 8 };
+enum CommandTypeEnum {
+    adCmdUnspecified = -1,
+    adCmdText = 1,
+    adCmdTable = 2,
+    adCmdStoredProc = 4,
+    adCmdUnknown = 8
+};
 
 enum ExecuteOptionEnum { adOptionUnspecified = -1, adExecuteNoRecords = 0x80 };
+
+constexpr int operator|(CommandTypeEnum type, ExecuteOptionEnum option) {
+    return static_cast<int>(type) | static_cast<int>(option);
+}
+
+enum ConnectOptionEnum { adConnectUnspecified = -1 };
 
 enum DataTypeEnum {
     adEmpty = 0,
@@ -33,7 +45,13 @@ enum ParameterDirectionEnum {
 
 enum ObjectStateEnum { adStateClosed = 0, adStateOpen = 1 };
 
-enum CursorTypeEnum { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
+enum CursorTypeEnum {
+    adOpenUnspecified = -1,
+    adOpenForwardOnly = 0,
+    adOpenKeyset = 1,
+    adOpenDynamic = 2,
+    adOpenStatic = 3
+};
 
 enum LockTypeEnum {
     adLockReadOnly = 1,
@@ -70,5 +88,15 @@ enum ErrorValueEnum {
     adErrInvalidParamInfo = 3708,
     adErrInvalidConnection = 3709
 };
+
+/// Numbers of the provider's own errors (HRESULTs) that the object model raises in the provider's place.
+enum ProviderErrorEnum {
+    adErrConcurrencyViolation = -2147217864, ///< a row was changed or deleted by somebody else
+    adErrTransactionExists = -2147168237,    ///< only one transaction can be active on a session
+    adErrNoTransaction = -2147168242         ///< no transaction is active
+};
+
+/// SQL Server's numbers for values that do not fit, raised before the value is sent.
+enum ValueErrorEnum { sqlErrOverflow = 8115, sqlErrTextTooLong = 8152 };
 
 } // namespace veldran::ado

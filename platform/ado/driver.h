@@ -21,16 +21,22 @@ struct ParameterInfo {
     int size = 0; ///< characters; 0 for types of fixed size
     std::uint8_t precision = 0;
     std::uint8_t scale = 0;
+
+    friend bool operator==(const ParameterInfo&, const ParameterInfo&) = default;
 };
 
 struct BoundParameter {
     ParameterInfo info;
     Value value;
+
+    friend bool operator==(const BoundParameter&, const BoundParameter&) = default;
 };
 
 struct ExecuteSettings {
     int commandTimeout = 30; ///< seconds; 0 is no limit
     bool wantsRows = true;   ///< false: rows, if the statement yields any, may be dropped unread
+
+    friend bool operator==(const ExecuteSettings&, const ExecuteSettings&) = default;
 };
 
 struct StatementResult {
