@@ -54,6 +54,7 @@ enum CursorTypeEnum {
 };
 
 enum LockTypeEnum {
+    adLockUnspecified = -1,
     adLockReadOnly = 1,
     adLockPessimistic = 2,
     adLockOptimistic = 3,
