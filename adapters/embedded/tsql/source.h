@@ -42,6 +42,7 @@ enum class SyntaxErrorNumber : int {
     IncorrectSyntaxNearKeyword = 156,
     NestedTooDeeply = 191,
     ConditionExpected = 4145,
+    DifferentRowLengths = 10709,
 };
 
 // A text that is not a statement of the language. `what()` is an Italian sentence for the user that quotes

@@ -1,0 +1,16 @@
+#include "adapters/embedded/tsql/parser.h"
+
+#include "adapters/embedded/tsql/grammar.h"
+#include "adapters/embedded/tsql/lexer.h"
+
+namespace veldran::tsql {
+
+Batch parseBatch(std::string_view text, const SourcePosition& origin) {
+    return Grammar(TokenStream(tokenize(text, origin))).batch();
+}
+
+Expression parseExpression(std::string_view text) {
+    return Grammar(TokenStream(tokenize(text))).loneExpression();
+}
+
+} // namespace veldran::tsql
