@@ -3,6 +3,7 @@
 #include "platform/event.h"
 #include "platform/value.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -79,7 +80,7 @@ public:
     /// Makes this the form's active control; does nothing when it cannot take the focus.
     void SetFocus();
 
-    /// The view reports a key before it acts on it.
+    /// The view reports a key before it acts on it. The form sees the key first, then the control.
     /// \return true when a handler consumed the key.
     bool KeyDownFromView(int keyCode, int shift);
 
@@ -88,7 +89,15 @@ public:
     mutable Event<> LostFocus;
     mutable Event<KeyEvent&> KeyDown;
 
+protected:
+    explicit Control(std::string name); ///< the form has no parent
+    /// Expires when the control is gone: a routine that raises an event asks it before it goes on.
+    std::weak_ptr<const bool> lifeline() const { return life_; }
+
 private:
+    void lostReach();
+
+    std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true); // shared only to be watched
     Container* parent_;
     std::string name_;
     std::string caption_;

@@ -19,7 +19,8 @@ public:
     void Clear();
     void AddItem(std::string text, std::int32_t itemData);
     int ListIndex() const { return index_; } ///< 0-based; -1 while nothing is chosen
-    void SetListIndex(int index);            ///< raises `Click`, as the control does for code and user alike
+    /// Raises `Click`, as the control does for code and user alike. \throws std::out_of_range
+    void SetListIndex(int index);
     std::string Text() const {
         return index_ < 0 ? std::string() : items_[static_cast<std::size_t>(index_)].text;
     }

@@ -26,7 +26,8 @@ public:
     Control* FindControl(std::string_view name) const;
     Control* ActiveControl() const { return active_; }
     /// Moves the focus: `LostFocus` of the old control, then `GotFocus` of the new one, then `FocusMoved`.
-    /// The view calls it when the user moves the focus; `Control::SetFocus` calls it for the code.
+    /// The view calls it when the user moves the focus; `Control::SetFocus` calls it for the code. A control
+    /// that cannot take the focus is not given it; nullptr leaves the form without an active control.
     void MoveFocusTo(Control* control);
 
     bool IsLoaded() const { return loaded_; }
@@ -36,7 +37,8 @@ public:
     void Activate();
     /// Asks whether the form may close, and unloads it when it may. The window service calls it when the user
     /// closes the window, the form's own code when it unloads itself.
-    /// \return false when the close was refused; nothing is released then.
+    /// \return false when the close was refused, and while an unload is already under way; nothing is
+    /// released then.
     bool Unload();
     /// The form sees keys before its controls do. \return true when consumed.
     bool FormKeyDownFromView(int keyCode, int shift);
@@ -57,6 +59,8 @@ private:
     std::int32_t top_ = 0;
     std::int32_t left_ = 0;
     Control* active_ = nullptr;
+    Control* target_ = nullptr; ///< of a focus move under way
+    unsigned moves_ = 0;        ///< a handler's own focus move overtakes the one that called it
     bool loaded_ = false;
     bool unloading_ = false;
 };

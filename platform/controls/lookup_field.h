@@ -3,6 +3,8 @@
 #include "platform/controls/control.h"
 #include "platform/services/lookup.h"
 
+#include <exception>
+
 namespace veldran::controls {
 
 /// A code field served by the host: it decodes what was typed when it is left, and opens a list to pick from.
@@ -13,7 +15,8 @@ public:
     using Control::Control;
 
     const std::string& Text() const { return text_; }
-    void SetText(std::string text); ///< by code: nothing is decoded
+    /// By code: nothing is decoded, neither now nor when the field is left.
+    void SetText(std::string text);
     /// The description of the decoded code; empty while the code is empty or unknown.
     const std::string& Description() const { return description_; }
     /// True when the text was decoded and found.
@@ -29,24 +32,32 @@ public:
     /// The service that decodes and lists; borrowed from the host, nullptr detaches the field.
     void SetLookupService(services::LookupService* service) { service_ = service; }
 
-    /// What the user does, reported by the view.
+    /// What the user does, reported by the view. A failure of the lookup service is told by `Failed`; where
+    /// nobody listens, the exception goes on to the caller.
     void TypeFromView(std::string text); ///< raises `Change`
-    void LeaveFromView();                ///< decodes when the text changed since the last decode
+    void LeaveFromView();                ///< decodes when the user changed the text since the last decode
     void LookupFromView();               ///< opens the list; a choice is typed and decoded
 
-    /// Decodes the text now. \return IsValidItem()
+    /// Decodes the text now: it becomes the code it stands for, and `AfterItem` is raised.
+    /// \return IsValidItem()
+    /// \throws what the lookup service throws; the field then holds a code that is not valid.
     bool Decode();
 
     mutable Event<> Change;
     mutable Event<services::LookupRequest&> StartDecode;
     mutable Event<services::LookupRequest&> StartLookup;
-    mutable Event<> AfterItem; ///< a decode has ended, found or not
+    mutable Event<> AfterItem;                   ///< a decode has ended, found or not
+    mutable Event<const std::exception&> Failed; ///< the lookup service failed while serving the user
 
 private:
+    template<class Action>
+    void serveUser(Action action);
+    void forgetItem();
+
     std::string text_;
-    std::string decodedText_;
     std::string description_;
     bool valid_ = false;
+    bool typed_ = false; ///< by the user since the last decode
     bool lookupEnabled_ = true;
     int maxLength_ = 0;
     services::CodeStructure structure_;

@@ -48,6 +48,9 @@ public:
     int Children() const { return static_cast<int>(children_.size()); }
     TreeNode* ChildAt(int index) const { return children_[static_cast<std::size_t>(index)].get(); }
     int IndexInParent() const { return index_; } ///< 0-based
+    /// How many of the children the tree's observer knows: fewer than `Children` while additions are held
+    /// back.
+    int ShownChildren() const { return shown_; }
 
     NodeTag* Tag() const { return tag_.get(); }
     void SetTag(std::unique_ptr<NodeTag> tag) { tag_ = std::move(tag); }
@@ -64,6 +67,7 @@ private:
     std::string text_;
     std::int32_t foreColor_ = 0;
     int index_ = 0;
+    int shown_ = 0;
     std::int16_t image_;
     std::int16_t selectedImage_;
     bool checked_ = false;

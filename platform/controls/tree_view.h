@@ -10,7 +10,9 @@ enum TreeHitFlags {
     treeHitNone = 0,
     treeHitIcon = 2,
     treeHitLabel = 4,
+    treeHitIndent = 8,
     treeHitButton = 16,
+    treeHitRight = 32, ///< beyond the label
     treeHitStateIcon = 64
 };
 
@@ -25,9 +27,10 @@ struct TreeHit {
 class TreeViewObserver {
 public:
     virtual ~TreeViewObserver() = default;
-    /// Children `first` .. `first + count - 1` of `parent` (nullptr: roots) were appended and are already
-    /// there.
-    virtual void childrenAppended(TreeNode* parent, int first, int count) = 0;
+    /// Children `first` .. `first + count - 1` of `parent` (nullptr: roots) are about to be shown, with all
+    /// that is below them; `ShownChildren` of the parent counts them from here to `afterAppend`'s call.
+    virtual void beforeAppend(TreeNode* parent, int first, int count) = 0;
+    virtual void afterAppend(TreeNode* parent, int first, int count) = 0;
     virtual void beforeRemove(TreeNode& node) = 0;
     virtual void afterRemove() = 0;
     virtual void beforeClear() = 0;
@@ -63,7 +66,8 @@ public:
     void EnsureVisible(TreeNode& node);
     void Refresh();
 
-    /// Sets the expanded state and raises `Expand` or `Collapse` when it changes and the node has children.
+    /// Opens or closes a node that has children and raises `Expand` or `Collapse` when its state changes. A
+    /// selection that a closing node would hide moves to that node, raising `NodeClick`.
     void SetExpanded(TreeNode& node, bool expanded);
 
     /// What the user does, reported by the view (or by a test).
@@ -78,8 +82,10 @@ public:
     void SetHitTester(HitTester tester) { hitTester_ = std::move(tester); }
     TreeHit HitTest(int x, int y) const { return hitTester_ ? hitTester_(x, y) : TreeHit{}; }
 
-    /// At most one view observes; nullptr detaches it.
-    void SetObserver(TreeViewObserver* observer) { observer_ = observer; }
+    /// At most one view observes; nullptr detaches it. A new observer finds every node shown.
+    void SetObserver(TreeViewObserver* observer);
+    /// Children of `parent` (nullptr: roots) that the observer knows.
+    int ShownChildren(const TreeNode* parent) const { return (parent ? *parent : root_).ShownChildren(); }
 
     mutable Event<TreeNode&> Expand;
     mutable Event<TreeNode&> Collapse;
@@ -92,23 +98,23 @@ public:
 private:
     friend class TreeNode;
     friend class TreeRedrawLock;
+    class NodeWatch;
     void nodeChanged(TreeNode& node);
-    void appended(TreeNode* parent, int index);
+    bool isShown(const TreeNode& node) const;
+    void showAppended(TreeNode& parent);
+    void showAllAppended();
+    void forgetBelow(const TreeNode* node); ///< nullptr: every node
+    void dropNodes();
     void lockRedraw();
     void unlockRedraw() noexcept;
-
-    struct PendingAppend {
-        TreeNode* parent;
-        int first;
-        int count;
-    };
 
     TreeNode root_; ///< never shown; parent of the roots
     TreeNode* selected_ = nullptr;
     HitTester hitTester_;
     TreeViewObserver* observer_ = nullptr;
     int locks_ = 0;
-    std::vector<PendingAppend> pending_;
+    std::vector<TreeNode*> pending_; ///< parents with children that the observer does not know yet
+    std::shared_ptr<std::vector<NodeWatch*>> watches_; // shared with the watches, which may outlive the tree
 };
 
 /// Holds back the tree's painting while it lives.

@@ -1,0 +1,7 @@
+#include "platform/controls/container.h"
+
+namespace veldran::controls {
+
+Container::Container(Root, std::string name) : Control(std::move(name)) {}
+
+} // namespace veldran::controls

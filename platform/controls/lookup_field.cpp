@@ -1,0 +1,155 @@
+#include "platform/controls/lookup_field.h"
+
+#include <utility>
+
+namespace veldran::controls {
+
+namespace {
+
+/// The first `characters` characters of UTF-8 `text`; 0 is no limit.
+std::string limited(std::string text, int characters) {
+    if (characters <= 0) {
+        return text;
+    }
+    int count = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool startsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
+        if (startsCharacter && ++count > characters) {
+            text.resize(i);
+            break;
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+void LookupField::forgetItem() {
+    description_.clear();
+    valid_ = false;
+}
+
+void LookupField::SetText(std::string text) {
+    typed_ = false;
+    text = limited(std::move(text), maxLength_);
+    if (text != text_) {
+        text_ = std::move(text);
+        forgetItem();
+        Changed.raise();
+    }
+}
+
+void LookupField::SetMaxLength(int characters) {
+    if (characters != maxLength_) {
+        maxLength_ = characters;
+        Changed.raise();
+    }
+}
+
+void LookupField::SetLookupEnabled(bool enabled) {
+    if (enabled != lookupEnabled_) {
+        lookupEnabled_ = enabled;
+        Changed.raise();
+    }
+}
+
+void LookupField::SetCodeStructure(services::CodeStructure structure) {
+    structure_ = std::move(structure);
+    Changed.raise();
+}
+
+void LookupField::TypeFromView(std::string text) {
+    text = limited(std::move(text), maxLength_);
+    if (text == text_) {
+        return;
+    }
+    const auto life = lifeline();
+    text_ = std::move(text);
+    typed_ = true;
+    forgetItem();
+    Changed.raise();
+    if (!life.expired()) {
+        Change.raise();
+    }
+}
+
+template<class Action>
+void LookupField::serveUser(Action action) {
+    const auto life = lifeline();
+    try {
+        action();
+    } catch (const std::exception& failure) {
+        if (life.expired() || !Failed.hasHandlers()) {
+            throw;
+        }
+        Failed.raise(failure);
+    }
+}
+
+void LookupField::LeaveFromView() {
+    if (typed_) {
+        serveUser([this] { Decode(); });
+    }
+}
+
+void LookupField::LookupFromView() {
+    if (!lookupEnabled_ || !CanTakeFocus()) {
+        return;
+    }
+    serveUser([this] {
+        const auto life = lifeline();
+        services::LookupRequest request;
+        request.code = text_;
+        request.structure = structure_;
+        StartLookup.raise(request);
+        if (life.expired() || service_ == nullptr) {
+            return;
+        }
+        const auto choice = service_->Choose(request);
+        if (!choice || life.expired()) {
+            return;
+        }
+        TypeFromView(choice->code);
+        if (!life.expired()) {
+            Decode();
+        }
+    });
+}
+
+bool LookupField::Decode() {
+    const auto life = lifeline();
+    const std::string before = std::exchange(text_, structure_.codeOf(text_));
+    typed_ = false;
+    forgetItem();
+    if (!text_.empty()) {
+        services::LookupRequest request;
+        request.code = text_;
+        request.structure = structure_;
+        StartDecode.raise(request);
+        if (life.expired()) {
+            return false;
+        }
+        if (service_ != nullptr) {
+            try {
+                if (auto description = service_->Decode(request)) {
+                    description_ = std::move(*description);
+                    valid_ = true;
+                }
+            } catch (...) {
+                Changed.raise();
+                throw;
+            }
+        }
+    }
+    const bool valid = valid_;
+    Changed.raise();
+    if (!life.expired() && text_ != before) {
+        Change.raise();
+    }
+    if (!life.expired()) {
+        AfterItem.raise();
+    }
+    return valid;
+}
+
+} // namespace veldran::controls

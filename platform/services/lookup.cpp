@@ -1,0 +1,75 @@
+#include "platform/services/lookup.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace veldran::services {
+
+namespace {
+
+bool isDigits(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// The code of a display form; none when it is not one.
+std::optional<std::string> fromGroups(const CodeStructure& structure, std::string_view typed) {
+    std::string code(static_cast<std::size_t>(structure.codeLength), '0');
+    bool anyDigit = false;
+    for (const CodeStructure::Group& group : structure.groups) {
+        const auto slash = typed.find('/');
+        const std::string_view part = trimmed(typed.substr(0, slash));
+        const auto length = static_cast<std::size_t>(group.length);
+        if (part.size() > length || !isDigits(part)) {
+            return std::nullopt;
+        }
+        anyDigit = anyDigit || !part.empty();
+        part.copy(code.data() + group.start + (length - part.size()), part.size());
+        if (slash == std::string_view::npos) {
+            return anyDigit ? std::optional(code) : std::nullopt;
+        }
+        typed.remove_prefix(slash + 1);
+    }
+    // A slash may stand behind the last group, but no further group.
+    return anyDigit && trimmed(typed).empty() ? std::optional(code) : std::nullopt;
+}
+
+} // namespace
+
+std::string CodeStructure::display(std::string_view code) const {
+    if (groups.empty() || code.size() < static_cast<std::size_t>(codeLength)) {
+        return std::string(code);
+    }
+    std::string text;
+    for (const Group& group : groups) {
+        if (!text.empty()) {
+            text += '/';
+        }
+        text += code.substr(static_cast<std::size_t>(group.start), static_cast<std::size_t>(group.length));
+    }
+    return text;
+}
+
+std::string CodeStructure::codeOf(std::string_view typed) const {
+    typed = trimmed(typed);
+    std::string code(typed);
+    if (typed.empty() || codeLength == 0) {
+        return code;
+    }
+    if (typed.find('/') != std::string_view::npos) {
+        return fromGroups(*this, typed).value_or(code);
+    }
+    if (isDigits(typed) && code.size() < static_cast<std::size_t>(codeLength)) {
+        code.resize(static_cast<std::size_t>(codeLength), '0');
+    }
+    return code;
+}
+
+} // namespace veldran::services
