@@ -16,8 +16,19 @@ inline bool equalsIgnoringAsciiCase(std::string_view a, std::string_view b) {
                       [](char x, char y) { return toLowerAscii(x) == toLowerAscii(y); });
 }
 
+/// Length as the database counts it, for NCHAR(n): in UTF-16 units.
+std::size_t utf16Length(std::string_view utf8);
+/// `utf8` in lower case: ASCII and the accented letters of the western European languages.
+std::string withFoldedCase(std::string_view utf8);
+/// Order of two texts blind to case and to trailing blanks: less than, equal to or greater than 0.
+int compareBlindly(std::string_view a, std::string_view b);
+
 /// `text` with every occurrence of `what` replaced; no quoting is added.
+/// Nothing is replaced when `what` is empty.
 inline std::string replaceAll(std::string text, std::string_view what, std::string_view with) {
+    if (what.empty()) {
+        return text;
+    }
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
         text.replace(at, what.size(), with);
     }

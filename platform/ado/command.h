@@ -69,7 +69,7 @@ private:
     friend class Recordset;
     Command();
     StatementResult run(bool wantsRows);
-    StatementResult runText(Session& session, std::string_view text, const ExecuteSettings& settings);
+    StatementResult runText(Session& session, const ExecuteSettings& settings);
     std::vector<BoundParameter> boundValues();
     void forgetPrepared() { statement_.reset(); }
 

@@ -20,7 +20,7 @@ struct PreparedSlot {
 /// One session with a database.
 ///
 /// Every failure of an operation on the connection, on its commands and on its recordsets throws AdoError and
-/// is listed, whole, by `Errors` until the next such operation begins.
+/// is listed, whole, by `Errors` until the next operation that reaches the database begins.
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     /// Connections live in shared_ptr: commands and recordsets refer to the connection they belong to.

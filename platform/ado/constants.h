@@ -93,6 +93,7 @@ enum ErrorValueEnum {
 /// Numbers of the provider's own errors (HRESULTs) that the object model raises in the provider's place.
 enum ProviderErrorEnum {
     adErrConcurrencyViolation = -2147217864, ///< a row was changed or deleted by somebody else
+    adErrKeyInsufficient = -2147467259,      ///< a key that should name one row named several
     adErrTransactionExists = -2147168237,    ///< only one transaction can be active on a session
     adErrNoTransaction = -2147168242         ///< no transaction is active
 };

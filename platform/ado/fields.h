@@ -62,7 +62,6 @@ private:
     friend class Recordset;
     void bind(Recordset& recordset, const std::vector<ColumnInfo>& columns);
 
-    Recordset* recordset_ = nullptr;
     std::vector<Field> items_;
 };
 

@@ -14,8 +14,7 @@
 
 namespace veldran::ado {
 
-class CursorRows;
-class FilterExpression;
+class CursorView;
 
 /// Rows of a result held at the client, and one cursor over them.
 ///
@@ -161,29 +160,60 @@ private:
     friend class Command;
     friend class Connection;
     friend class Field;
-    friend class Fields;
     enum class Place { Before, On, After };
 
-    void attach(StatementResult result);
-    std::unique_ptr<RowSet> fetch();
+    void adopt(StatementResult result, std::shared_ptr<Command> command);
+    void adopt(StatementResult result, std::shared_ptr<Connection> connection, const std::string& source,
+               CommandTypeEnum type);
+    StatementResult fetch();
+    void show(std::unique_ptr<RowSet> rows);
+    void dropRows();
+    void applyFilter(const FilterValue& filter);
+    void standOnFirst();
+    void standOn(std::size_t row);
+    void moveTo(std::int64_t index);
+    void moveBy(std::int64_t records);
     void requireOpen() const;
+    void requireClosed() const;
     void requireWritable() const;
+    void requireRows() const;
+    /// The current record's row. \throws AdoError 3021 when there is none.
     std::size_t currentRow() const;
-    [[noreturn]] void refuse(AdoError error) const;
-    const std::vector<std::size_t>& visibleRows() const;
+    bool isEditing() const;
+    bool writesAtOnce() const { return lockType_ != adLockBatchOptimistic; }
+    void deleteRows(const std::vector<std::size_t>& rows);
+    void write(const std::vector<std::size_t>& rows);
+    std::vector<std::size_t> affected(AffectEnum affect, const std::vector<std::size_t>& candidates) const;
+    Value fieldValue(std::size_t column, bool original) const;
+    void setFieldValue(std::size_t column, const Value& value);
+
+    /// Runs an operation so that its failure is listed by the connection, too.
+    template<class Operation>
+    decltype(auto) reported(Operation&& operation) const {
+        try {
+            return operation();
+        } catch (const AdoError& error) {
+            if (connection_) {
+                connection_->record(error);
+            }
+            throw;
+        }
+    }
 
     std::string source_;
     std::shared_ptr<Connection> connection_; // shared with everyone who works on this connection
     std::shared_ptr<Command> command_;       // the caller's command, kept for Requery
     CursorTypeEnum cursorType_ = adOpenForwardOnly;
     LockTypeEnum lockType_ = adLockReadOnly;
-    int options_ = adCmdText;
-    std::shared_ptr<CursorRows> rows_; // shared with the clones; empty while closed
+    CommandTypeEnum sourceType_ = adCmdText;
+    std::unique_ptr<CursorView> view_; // empty while closed
+    std::uint64_t session_ = 0;        // of the connection, when the recordset was opened or attached
     ado::Fields fields_;
     FilterValue filter_ = adFilterNone;
-    std::unique_ptr<FilterExpression> condition_;
     Place place_ = Place::Before;
     std::size_t row_ = 0;
+    Place placeBeforeAdd_ = Place::Before;
+    std::size_t rowBeforeAdd_ = 0;
 };
 
 } // namespace veldran::ado
