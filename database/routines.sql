@@ -273,8 +273,9 @@ GO
 
 -- Activates (@ON = 1) or deactivates the analytic accounts of the nature that lie under @CONTO, or @CONTO itself when
 -- it is analytic. @CORRELATI: 2 every account, 1 only those with correlations, 0 only those without.
--- Accounts already in the wanted state are left as they are. Account codes are digits, so the accounts under a header
--- are the range from the header filled with zeros to the header filled with nines, which the key serves.
+-- Accounts already in the wanted state are left as they are; a NULL argument changes nothing.
+-- Account codes are digits, so the accounts under a header are the range from the header filled with zeros to the
+-- header filled with nines, which the key serves.
 CREATE PROCEDURE SPCI_VELDRANACT
     @ON BIT,
     @DITTA DECIMAL(5),
@@ -337,7 +338,7 @@ BEGIN
                     AND CI35_GRUPPO_CG10 = CG24_GRUPPO_CG10
                     AND CI35_CONTO_CG24 = CG24_CONTO
             )
-    ELSE
+    ELSE IF @ON = 0
         DELETE FROM CI35_CONTIATTIVI
         WHERE
             CI35_DITTA_CG18 = @DITTA
