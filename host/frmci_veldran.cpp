@@ -1,0 +1,210 @@
+#include "host/frmci_veldran.h"
+
+#include "host/aree_di_lavoro.h"
+#include "host/clsci_veldran.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace veldran {
+
+FRMCI_VELDRAN::FRMCI_VELDRAN()
+    : Form("FRMCI_VELDRAN"), controlli_(*this), errori_([this] { return Caption(); }) {
+    eventiForm_.push_back(Activated.subscribe([this] { Form_Activate(); }));
+    eventiForm_.push_back(QueryUnload.subscribe([this](bool& cancel) { Form_QueryUnload(cancel); }));
+    eventiForm_.push_back(Unloading.subscribe([this] { Form_Unload(); }));
+    eventiForm_.push_back(controlli_.MDIActiveX1.FormLoad.subscribe([this] { MDIActiveX1_FormLoad(); }));
+    eventiForm_.push_back(
+        controlli_.QRV_RESIZEFORM.QueryResize.subscribe([](bool& consentito) { consentito = true; }));
+}
+
+FRMCI_VELDRAN::~FRMCI_VELDRAN() = default;
+
+void FRMCI_VELDRAN::ActiveDll(std::shared_ptr<Cinterface> activeDll) {
+    activeDll_ = std::move(activeDll);
+}
+
+void FRMCI_VELDRAN::Componente(std::shared_ptr<CLSCI_VELDRAN> componente) {
+    componente_ = std::move(componente);
+}
+
+void FRMCI_VELDRAN::RilascioComponente() {
+    activeDll_.reset();
+    // The form may be the last to hold the component, and the component holds the form.
+    const auto ultimo = std::exchange(componente_, nullptr);
+}
+
+void FRMCI_VELDRAN::Form_Activate() {
+    const auto viva = shared_from_this(); // the start-up may unload the form
+    AggiornamentoNavigatore();
+    // A message box of the start-up gives the window back its activation when it closes.
+    if (attivato_ || inAvvio_ || !activeDll_) {
+        return;
+    }
+    inAvvio_ = true;
+    errori_.Esegui("Form_Activate", [this] { Avvio(); });
+    inAvvio_ = false;
+    if (connessione_ && connessione_->State() != ado::adStateOpen) {
+        errori_.UsaConnessione(nullptr);
+        connessione_.reset(); // the next activation tries again
+    }
+}
+
+services::GlobalObject& FRMCI_VELDRAN::Global() const {
+    const auto global = activeDll_ ? activeDll_->GetClsGlobal() : nullptr;
+    if (!global) {
+        throw std::logic_error("Il componente non ha l'oggetto globale dell'applicazione");
+    }
+    return *global; // the component holds it
+}
+
+void FRMCI_VELDRAN::Avvio() {
+    services::GlobalObject& global = Global();
+    errori_.UsaMessaggi(global.NewMessageService(), global.ApplicationTitle());
+    errori_.Messaggi()->Bind(*activeDll_);
+    stringaConnessione_ = global.StringaDiConnessione();
+    ApriConnessione(global);
+    if (ContabilitaAnaliticaConfigurata(global)) {
+        PreparaSchermo(global);
+        attivato_ = true;
+        return;
+    }
+    errori_.Messaggi()->ShowBox("Per poter utilizzare questo programma è necessario aver abilitato\r\n"
+                                "la gestione della contabilità analitica per la ditta corrente\r\n"
+                                "ed averne configurato i parametri di gestione.",
+                                services::styleCritical, "A T T E N Z I O N E ! ! ! ! !");
+    Unload();
+}
+
+void FRMCI_VELDRAN::ApriConnessione(services::GlobalObject& global) {
+    if (connessione_) {
+        return;
+    }
+    connessione_ = global.Connections().NewConnection();
+    errori_.UsaConnessione(connessione_);
+    connessione_->ConnectionString(stringaConnessione_);
+    connessione_->Open();
+    activeDll_->SetConnection(connessione_);
+}
+
+bool FRMCI_VELDRAN::ContabilitaAnaliticaConfigurata(services::GlobalObject& global) const {
+    if (global.FlagContabilitaAnalitica() != "1") {
+        return false;
+    }
+    const services::AnalyticParameters* parametri = global.ParametriContabilitaAnalitica();
+    return parametri && !valueOrDefault(parametri->GetValue(), "").toText().empty();
+}
+
+void FRMCI_VELDRAN::PreparaSchermo(services::GlobalObject& global) {
+    CreaAreeDiLavoro(global, GetTraduzioneThesaurus());
+    controlli_.LAY_ATTIVAZIONE.SetVisible(true);
+    aree_->ambiente.livelli = aree_->tabelle.GetLivelliPDC();
+    aree_->tabelle.ConfigurazioneTabelleTemporanee();
+    auto commandFactory = std::make_shared<CCommandFactory>(); // shared by the nodes of the tree
+    commandFactory->Connessione(connessione_);
+    aree_->albero.UsaCommandFactory(std::move(commandFactory));
+    controlli_.STR_FILTRI.Select(1);
+    aree_->ricerca.Configurazione(global.Lookups());
+    CaricamentoCombo();
+    FormatiGriglia();
+    ConfigurazioneCampiCorrelazione(global);
+    BuildScript();
+    ApplicaLayOut();
+    ExecuteFormEvent("tsOpen");
+    AvvioRidimensionamento();
+}
+
+void FRMCI_VELDRAN::Form_QueryUnload(bool& cancel) {
+    errori_.Esegui("Form_QueryUnload", [&] {
+        AggiornamentoNavigatore();
+        if (!attivato_) {
+            return;
+        }
+        cancel = QueryUnloadFrames();
+        if (cancel) {
+            return;
+        }
+        const auto navigatore = activeDll_->GetActiveNavigator();
+        if (navigatore && !navigatore->Script()) {
+            BuildScript();
+        } else {
+            cancel = ExecuteFormEvent("tsClose");
+        }
+    });
+}
+
+void FRMCI_VELDRAN::Form_Unload() {
+    errori_.Esegui("Form_Unload", [this] {
+        RilascioComandi();
+        RilascioControllo(&controlli_.TXT_CONTO);
+        RilascioControllo(&controlli_.TXT_VDS);
+        RilascioOggetti();
+        ChiudiConnessione();
+    });
+    // A step that failed has been reported; what it left behind goes all the same.
+    errori_.UsaConnessione(nullptr);
+    connessione_.reset();
+    errori_.UsaMessaggi(nullptr, {});
+    RilascioComponente();
+}
+
+void FRMCI_VELDRAN::MDIActiveX1_FormLoad() {
+    errori_.Esegui("MDIActiveX1_FormLoad", [this] {
+        controlli_.MDIActiveX1.Embed(activeDll_->GetTop().toInt32(), activeDll_->GetLeft().toInt32(),
+                                     activeDll_->GetWindowState(),
+                                     activeDll_->GetWindowModal() != variantFalse);
+        controlli_.MDIActiveX1.SetValue(Caption());
+    });
+}
+
+bool FRMCI_VELDRAN::QueryUnloadFrames() {
+    // No editing frame exists outside correlation mode, so there is nobody to ask.
+    return errori_.Esegui("QueryUnloadFrames:", false, [] { return false; });
+}
+
+void FRMCI_VELDRAN::RilascioComandi() {
+    if (aree_) {
+        aree_->tabelle.Rilascia();
+        aree_->filtri.Rilascia();
+        aree_->attivazione.Rilascia();
+        aree_->ricerca.Rilascia();
+    }
+}
+
+void FRMCI_VELDRAN::RilascioControllo(controls::LookupField* controllo) {
+    errori_.Esegui("RilascioControllo:", [&] {
+        if (controllo) {
+            controllo->SetLookupService(nullptr);
+            controllo->SetCodeStructure({});
+        }
+    });
+}
+
+void FRMCI_VELDRAN::RilascioOggetti() {
+    RilascioControllo(&controlli_.TXT_CAUSALE);
+    RilascioControllo(&controlli_.TXT_CONTORICERCA);
+    controlli_.QRV_RESIZEFORM.SetComponent(nullptr);
+    eventiControlli_.clear();
+    if (aree_) {
+        aree_->albero.SvuotaAlbero(); // the nodes share the command factory
+        aree_.reset();
+    }
+    formati_ = {};
+    for (std::size_t colonna = 0; colonna < controlli_.GRD_DETTAGLIO.Columns().size(); ++colonna) {
+        controlli_.GRD_DETTAGLIO.SetColumnFormat(colonna, nullptr);
+    }
+    // The script object addresses this form: the navigator must not keep it longer.
+    const auto navigatore = activeDll_ ? activeDll_->GetActiveNavigator() : nullptr;
+    if (navigatore && script_ && navigatore->Script() == script_) {
+        navigatore->SetScript(nullptr);
+    }
+    script_.reset();
+}
+
+void FRMCI_VELDRAN::ChiudiConnessione() {
+    if (connessione_ && connessione_->State() == ado::adStateOpen) {
+        connessione_->Close();
+    }
+}
+
+} // namespace veldran
