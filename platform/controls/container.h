@@ -11,7 +11,7 @@ class Container : public Control {
 public:
     Container(Container& parent, std::string name) : Control(parent, std::move(name)) {}
 
-    /// In the order of their declaration, which is the tab order of the design.
+    /// In the order of their declaration.
     const std::vector<Control*>& Controls() const { return controls_; }
 
 protected:

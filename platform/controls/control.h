@@ -64,7 +64,7 @@ public:
     const std::string& AccessibleName() const { return accessibleName_.empty() ? caption_ : accessibleName_; }
     bool Enabled() const { return enabled_; }
     bool Visible() const { return visible_; }
-    /// Position in the tab order chosen by a customer layout; 0 keeps the order of the design.
+    /// Position (1-based) in the tab order chosen by a customer layout; 0 keeps the order of the design.
     int TabIndex() const { return tabIndex_; }
 
     void SetCaption(std::string caption);

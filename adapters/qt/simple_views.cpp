@@ -1,0 +1,65 @@
+#include "adapters/qt/simple_views.h"
+
+#include "adapters/qt/control_binding.h"
+#include "adapters/qt/text.h"
+#include "platform/controls/simple_controls.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QStyle>
+#include <QToolTip>
+
+namespace veldran::qt {
+
+LabelView::LabelView(controls::Label& control, QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    new ControlBinding(control, *this, *this, [this, &control] { setText(toQt(control.Caption())); });
+}
+
+QSize LabelView::minimumSizeHint() const {
+    return {fontMetrics().horizontalAdvance(QStringLiteral("mmmm")), QLabel::minimumSizeHint().height()};
+}
+
+QRect LabelView::textRect() const {
+    return contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+}
+
+bool LabelView::isCut() const {
+    return fontMetrics().horizontalAdvance(text()) > textRect().width();
+}
+
+void LabelView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QRect rect = textRect();
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, rect.width());
+    int flags = static_cast<int>(alignment());
+    if (buddy() != nullptr) {
+        flags |= style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic
+                                                                                 : Qt::TextHideMnemonic;
+    }
+    style()->drawItemText(&painter, rect, flags, palette(), isEnabled(), shown, foregroundRole());
+}
+
+bool LabelView::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isCut()) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+ButtonView::ButtonView(controls::Button& control, QWidget* parent) : QPushButton(parent) {
+    setAutoDefault(false);
+    new ControlBinding(control, *this, *this, [this, &control] { setText(toQt(control.Caption())); });
+    connect(this, &QPushButton::clicked, this, [this, &control] {
+        const QPointer<ButtonView> self(this);
+        setFocus(Qt::OtherFocusReason);
+        if (self) {
+            control.ClickFromView();
+        }
+    });
+}
+
+} // namespace veldran::qt
