@@ -105,17 +105,27 @@ void FormView::layOut(QBoxLayout& column) {
     QBoxLayout& rows = *columnOf(*area, 0);
     layOutSearchRow(rows, area);
     layOutTree(rows, area);
-    auto* accountButtons = new QHBoxLayout;
-    accountButtons->addStretch(1);
+    layOutButtons(column);
+}
+
+void FormView::layOutButtons(QBoxLayout& column) {
+    QWidget* ofAccount = placeArea("LAY_ATTIVAZIONE", content_);
+    auto* group = new QHBoxLayout(ofAccount);
+    group->setContentsMargins(0, 0, 0, 0);
+    group->setSpacing(gap);
     for (const char* name : {"BUT_CORRELAZIONI", "BUT_EDITCORRELAZIONI"}) {
-        if (auto* button = place<ButtonView, controls::Button>(name, area)) {
-            accountButtons->addWidget(button);
+        if (auto* button = place<ButtonView, controls::Button>(name, ofAccount)) {
+            group->addWidget(button);
         }
     }
-    rows.addLayout(accountButtons);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(gap);
+    row->addWidget(ofAccount);
+    row->addStretch(1);
     if (auto* mode = place<ButtonView, controls::Button>("CMD_ATTIVAZIONI", content_)) {
-        column.addWidget(mode, 0, Qt::AlignRight);
+        row->addWidget(mode);
     }
+    column.addLayout(row);
 }
 
 void FormView::layOutSearchRow(QBoxLayout& column, QWidget* area) {
@@ -134,6 +144,8 @@ void FormView::layOutSearchRow(QBoxLayout& column, QWidget* area) {
     if (auto* description = place<LabelView, controls::Label>("LBB_DESCRCONTORICERCA", area)) {
         description->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
         description->setMargin(3);
+        description->setAutoFillBackground(true);
+        description->setBackgroundRole(QPalette::AlternateBase);
         description->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         row->addWidget(description, 1);
     }
@@ -153,9 +165,10 @@ void FormView::layOutTree(QBoxLayout& column, QWidget* area) {
         QFont bold = filter->font();
         bold.setBold(true);
         filter->setFont(bold);
-        filter->setMargin(4);
+        filter->setMargin(3);
+        filter->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
         filter->setAutoFillBackground(true);
-        filter->setBackgroundRole(QPalette::Midlight);
+        filter->setBackgroundRole(QPalette::AlternateBase);
         block->addWidget(filter);
     }
     if (auto* tree = place<TreeWidget, controls::TreeView>("TRW_CONTI", area)) {

@@ -52,6 +52,7 @@ private:
     void layOut(QBoxLayout& column);
     void layOutSearchRow(QBoxLayout& column, QWidget* area);
     void layOutTree(QBoxLayout& column, QWidget* area);
+    void layOutButtons(QBoxLayout& column);
     void orderTabs();
     void giveFocusTo(const controls::Control* control);
     void takeInitialFocus();

@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QStyle>
 #include <QToolTip>
+#include <algorithm>
 
 namespace veldran::qt {
 
@@ -60,6 +61,12 @@ ButtonView::ButtonView(controls::Button& control, QWidget* parent) : QPushButton
             control.ClickFromView();
         }
     });
+}
+
+QSize ButtonView::sizeHint() const {
+    constexpr int breath = 16; // pixels beside a long caption, which the style draws to the edges
+    const QSize size = QPushButton::sizeHint();
+    return {std::max(size.width(), fontMetrics().horizontalAdvance(text()) + 2 * breath), size.height()};
 }
 
 } // namespace veldran::qt

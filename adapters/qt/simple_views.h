@@ -31,6 +31,8 @@ private:
 class ButtonView : public QPushButton {
 public:
     explicit ButtonView(controls::Button& control, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
 };
 
 } // namespace veldran::qt

@@ -22,17 +22,21 @@ QStyle& styleOf(const QStyleOptionViewItem& option) {
 
 } // namespace
 
+void TreeDelegate::softenSelection(QPalette& palette, bool focused) {
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        const QColor base = palette.color(group, QPalette::Base);
+        const QColor mark = palette.color(group, focused ? QPalette::Highlight : QPalette::Mid);
+        palette.setColor(group, QPalette::Highlight, blended(mark, base, focused ? 30 : 35));
+    }
+}
+
 void TreeDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
-    QPalette& palette = option->palette;
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-        const bool focused = group == QPalette::Active && (option->state & QStyle::State_HasFocus);
-        const QColor base = palette.color(group, QPalette::Base);
-        const QColor mark =
-            focused ? palette.color(group, QPalette::Highlight) : palette.color(group, QPalette::Mid);
-        palette.setColor(group, QPalette::Highlight, blended(mark, base, focused ? 30 : 35));
-        palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
+        option->palette.setColor(group, QPalette::HighlightedText,
+                                 option->palette.color(group, QPalette::Text));
     }
+    option->state &= ~QStyle::State_HasFocus; // the colour of the selection tells the focus
 }
 
 QSize TreeDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

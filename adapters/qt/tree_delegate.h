@@ -12,6 +12,8 @@ class TreeDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// Makes the ground of a selection light: tinted while its tree has the focus, grey otherwise.
+    static void softenSelection(QPalette& palette, bool focused);
     /// The part of a row's item (right of the branch) under `point`.
     controls::TreeHitFlags partAt(QStyleOptionViewItem option, const QModelIndex& index,
                                   const QPoint& point) const;

@@ -96,7 +96,6 @@ TreeWidget::TreeWidget(controls::TreeView& tree, QWidget* parent)
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setAnimated(false);
-    setAllColumnsShowFocus(true);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setIconSize({16, 16});
@@ -278,6 +277,13 @@ void TreeWidget::keyboardSearch(const QString& typed) {
     if (found != nullptr) {
         setCurrentIndex(model_->indexOf(found));
     }
+}
+
+void TreeWidget::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    QStyleOptionViewItem row = option;
+    TreeDelegate::softenSelection(row.palette, hasFocus());
+    QTreeView::drawRow(painter, row, index);
 }
 
 bool TreeWidget::viewportEvent(QEvent* event) {
