@@ -1,0 +1,105 @@
+#include "tests/controls/sample_form.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace veldran::controls {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class FormLife : public testing::Test {
+protected:
+    FormLife() {
+        kept.push_back(form->Loaded.subscribe([this] { lines.push_back("loaded"); }));
+        kept.push_back(form->Activated.subscribe([this] { lines.push_back("activated"); }));
+        kept.push_back(form->QueryUnload.subscribe([this](bool& refuse) {
+            lines.push_back("query");
+            refuse = refuses;
+        }));
+        kept.push_back(form->Unloading.subscribe([this] { lines.push_back("unloading"); }));
+        kept.push_back(form->Unloaded.subscribe([this] { lines.push_back("unloaded"); }));
+    }
+
+    std::unique_ptr<SampleForm> form = std::make_unique<SampleForm>();
+    std::vector<Subscription> kept;
+    Lines lines;
+    bool refuses = false;
+};
+
+TEST_F(FormLife, LoadsOnceAndActivatesEachTime) {
+    form->Activate();
+    form->Load();
+    form->Load();
+    form->Activate();
+    form->Activate();
+    EXPECT_EQ(lines, (Lines{"loaded", "activated", "activated"}));
+}
+
+TEST_F(FormLife, UnloadsInOrder) {
+    form->Load();
+    lines.clear();
+    EXPECT_TRUE(form->Unload());
+    EXPECT_EQ(lines, (Lines{"query", "unloading", "unloaded"}));
+    EXPECT_FALSE(form->IsLoaded());
+    EXPECT_TRUE(form->Unload()) << "there is nothing left to unload";
+    EXPECT_EQ(lines.size(), 3U);
+}
+
+TEST_F(FormLife, StaysWhenTheCloseIsRefused) {
+    form->Load();
+    refuses = true;
+    lines.clear();
+    EXPECT_FALSE(form->Unload());
+    EXPECT_EQ(lines, (Lines{"query"}));
+    EXPECT_TRUE(form->IsLoaded());
+    refuses = false;
+    EXPECT_TRUE(form->Unload());
+}
+
+TEST_F(FormLife, IgnoresAnUnloadWithinAnUnload) {
+    form->Load();
+    kept.push_back(form->QueryUnload.subscribe([this](bool&) { EXPECT_FALSE(form->Unload()); }));
+    kept.push_back(form->Unloading.subscribe([this] { EXPECT_FALSE(form->Unload()); }));
+    lines.clear();
+    EXPECT_TRUE(form->Unload());
+    EXPECT_EQ(lines, (Lines{"query", "unloading", "unloaded"}));
+}
+
+TEST_F(FormLife, CanBeUnloadedAgainAfterAHandlerThrew) {
+    form->Load();
+    bool broken = true;
+    kept.push_back(form->QueryUnload.subscribe([&](bool&) {
+        if (broken) {
+            throw std::runtime_error("broken");
+        }
+    }));
+    EXPECT_THROW(form->Unload(), std::runtime_error);
+    broken = false;
+    EXPECT_TRUE(form->Unload());
+}
+
+TEST_F(FormLife, MayEndWithTheDestructionOfTheForm) {
+    form->Load();
+    kept.push_back(form->Unloaded.subscribe([this] { form.reset(); }));
+    EXPECT_TRUE(form->Unload());
+    EXPECT_EQ(form, nullptr);
+}
+
+TEST_F(FormLife, TellsStateAndPosition) {
+    int told = 0;
+    kept.push_back(form->Changed.subscribe([&] { ++told; }));
+    form->SetWindowState(windowMaximized);
+    form->SetWindowState(windowMaximized);
+    form->SetPosition(100, 200);
+    form->SetPosition(100, 200);
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(form->WindowState(), windowMaximized);
+    EXPECT_EQ(form->Top(), 100);
+    EXPECT_EQ(form->Left(), 200);
+}
+
+} // namespace
+} // namespace veldran::controls

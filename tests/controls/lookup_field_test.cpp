@@ -1,0 +1,218 @@
+#include "platform/controls/lookup_field.h"
+#include "tests/controls/sample_form.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <stdexcept>
+
+namespace veldran::controls {
+namespace {
+
+/// Decodes from a map and answers lists as the test says.
+class MapLookup : public services::LookupService {
+public:
+    std::optional<std::string> Decode(const services::LookupRequest& request) override {
+        decoded.push_back(request);
+        if (broken) {
+            throw std::runtime_error("the database is gone");
+        }
+        const auto found = texts.find(request.code);
+        return found == texts.end() ? std::nullopt : std::optional(found->second);
+    }
+    std::optional<services::LookupChoice> Choose(const services::LookupRequest& request) override {
+        listed.push_back(request);
+        return choose ? choose() : std::nullopt;
+    }
+
+    std::map<std::string, std::string> texts{{"0102030005", "Cassa contanti"},
+                                             {"0102030006", "Cassa valori"}};
+    std::function<std::optional<services::LookupChoice>()> choose;
+    bool broken = false;
+    std::vector<services::LookupRequest> decoded;
+    std::vector<services::LookupRequest> listed;
+};
+
+class Lookup : public testing::Test {
+protected:
+    Lookup() {
+        field.SetLookupService(&service);
+        field.SetCodeStructure({10, {{0, 2}, {2, 2}, {4, 2}, {6, 4}}});
+        kept.push_back(field.AfterItem.subscribe([this] { ++afterItems; }));
+        kept.push_back(field.Change.subscribe([this] { ++changes; }));
+    }
+
+    SampleForm form;
+    LookupField field{form, "TXT_CONTORICERCA"};
+    MapLookup service;
+    std::vector<Subscription> kept;
+    int afterItems = 0;
+    int changes = 0;
+};
+
+TEST_F(Lookup, DecodesWhatWasTypedWhenItIsLeft) {
+    field.TypeFromView("1/2/3/5");
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(service.decoded.empty());
+    field.LeaveFromView();
+    EXPECT_EQ(field.Text(), "0102030005");
+    EXPECT_EQ(field.Description(), "Cassa contanti");
+    EXPECT_TRUE(field.IsValidItem());
+    EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, IsNotDecodedAgainWhenItIsLeftUnchanged) {
+    field.LeaveFromView();
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.LeaveFromView();
+    EXPECT_EQ(service.decoded.size(), 1U);
+    EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, ForgetsTheDescriptionAsSoonAsTheUserTypes) {
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.TypeFromView("010203000");
+    EXPECT_FALSE(field.IsValidItem());
+    EXPECT_EQ(field.Description(), "");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_TRUE(field.IsValidItem()) << "typed back to the same code, it is decoded again";
+}
+
+TEST_F(Lookup, KeepsAnUnknownCodeAndSaysItIsNotValid) {
+    field.TypeFromView("99");
+    field.LeaveFromView();
+    EXPECT_EQ(field.Text(), "9900000000");
+    EXPECT_FALSE(field.IsValidItem());
+    EXPECT_EQ(field.Description(), "");
+    EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, DoesNotAskForAnEmptyCode) {
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.TypeFromView(" ");
+    field.LeaveFromView();
+    EXPECT_EQ(service.decoded.size(), 1U);
+    EXPECT_EQ(field.Text(), "");
+    EXPECT_FALSE(field.IsValidItem());
+    EXPECT_EQ(afterItems, 2);
+}
+
+TEST_F(Lookup, DecodesNothingThatCodeHasSet) {
+    field.SetText("0102030005");
+    field.LeaveFromView();
+    EXPECT_TRUE(service.decoded.empty());
+    EXPECT_EQ(afterItems, 0);
+    EXPECT_EQ(changes, 0);
+    EXPECT_TRUE(field.Decode()) << "unless it asks";
+}
+
+TEST_F(Lookup, LetsTheFormFillTheRequest) {
+    kept.push_back(field.StartDecode.subscribe([](services::LookupRequest& request) {
+        request.kind = services::LookupKind::ContiCoin;
+        request.pdc = 7;
+    }));
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    ASSERT_EQ(service.decoded.size(), 1U);
+    EXPECT_EQ(service.decoded[0].kind, services::LookupKind::ContiCoin);
+    EXPECT_EQ(service.decoded[0].pdc, 7);
+    EXPECT_EQ(service.decoded[0].code, "0102030005");
+    EXPECT_EQ(service.decoded[0].structure.codeLength, 10);
+}
+
+TEST_F(Lookup, TypesAndDecodesTheChoiceOfTheList) {
+    field.TypeFromView("0102");
+    service.choose = [] { return services::LookupChoice{"0102030006", "Cassa valori"}; };
+    kept.push_back(
+        field.StartLookup.subscribe([](services::LookupRequest& request) { request.title = "Conti"; }));
+    field.LookupFromView();
+    ASSERT_EQ(service.listed.size(), 1U);
+    EXPECT_EQ(service.listed[0].code, "0102") << "the list opens at what was typed";
+    EXPECT_EQ(service.listed[0].title, "Conti");
+    EXPECT_EQ(field.Text(), "0102030006");
+    EXPECT_EQ(field.Description(), "Cassa valori");
+    EXPECT_EQ(afterItems, 1);
+    field.LeaveFromView();
+    EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, StaysAsItIsWhenTheListIsLeftWithoutAChoice) {
+    field.TypeFromView("0102");
+    field.LookupFromView();
+    EXPECT_EQ(field.Text(), "0102");
+    EXPECT_EQ(afterItems, 0);
+}
+
+TEST_F(Lookup, OpensNoListWhileItMayNot) {
+    field.SetLookupEnabled(false);
+    field.LookupFromView();
+    field.SetLookupEnabled(true);
+    field.SetEnabled(false);
+    field.LookupFromView();
+    EXPECT_TRUE(service.listed.empty());
+}
+
+TEST_F(Lookup, TellsAFailureOfTheServiceOnceAndIsNotValid) {
+    std::string told;
+    kept.push_back(field.Failed.subscribe([&](const std::exception& failure) { told += failure.what(); }));
+    service.broken = true;
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_EQ(told, "the database is gone");
+    EXPECT_FALSE(field.IsValidItem());
+    EXPECT_EQ(field.Text(), "0102030005");
+    EXPECT_EQ(afterItems, 0);
+    field.LeaveFromView();
+    EXPECT_EQ(told, "the database is gone") << "leaving again does not ask again";
+    service.broken = false;
+    EXPECT_TRUE(field.Decode());
+}
+
+TEST_F(Lookup, PassesAFailureOnWhereNobodyListens) {
+    service.broken = true;
+    field.TypeFromView("0102030005");
+    EXPECT_THROW(field.LeaveFromView(), std::runtime_error);
+    EXPECT_THROW(field.Decode(), std::runtime_error);
+}
+
+TEST_F(Lookup, FindsNothingWithoutAService) {
+    field.SetLookupService(nullptr);
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.LookupFromView();
+    EXPECT_FALSE(field.IsValidItem());
+    EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, CutsTypedTextAtItsLengthInCharacters) {
+    field.SetMaxLength(4);
+    field.TypeFromView("perché");
+    EXPECT_EQ(field.Text(), "perc");
+    field.TypeFromView("àèìòù");
+    EXPECT_EQ(field.Text(), "àèìò");
+    field.SetText("12345");
+    EXPECT_EQ(field.Text(), "1234");
+}
+
+TEST(LookupFieldLife, MayEndWhileTheListIsOpen) {
+    SampleForm form;
+    MapLookup service;
+    auto field = std::make_unique<LookupField>(form, "TXT_CONTORICERCA");
+    field->SetLookupService(&service);
+    service.choose = [&] {
+        field.reset();
+        return services::LookupChoice{"0102030006", "Cassa valori"};
+    };
+    field->LookupFromView();
+    EXPECT_EQ(field, nullptr);
+    EXPECT_TRUE(service.decoded.empty());
+}
+
+} // namespace
+} // namespace veldran::controls
