@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/ado/driver.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace veldran::shell {
+
+/// The driver that serves a connection string: the embedded database for "Provider=..." naming it, no other
+/// yet. Statements sent through it may name the company code by the marker "<DITTA>".
+/// \throws AdoError 3706 when no driver of this host serves the connection string.
+std::shared_ptr<ado::Driver> driverFor(const std::string& connectionString,
+                                       const std::string& companyCode); // shared: as connections want it
+
+/// The connection string of an embedded database file.
+/// \param create make the file when it is missing
+std::string embeddedConnectionString(const std::filesystem::path& file, bool create = false);
+
+/// What a connection string connects to, for the user: a file's name or a server's database, never a
+/// password.
+std::string databaseName(const std::string& connectionString);
+
+} // namespace veldran::shell

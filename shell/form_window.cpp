@@ -1,0 +1,178 @@
+#include "shell/form_window.h"
+
+#include "adapters/qt/form_view.h"
+#include "adapters/qt/text.h"
+#include "adapters/qt/twips.h"
+#include "platform/controls/data_grid.h"
+
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QMdiArea>
+#include <QVBoxLayout>
+
+namespace veldran::shell {
+
+using qt::toQt;
+
+namespace {
+
+controls::MdiContainer* containerControl(controls::Container& container) {
+    for (controls::Control* control : container.Controls()) {
+        if (auto* found = dynamic_cast<controls::MdiContainer*>(control)) {
+            return found;
+        }
+        if (auto* inner = dynamic_cast<controls::Container*>(control)) {
+            if (auto* found = containerControl(*inner)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+void load(controls::Form& form) {
+    form.Load();
+    if (controls::MdiContainer* container = containerControl(form)) {
+        container->FormLoad.raise();
+    }
+}
+
+Qt::WindowStates qtState(controls::FormWindowState state) {
+    switch (state) {
+    case controls::windowMinimized:
+        return Qt::WindowMinimized;
+    case controls::windowMaximized:
+        return Qt::WindowMaximized;
+    default:
+        return Qt::WindowNoState;
+    }
+}
+
+} // namespace
+
+FormWindow::FormWindow(std::shared_ptr<controls::Form> form) : form_(std::move(form)) {
+    setAttribute(Qt::WA_DeleteOnClose, false); // leave() decides when the window goes
+    setObjectName(toQt(form_->Name()));
+    changed_ = form_->Changed.subscribe([this] { followForm(); });
+    unloaded_ = form_->Unloaded.subscribe([this] { leave(); });
+    connect(this, &QMdiSubWindow::windowStateChanged, this, [this](Qt::WindowStates, Qt::WindowStates now) {
+        form_->SetWindowState(now & Qt::WindowMinimized   ? controls::windowMinimized
+                              : now & Qt::WindowMaximized ? controls::windowMaximized
+                                                          : controls::windowNormal);
+    });
+}
+
+FormWindow::~FormWindow() {
+    delete view_; // before the form whose controls it observes
+    changed_.release();
+    unloaded_.release();
+    form_.reset();
+    if (onGone) {
+        onGone();
+    }
+}
+
+void FormWindow::showIn(QMdiArea& area) {
+    area.addSubWindow(this); // from here on the area owns the window, whatever the form does
+    load(*form_);
+    if (!form_->IsLoaded()) {
+        return;
+    }
+    view_ = new qt::FormView(*form_, this);
+    setWidget(view_);
+    connect(&area, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
+        if (window == this) {
+            activate();
+        } else if (window) {
+            active_ = false;
+        }
+    });
+    setWindowTitle(toQt(form_->Caption()));
+    place();
+    const auto state = form_->WindowState();
+    show();
+    if (state != controls::windowNormal) {
+        setWindowState(qtState(state));
+    }
+    activate();
+}
+
+void FormWindow::place() {
+    const QSize room = mdiArea()->viewport()->size();
+    resize(sizeHint().expandedTo(minimumSizeHint()).boundedTo(room));
+    if (const controls::MdiContainer* container = containerControl(*form_)) {
+        const auto& placement = container->GetPlacement();
+        if (placement.top > 0 || placement.left > 0) {
+            move(placement.left / qt::twipsPerPixel, placement.top / qt::twipsPerPixel);
+        }
+    }
+}
+
+void FormWindow::activate() {
+    if (!active_ && form_->IsLoaded()) {
+        active_ = true;
+        form_->Activate();
+    }
+}
+
+void FormWindow::followForm() {
+    setWindowTitle(toQt(form_->Caption()));
+    const Qt::WindowStates wanted = qtState(form_->WindowState());
+    const Qt::WindowStates shown = windowState() & (Qt::WindowMinimized | Qt::WindowMaximized);
+    if (isVisible() && wanted != shown) {
+        setWindowState(wanted);
+    }
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    if (form_->Unload()) {
+        event->accept();
+    } else {
+        event->ignore();
+    }
+}
+
+void FormWindow::leave() {
+    // The form raises this from inside its own call: window and form go once that has returned.
+    hide();
+    deleteLater();
+}
+
+FormDialog::FormDialog(std::shared_ptr<controls::Form> form, QWidget* parent)
+    : QDialog(parent), form_(std::move(form)) {
+    setObjectName(toQt(form_->Name()));
+    changed_ = form_->Changed.subscribe([this] { setWindowTitle(toQt(form_->Caption())); });
+}
+
+FormDialog::~FormDialog() {
+    delete view_; // before the form whose controls it observes
+}
+
+void FormDialog::showUntilUnloaded() {
+    QEventLoop loop;
+    unloaded_ = form_->Unloaded.subscribe([&] {
+        hide();
+        loop.quit();
+    });
+    load(*form_);
+    if (!form_->IsLoaded()) {
+        return;
+    }
+    view_ = new qt::FormView(*form_, this);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(view_);
+    setWindowTitle(toQt(form_->Caption()));
+    setModal(true);
+    show();
+    form_->Activate();
+    if (form_->IsLoaded()) {
+        loop.exec();
+    }
+    unloaded_.release();
+}
+
+void FormDialog::reject() {
+    form_->Unload();
+}
+
+} // namespace veldran::shell

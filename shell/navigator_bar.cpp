@@ -1,0 +1,105 @@
+#include "shell/navigator_bar.h"
+
+#include "adapters/qt/text.h"
+#include "shell/toolbar_icons.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <array>
+
+namespace veldran::shell {
+
+using qt::toQt;
+
+namespace {
+
+struct ButtonDesign {
+    NavigatorButton index;
+    ToolbarIcon icon;
+    const char* text;
+    const char* toolTip;
+    bool startsGroup;
+};
+
+constexpr std::array<ButtonDesign, 11> design{{
+    {buttonFirst, ToolbarIcon::First, "Primo", "Primo record", true},
+    {buttonPrevious, ToolbarIcon::Previous, "Precedente", "Record precedente", false},
+    {buttonNext, ToolbarIcon::Next, "Successivo", "Record successivo", false},
+    {buttonLast, ToolbarIcon::Last, "Ultimo", "Ultimo record", false},
+    {buttonNew, ToolbarIcon::New, "Nuovo", "Nuovo record", true},
+    {buttonConfirm, ToolbarIcon::Confirm, "Conferma", "Conferma le modifiche", false},
+    {buttonUndo, ToolbarIcon::Undo, "Annulla", "Annulla le modifiche", false},
+    {buttonDelete, ToolbarIcon::Delete, "Elimina", "Elimina il record", false},
+    {buttonExport, ToolbarIcon::Export, "Esporta", "Esporta verso il foglio di calcolo", true},
+    {buttonPrintCard, ToolbarIcon::PrintCard, "Stampa scheda", "Stampa la scheda", false},
+    {buttonCloseScreen, ToolbarIcon::CloseScreen, "Chiudi", "Chiudi la maschera (Ctrl+F4)", true},
+}};
+
+} // namespace
+
+NavigatorBar::NavigatorBar(QWidget* parent)
+    : QToolBar(QStringLiteral("Navigatore"), parent), companies_(new QComboBox(this)) {
+    setObjectName(QStringLiteral("navigatore"));
+    setMovable(false);
+    auto* label = new QLabel(QStringLiteral(" &Ditta: "), this);
+    label->setBuddy(companies_);
+    companies_->setObjectName(QStringLiteral("ditta"));
+    companies_->setAccessibleName(QStringLiteral("Ditta corrente"));
+    companies_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    addWidget(label);
+    addWidget(companies_);
+    connect(companies_, &QComboBox::activated, this, [this](int index) {
+        if (onCompanyChosen) {
+            onCompanyChosen(index);
+        }
+    });
+    for (const ButtonDesign& one : design) {
+        if (one.startsGroup) {
+            addSeparator();
+        }
+        QAction* action = addAction(toolbarIcon(one.icon), toQt(one.text));
+        action->setToolTip(toQt(one.toolTip));
+        action->setObjectName(QStringLiteral("pulsante%1").arg(one.index));
+        actions_[one.index] = action;
+        connect(action, &QAction::triggered, this, [this, index = one.index] {
+            if (onButton) {
+                onButton(index);
+            }
+        });
+    }
+    showState(false, std::nullopt);
+}
+
+void NavigatorBar::setCompanies(const std::vector<std::string>& names, int current) {
+    const QSignalBlocker quiet(companies_);
+    companies_->clear();
+    for (const std::string& name : names) {
+        companies_->addItem(toQt(name));
+    }
+    companies_->setCurrentIndex(current);
+    companies_->setEnabled(!names.empty());
+}
+
+void NavigatorBar::showCompany(int index) {
+    const QSignalBlocker quiet(companies_);
+    companies_->setCurrentIndex(index);
+}
+
+void NavigatorBar::showState(bool active, std::optional<std::int16_t> status) {
+    const bool browsing = active && status == 0;
+    const bool changing = active && status && *status != 0;
+    for (const NavigatorButton index :
+         {buttonFirst, buttonPrevious, buttonNext, buttonLast, buttonNew, buttonDelete}) {
+        actions_[index]->setEnabled(browsing);
+    }
+    for (const NavigatorButton index : {buttonConfirm, buttonUndo}) {
+        actions_[index]->setEnabled(changing);
+    }
+    for (const NavigatorButton index : {buttonExport, buttonPrintCard, buttonCloseScreen}) {
+        actions_[index]->setEnabled(active);
+    }
+}
+
+} // namespace veldran::shell

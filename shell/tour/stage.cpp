@@ -1,0 +1,198 @@
+#include "shell/tour/stage.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPixmap>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QWindow>
+#include <fstream>
+#include <iostream>
+#include <utility>
+
+namespace veldran::shell {
+namespace {
+
+constexpr int patience = 20000; ///< milliseconds that a step may take to show its result
+constexpr int pollInterval = 20;
+constexpr int titleHeight = 26;
+
+QWindow* windowOf(const QWidget& widget) {
+    return widget.window()->windowHandle();
+}
+
+/// A dialog's window frame, which only a window manager would draw.
+void drawTitle(QPainter& painter, const QWidget& dialog, const QRect& area) {
+    const QRect title(area.left(), area.top() - titleHeight, area.width(), titleHeight);
+    painter.fillRect(title, dialog.palette().color(QPalette::Highlight));
+    painter.setPen(dialog.palette().color(QPalette::HighlightedText));
+    painter.drawText(title.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, dialog.windowTitle());
+    painter.setPen(dialog.palette().color(QPalette::Shadow));
+    painter.drawRect(title.united(area).adjusted(0, 0, -1, -1));
+}
+
+} // namespace
+
+Stage::Stage(QWidget& window, std::filesystem::path pictures)
+    : window_(window), folder_(std::move(pictures)) {
+    std::filesystem::create_directories(folder_);
+}
+
+void Stage::require(bool holds, const std::string& what) const {
+    if (!holds) {
+        throw TourFailure(what);
+    }
+}
+
+void Stage::waitUntil(const std::function<bool()>& holds, const std::string& what) const {
+    require(QTest::qWaitFor(holds, patience), what);
+}
+
+void Stage::settle() const {
+    QTest::qWait(2 * pollInterval);
+}
+
+QPoint Stage::centre(const QWidget& widget) {
+    return widget.rect().center();
+}
+
+QWidget* Stage::findVisible(const QString& objectName) const {
+    QWidget* modal = QApplication::activeModalWidget();
+    for (QWidget* candidate : (modal ? modal : &window_)->findChildren<QWidget*>(objectName)) {
+        if (candidate->isVisible()) {
+            return candidate;
+        }
+    }
+    return nullptr;
+}
+
+void Stage::click(QWidget& widget, QPoint at, Qt::MouseButton button) {
+    const QPoint inWindow = widget.mapTo(widget.window(), at);
+    QTest::mouseMove(windowOf(widget), inWindow);
+    QTest::mouseClick(windowOf(widget), button, Qt::NoModifier, inWindow);
+    settle();
+}
+
+QMenu& Stage::openMenu(const QString& objectName) {
+    auto* menu = window_.findChild<QMenu*>(objectName);
+    auto* bar = window_.findChild<QMenuBar*>();
+    require(menu && bar, "manca il menu " + objectName.toStdString());
+    click(*bar, bar->actionGeometry(menu->menuAction()).center());
+    waitUntil([&] { return menu->isVisible(); }, "il menu " + objectName.toStdString() + " non si apre");
+    return *menu;
+}
+
+QMenu* Stage::clickEntry(QMenu& menu, const QString& actionName) {
+    for (QAction* action : menu.actions()) {
+        QMenu* below = action->menu();
+        if (action->objectName() == actionName || (below && below->objectName() == actionName)) {
+            click(menu, menu.actionGeometry(action).center());
+            if (below) {
+                waitUntil([&] { return below->isVisible(); },
+                          "il menu " + actionName.toStdString() + " non si apre");
+            }
+            return below;
+        }
+    }
+    throw TourFailure("il menu non ha la voce " + actionName.toStdString());
+}
+
+void Stage::clickToolButton(const QString& actionName) {
+    for (auto* bar : window_.findChildren<QToolBar*>()) {
+        for (QAction* action : bar->actions()) {
+            if (action->objectName() == actionName) {
+                require(action->isEnabled(), "il pulsante " + actionName.toStdString() + " è spento");
+                click(*bar->widgetForAction(action));
+                return;
+            }
+        }
+    }
+    throw TourFailure("la barra non ha il pulsante " + actionName.toStdString());
+}
+
+void Stage::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QWidget* receiver = QApplication::activePopupWidget();
+    receiver = receiver ? receiver : QApplication::activeModalWidget();
+    QTest::keyClick(windowOf(receiver ? *receiver : window_), key, modifiers);
+    settle();
+}
+
+void Stage::type(const QString& text) {
+    for (const QChar c : text) {
+        QWidget* modal = QApplication::activeModalWidget();
+        QTest::sendKeyEvent(QTest::Click, windowOf(modal ? *modal : window_), Qt::Key_unknown, c,
+                            Qt::NoModifier);
+    }
+    settle();
+}
+
+void Stage::withDialog(const std::function<void()>& action,
+                       const std::function<void(QWidget& dialog)>& inside) {
+    std::string failure;
+    bool shown = false;
+    QTimer watch;
+    watch.setInterval(pollInterval);
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog || !dialog->isVisible()) {
+            return;
+        }
+        watch.stop();
+        shown = true;
+        settle();
+        try {
+            inside(*dialog);
+        } catch (const TourFailure& error) {
+            failure = error.what(); // may not travel through the dialog's own event loop
+        }
+        if (QWidget* still = QApplication::activeModalWidget()) {
+            if (failure.empty()) {
+                failure = "la finestra «" + still->windowTitle().toStdString() + "» è rimasta aperta";
+            }
+            still->close();
+            if (auto* dialogStill = qobject_cast<QDialog*>(still)) {
+                dialogStill->done(QDialog::Rejected);
+            }
+        }
+    });
+    watch.start();
+    action();
+    waitUntil([&] { return shown; }, "non si è aperta nessuna finestra di dialogo");
+    require(failure.empty(), failure);
+    settle();
+}
+
+QPixmap Stage::scene() const {
+    QPixmap picture = window_.grab();
+    QPainter painter(&picture);
+    const QPoint origin = window_.mapToGlobal(QPoint());
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+        if (top == &window_ || !top->isVisible() || top->isMinimized()) {
+            continue;
+        }
+        const QRect area(top->mapToGlobal(QPoint()) - origin, top->size());
+        painter.drawPixmap(area.topLeft(), top->grab());
+        if (qobject_cast<QDialog*>(top)) {
+            drawTitle(painter, *top, area);
+        }
+    }
+    return picture;
+}
+
+void Stage::picture(const std::string& name, const std::string& caption) {
+    settle();
+    ++pictures_;
+    const std::string number = (pictures_ < 10 ? "0" : "") + std::to_string(pictures_);
+    const std::filesystem::path file = folder_ / (number + "-" + name + ".png");
+    require(scene().save(QString::fromStdString(file.string()), "PNG"),
+            "l'immagine «" + file.string() + "» non può essere scritta");
+    std::ofstream(std::filesystem::path(file).replace_extension(".txt")) << caption << '\n';
+    std::cout << number << "  " << caption << std::endl;
+}
+
+} // namespace veldran::shell
