@@ -1,0 +1,409 @@
+// Every statement of every routine made to fail in turn: one report under the routine's label, the stated
+// after-effects, and a screen that works on.
+#include "host/segnalazione_errori.h"
+#include "tests/screen/expected_statements.h"
+#include "tests/screen/screen_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace veldran::test {
+
+namespace {
+
+using Step = std::function<void(Screen&)>;
+
+bool contains(const std::string& text, const std::string& what) {
+    return text.find(what) != std::string::npos;
+}
+
+void expectReport(const ShownError& shown, const std::string& label) {
+    EXPECT_EQ(shown.routine, label);
+    EXPECT_EQ(shown.style, 4370);
+    EXPECT_EQ(shown.applicationTitle, "Contabilità di prova");
+    EXPECT_EQ(shown.formCaption, "Attivazione conti");
+    EXPECT_EQ(shown.error.Number, 50000);
+    EXPECT_EQ(shown.error.Description, "Guasto simulato");
+    EXPECT_EQ(shown.error.Source, "\r\ntest") << "a line break stands before the source";
+    ASSERT_EQ(shown.connectionErrors.size(), 1U) << "the database's own list goes with the report";
+    EXPECT_EQ(shown.connectionErrors[0].Number, 50000);
+    EXPECT_EQ(shown.connectionErrors[0].SQLState, "HY000");
+}
+
+/// One action of the user and what its failures have to look like.
+struct Action {
+    Chart chart = smallChart();
+    Step prepare = [](Screen&) {};
+    Step act;
+    std::function<std::string(const Message&)> label; ///< of the report when that message fails
+    std::function<void(Screen&, const Message&)> afterFailure = [](Screen&, const Message&) {};
+    Step repeat; ///< what the user does next; everything works again
+    Step expectDone;
+};
+
+std::unique_ptr<Screen> prepared(const Action& action) {
+    auto screen = std::make_unique<Screen>(action.chart);
+    screen->host.open();
+    action.prepare(*screen);
+    EXPECT_TRUE(screen->host.messages->errors.empty());
+    screen->host.messages->clear();
+    screen->host.screen.pointers.clear();
+    screen->forget();
+    return screen;
+}
+
+/// Runs the action once for each of its messages to the database, that message failing.
+void failEachStatement(const Action& action) {
+    std::vector<Message> messages;
+    {
+        const auto screen = prepared(action);
+        action.act(*screen);
+        messages = screen->log().messages();
+        EXPECT_TRUE(screen->host.messages->errors.empty());
+        action.expectDone(*screen);
+    }
+    ASSERT_FALSE(messages.empty());
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        SCOPED_TRACE("message " + std::to_string(i + 1) + " of " + std::to_string(messages.size()) + ": " +
+                     nameOf(messages[i].how) + " " + messages[i].text);
+        const auto screen = prepared(action);
+        screen->failures().failStatement(static_cast<int>(i) + 1);
+        action.act(*screen);
+        EXPECT_EQ(screen->failures().failuresRaised(), 1);
+        ASSERT_EQ(screen->host.messages->errors.size(), 1U);
+        expectReport(screen->host.messages->errors[0], action.label(messages[i]));
+        EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
+        action.afterFailure(*screen, messages[i]);
+        screen->failures().heal();
+        action.repeat(*screen);
+        EXPECT_EQ(screen->host.messages->errors.size(), 1U) << "the screen works on";
+        action.expectDone(*screen);
+        EXPECT_TRUE(screen->host.form().Unload());
+        EXPECT_EQ(screen->database.openSessions(), 0);
+    }
+}
+
+std::vector<std::vector<std::string>> activated(Screen& screen) {
+    return screen.database.rows("SELECT CI35_CONTO_CG24 FROM CI35_CONTIATTIVI ORDER BY CI35_CONTO_CG24");
+}
+
+std::vector<std::vector<std::string>> marked(Screen& screen, const std::string& table) {
+    return screen.query("SELECT CONTO FROM " + table +
+                        " WHERE ATTIVO = 1 AND ISANALITICO = 1 ORDER BY INDICE");
+}
+
+std::vector<std::vector<std::string>> rowsOf(std::initializer_list<const char*> codes) {
+    std::vector<std::vector<std::string>> rows;
+    for (const char* code : codes) {
+        rows.push_back({code});
+    }
+    return rows;
+}
+
+std::string labelOfFilterChange(const Message& message) {
+    return contains(message.text, "TOP 1 1") ? "PrimoLivelloChecked:" : "CaricamentoConti:";
+}
+
+TEST(FilterFailures, AreReportedOnceAndTheNextFilterChangeRebuildsEverything) {
+    Action action;
+    action.chart.activated("0101010001");
+    action.act = [](Screen& screen) { screen.host.user().filter(3); };
+    action.label = labelOfFilterChange;
+    action.repeat = action.act;
+    action.expectDone = [](Screen& screen) {
+        EXPECT_EQ(screen.query("SELECT COUNT(*) FROM #CG24_TABPDC_SELECTED"),
+                  (std::vector<std::vector<std::string>>{{"25"}}));
+        const ScreenUser user = screen.host.user();
+        user.expand(user.root(2));
+        EXPECT_EQ(ScreenUser::childKeys(user.root(2)),
+                  (std::vector<std::string>{"*E0300000000*", "*E0400000000*"}));
+        EXPECT_FALSE(user.root(2).Checked());
+        EXPECT_EQ(user.tree().RootCount(), 4);
+    };
+    failEachStatement(action);
+}
+
+TEST(FilterFailures, LeaveTheRootUncheckedWhoseStateCouldNotBeRead) {
+    Screen screen(smallChart().activated("0901010001"));
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    EXPECT_TRUE(user.root(0).Checked());
+    screen.failures().failContaining("CG24_INDTIPOCONTO = 0");
+    user.filter(1);
+    EXPECT_FALSE(user.root(0).Checked());
+    EXPECT_EQ(user.tree().RootCount(), 4);
+    ASSERT_EQ(screen.host.messages->errors.size(), 1U);
+    EXPECT_EQ(screen.host.messages->errors[0].routine, "PrimoLivelloChecked:");
+}
+
+TEST(ExpansionFailures, OfARootAreReportedOnceAndTheRootOpensAfterAReload) {
+    Action action;
+    action.act = [](Screen& screen) { screen.host.user().expand(screen.host.user().root(1)); };
+    action.label = [](const Message&) { return "CaricaChildren:"; };
+    action.afterFailure = [](Screen& screen, const Message&) {
+        EXPECT_EQ(screen.host.user().root(1).Children(), 0);
+    };
+    action.repeat = [act = action.act](Screen& screen) {
+        screen.host.user().filter(1);
+        act(screen);
+    };
+    action.expectDone = [](Screen& screen) {
+        EXPECT_EQ(ScreenUser::childKeys(screen.host.user().root(1)),
+                  std::vector<std::string>{"*P0100000000*"});
+    };
+    failEachStatement(action);
+}
+
+TEST(ExpansionFailures, OfIntermediateAccountsAreReportedOnceAndASearchOpensThemStill) {
+    for (const char* key : {"*P0102000000*", "*P0102030000*"}) { // the procedure, then the prepared text
+        Action action;
+        action.prepare = [key](Screen& screen) {
+            const ScreenUser user = screen.host.user();
+            for (const char* above : {"CONTIPATRIMONIALI", "*P0100000000*", "*P0102000000*"}) {
+                if (above != std::string(key)) {
+                    user.expand(user.node(above));
+                } else {
+                    break;
+                }
+            }
+        };
+        action.act = [key](Screen& screen) { screen.host.user().expand(screen.host.user().node(key)); };
+        action.label = [](const Message&) { return "CaricaChildren:"; };
+        action.repeat = [](Screen& screen) { screen.host.user().search("0102030005"); };
+        action.expectDone = [key](Screen& screen) {
+            EXPECT_GT(screen.host.user().node(key).Children(), 0);
+            EXPECT_NE(screen.host.user().node(key).Child()->Tag(), nullptr);
+        };
+        failEachStatement(action);
+    }
+}
+
+TEST(SearchFailures, AreReportedOnceAndTheNextSearchFindsTheAccount) {
+    Action action;
+    action.act = [](Screen& screen) { screen.host.user().search("0102030005"); };
+    action.label = [](const Message& message) {
+        return expected::squeezed(message.text) == expected::search(1) ? "EsecuzioneRicerca:"
+                                                                       : "CaricaChildren:";
+    };
+    action.afterFailure = [](Screen& screen, const Message&) {
+        EXPECT_EQ(screen.host.user().tree().SelectedItem()->Key(), "CONTIORDINE");
+        EXPECT_TRUE(screen.host.messages->boxes.empty());
+    };
+    action.repeat = action.act;
+    action.expectDone = [](Screen& screen) {
+        ASSERT_NE(screen.host.user().tree().SelectedItem(), nullptr);
+        EXPECT_EQ(screen.host.user().tree().SelectedItem()->Key(), "*P0102030005*");
+        EXPECT_TRUE(screen.host.user().control<controls::Button>("BUT_CORRELAZIONI").Enabled());
+    };
+    failEachStatement(action);
+}
+
+std::string labelOfActivation(const Message& message) {
+    if (message.text == "SPCI_VELDRANACT") {
+        return "AttivazioneConto:";
+    }
+    if (message.text == expected::header(4)) {
+        return "GetCodeHeader:";
+    }
+    if (contains(message.text, "UPDATE #CG24")) {
+        return "AggiornamentoAttivazione:";
+    }
+    return "CaricaChildren:";
+}
+
+TEST(ActivationFailures, OfAnAccountLeaveWhatWasDoneBeforeAndTheBoxAsTheUserSetIt) {
+    Action action;
+    action.prepare = [](Screen& screen) { screen.host.user().search("0102030005"); };
+    action.act = [](Screen& screen) {
+        screen.host.user().checkByMouse(screen.host.user().node("*P0102030005*"));
+    };
+    action.label = labelOfActivation;
+    action.afterFailure = [](Screen& screen, const Message& failed) {
+        EXPECT_TRUE(screen.host.user().node("*P0102030005*").Checked());
+        const auto one = rowsOf({"0102030005"});
+        const auto none = rowsOf({});
+        if (failed.text == "SPCI_VELDRANACT") {
+            EXPECT_EQ(activated(screen), none) << "the database is unchanged";
+            return;
+        }
+        EXPECT_EQ(activated(screen), one) << "the database stays changed";
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC"), none) << "the working table is stale";
+        const bool onlyWriteBack = failed.text == expected::writeBack("ATTIVO");
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC_SELECTED"), onlyWriteBack ? one : none);
+    };
+    action.repeat = [](Screen& screen) {
+        const ScreenUser user = screen.host.user();
+        user.checkByMouse(user.node("*P0102030005*"));
+        EXPECT_EQ(activated(screen), rowsOf({}));
+        user.checkByMouse(user.node("*P0102030005*"));
+    };
+    action.expectDone = [](Screen& screen) {
+        const auto one = rowsOf({"0102030005"});
+        EXPECT_EQ(activated(screen), one);
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC_SELECTED"), one);
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC"), one);
+        EXPECT_TRUE(screen.host.user().node("*P0102030005*").Checked());
+    };
+    failEachStatement(action);
+}
+
+TEST(ActivationFailures, OfAGroupCanBeRepairedByClearingAndCheckingItAgain) {
+    Action action;
+    action.prepare = [](Screen& screen) { screen.host.user().search("0102030005"); };
+    action.act = [](Screen& screen) {
+        screen.host.user().checkByKeyboard(screen.host.user().node("*P0102000000*"));
+    };
+    action.label = labelOfActivation;
+    action.repeat = [act = action.act](Screen& screen) {
+        act(screen);
+        act(screen);
+    };
+    action.expectDone = [](Screen& screen) {
+        const auto both = rowsOf({"0102030005", "0102030006"});
+        EXPECT_EQ(activated(screen), both);
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC_SELECTED"), both);
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC"), both);
+        for (const char* key : {"*P0102000000*", "*P0102030000*", "*P0102030005*", "*P0102030006*"}) {
+            EXPECT_TRUE(screen.host.user().node(key).Checked());
+        }
+    };
+    failEachStatement(action);
+}
+
+TEST(ActivationFailures, OfARootStopOnlyTheTopAccountThatFailed) {
+    Action action;
+    action.act = [](Screen& screen) { screen.host.user().checkByKeyboard(screen.host.user().root(2)); };
+    action.label = labelOfActivation;
+    action.afterFailure = [](Screen& screen, const Message& failed) {
+        if (failed.how == Sent::Procedure && valueOf(failed, "@CONTO") == Value("0300000000")) {
+            EXPECT_EQ(activated(screen), rowsOf({"0401010001"}));
+        }
+    };
+    action.repeat = [act = action.act](Screen& screen) {
+        act(screen);
+        act(screen);
+    };
+    action.expectDone = [](Screen& screen) {
+        EXPECT_EQ(activated(screen), rowsOf({"0301010001", "0302010001", "0401010001"}));
+        EXPECT_EQ(marked(screen, "#CG24_TABPDC"), rowsOf({"0301010001", "0302010001", "0401010001"}));
+        EXPECT_TRUE(screen.host.user().root(2).Checked());
+    };
+    failEachStatement(action);
+}
+
+/// Reports of a start-up whose message of that text fails.
+std::vector<std::string> labelsOfStartUp(const std::string& text) {
+    const std::string statement = expected::squeezed(text);
+    if (contains(statement, "FROM CG10_DESPDC")) {
+        return {"GetLivelliPDC:"};
+    }
+    if (contains(statement, "INTO #CG24_TABPDC FROM CG24_TABPDC")) {
+        return {"ConfigurazioneTabelleTemporanee:", "CaricamentoConti:"}; // nothing to select from
+    }
+    if (contains(statement, "TOP 1 1 FROM #CG24_TABPDC_SELECTED")) {
+        return {"PrimoLivelloChecked:"};
+    }
+    return {contains(statement, "_SELECTED") ? "CaricamentoConti:" : "ConfigurazioneTabelleTemporanee:"};
+}
+
+TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
+    std::vector<Message> messages;
+    {
+        Screen screen(smallChart());
+        screen.host.open();
+        messages = screen.log().messages();
+    }
+    ASSERT_GT(messages.size(), 20U);
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        SCOPED_TRACE("message " + std::to_string(i + 1) + ": " + messages[i].text);
+        Screen screen(smallChart());
+        screen.failures().failStatement(static_cast<int>(i) + 1);
+        screen.host.open();
+        std::vector<std::string> labels;
+        for (const ShownError& shown : screen.host.messages->errors) {
+            labels.push_back(shown.routine);
+        }
+        EXPECT_EQ(labels, labelsOfStartUp(messages[i].text));
+        ASSERT_FALSE(screen.host.messages->errors.empty());
+        expectReport(screen.host.messages->errors[0], labels[0]);
+        EXPECT_EQ(screen.host.screen.GetMousePointer(), services::mouseDefault);
+        ASSERT_TRUE(screen.host.isOpen());
+        const std::size_t reports = screen.host.messages->errors.size();
+        EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+        EXPECT_EQ(screen.database.openSessions(), 0);
+        EXPECT_EQ(screen.database.livePreparedStatements(), 0);
+        screen.host.open();
+        EXPECT_EQ(screen.host.messages->errors.size(), reports) << "the next opening works";
+        EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
+    }
+}
+
+TEST(StartUpFailures, ThatGoOnAreReportedEachAndTheScreenStillCloses) {
+    Screen screen(smallChart());
+    screen.failures().failStatement(1, Times::Always);
+    screen.host.open();
+    std::vector<std::string> labels;
+    for (const ShownError& shown : screen.host.messages->errors) {
+        labels.push_back(shown.routine);
+    }
+    EXPECT_EQ(labels, (std::vector<std::string>{
+                          "GetLivelliPDC:", "ConfigurazioneTabelleTemporanee:", "CaricamentoConti:"}));
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(screen.database.openSessions(), 0);
+}
+
+TEST(StartUpFailures, OfACustomerLayoutAreReportedAndTheScreenOpens) {
+    Screen screen(smallChart());
+    screen.host.layouts.layout = [](controls::Form&) {
+        throw std::runtime_error("riga 3: controllo sconosciuto");
+    };
+    screen.host.open();
+    ASSERT_EQ(screen.host.messages->errors.size(), 1U);
+    EXPECT_EQ(screen.host.messages->errors[0].routine, "ApplicaLayOut:");
+    EXPECT_EQ(screen.host.messages->errors[0].error.Description, "riga 3: controllo sconosciuto");
+    EXPECT_EQ(screen.host.scripts.script->events, std::vector<std::string>{"tsOpen"});
+    EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
+}
+
+TEST(ErrorReport, AnswersAbortWhileThereIsNoMessageService) {
+    SegnalazioneErrori errors([] { return std::string("Modulo"); });
+    EXPECT_EQ(errors.SegnalazioneErrore("Form_Activate"), services::answerAbort);
+    EXPECT_EQ(errors.Esegui("Routine:", 7, []() -> int { throw std::runtime_error("guasto"); }), 7);
+}
+
+TEST(ErrorReport, GivesTheUsersAnswerBackAndForgetsTheError) {
+    const auto log = std::make_shared<MessageLog>();
+    log->answers = {services::answerRetry, services::answerIgnore};
+    SegnalazioneErrori errors([] { return std::string("Modulo"); });
+    errors.UsaMessaggi(std::make_unique<MessageRecorder>(log, std::make_shared<Journal>()), "Applicazione");
+    EXPECT_EQ(errors.SegnalazioneErrore("Prima:"), services::answerRetry);
+    EXPECT_EQ(errors.SegnalazioneErrore("Seconda:"), services::answerIgnore);
+    errors.Esegui("Terza:", [] { throw ado::AdoError(simulatedFailure("disco pieno")); });
+    ASSERT_EQ(log->errors.size(), 3U);
+    EXPECT_EQ(log->errors[2].error.Description, "disco pieno");
+    EXPECT_EQ(log->errors[2].error.Source, "\r\ntest");
+    EXPECT_FALSE(log->errors[2].hadConnectionErrors) << "no connection yet";
+    errors.SegnalazioneErrore("Quarta:");
+    EXPECT_EQ(log->errors[3].error.Description, "") << "the error was cleared by its report";
+}
+
+TEST(ErrorReport, ShowsAFailureOfTheLookupServiceUnderTheEventThatAsked) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.lookups.failure = simulatedFailure("elenco non disponibile");
+    auto& field = screen.host.user().control<controls::LookupField>("TXT_CONTORICERCA");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.LookupFromView();
+    ASSERT_EQ(screen.host.messages->errors.size(), 2U);
+    EXPECT_EQ(screen.host.messages->errors[0].routine, "TXT_CONTORICERCA_StartDecode");
+    EXPECT_EQ(screen.host.messages->errors[1].routine, "TXT_CONTORICERCA_StartLookup");
+    screen.host.lookups.failure.reset();
+    screen.host.lookups.descriptions = {{"0102030005", "Cassa contanti"}};
+    EXPECT_TRUE(field.Decode());
+}
+
+} // namespace
+
+} // namespace veldran::test

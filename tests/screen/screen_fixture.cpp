@@ -1,0 +1,124 @@
+#include "tests/screen/screen_fixture.h"
+
+#include "tests/screen/expected_statements.h"
+
+#include <stdexcept>
+
+namespace veldran::test {
+
+namespace {
+
+/// What tells one statement from another in a journal.
+std::string shortened(const std::string& text) {
+    for (const char* telling :
+         {"SELECT CG10_NUMLIVELLI FROM CG10_DESPDC", "DROP TABLE", "INTO #CG24_TABPDC_SELECTED",
+          "INTO #CG24_TABPDC", "ALTER TABLE", "CREATE NONCLUSTERED INDEX", "UPDATE #CG24_TABPDC"}) {
+        if (text.find(telling) != std::string::npos) {
+            return telling;
+        }
+    }
+    const std::string nature = "CG24_INDTIPOCONTO = ";
+    if (text.find("TOP 1 1") != std::string::npos && text.find(nature) != std::string::npos) {
+        return std::string("TOP 1 1 nature ") + text[text.find(nature) + nature.size()];
+    }
+    return text;
+}
+
+} // namespace
+
+/// The log of the form's statements, which also takes its place in the host's journal.
+class Screen::Recorder final : public StatementLog {
+public:
+    void opening(const std::string& connectionString) override {
+        StatementLog::opening(connectionString);
+        journal->push_back("open");
+    }
+    void sending(const Message& message) override {
+        if (paused) {
+            return;
+        }
+        StatementLog::sending(message);
+        if (message.how == Sent::Direct || message.how == Sent::Prepared || message.how == Sent::Procedure) {
+            journal->push_back(shortened(expected::squeezed(message.text)));
+        }
+    }
+
+    SharedJournal journal;
+    bool paused = false; ///< while a test asks questions of its own
+};
+
+Chart smallChart() {
+    Chart chart(4);
+    chart.account("0100000000", "Attività", 1)
+        .account("0101000000", "Immobilizzazioni", 1)
+        .account("0101010000", "Immobilizzazioni immateriali", 1)
+        .account("0101010001", "Costi d'impianto", 1)
+        .account("0101010002", "Brevetti", 1)
+        .account("0101020000", "Immobilizzazioni materiali", 1)
+        .account("0101020001", "Fabbricati", 1)
+        .account("0102000000", "Attivo circolante", 1)
+        .account("0102030000", "Disponibilità liquide", 1)
+        .account("0102030005", "Cassa contanti", 1)
+        .account("0102030006", "Banca c/c", 1)
+        .account("0300000000", "Costi", 2)
+        .account("0301000000", "Costi della produzione", 2)
+        .account("0301010000", "Materie prime", 2)
+        .account("0301010001", "Acquisti", 2)
+        .account("0302000000", "Personale", 2)
+        .account("0302010000", "Retribuzioni", 2)
+        .account("0302010001", "Salari", 2)
+        .account("0400000000", "Ricavi", 2)
+        .account("0401000000", "Ricavi caratteristici", 2)
+        .account("0401010000", "Vendite", 2)
+        .account("0401010001", "Vendite Italia", 2)
+        .account("0900000000", "Conti d'ordine", 0)
+        .account("0901000000", "Beni di terzi", 0)
+        .account("0901010000", "Beni in deposito", 0)
+        .account("0901010001", "Merci di terzi", 0);
+    return chart;
+}
+
+Screen::Screen(const Chart& chart, Company company)
+    : recorder_(std::make_shared<Recorder>()), database(chart),
+      failing(std::make_shared<FailingDriver>(database.driver())),
+      host(std::make_shared<InterceptingDriver>(failing, recorder_), database.connectionString(),
+           std::move(company)) {
+    recorder_->journal = host.journal;
+}
+
+Screen::~Screen() = default;
+
+StatementLog& Screen::log() const {
+    return *recorder_;
+}
+
+std::vector<std::vector<std::string>> Screen::query(const std::string& select) {
+    recorder_->paused = true;
+    const auto rows = host.connection().Execute(select);
+    recorder_->paused = false;
+    std::vector<std::vector<std::string>> all;
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        std::vector<std::string>& texts = all.emplace_back();
+        for (const ado::Field& field : rows->Fields()) {
+            texts.push_back(asText(field.Value()));
+        }
+    }
+    return all;
+}
+
+Journal Screen::journalWithoutNavigator() const {
+    Journal all = *host.journal;
+    std::erase(all, "navigator status");
+    return all;
+}
+
+const Value& valueOf(const Message& message, std::string_view parameter) {
+    for (const ado::BoundParameter& bound : message.parameters) {
+        if (bound.info.name == parameter) {
+            return bound.value;
+        }
+    }
+    throw std::out_of_range("no parameter " + std::string(parameter) + " in " + message.text);
+}
+
+} // namespace veldran::test

@@ -1,0 +1,135 @@
+#include "tests/support/host_fakes.h"
+
+#include "platform/controls/data_grid.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace veldran::test {
+
+void HeadlessWindows::ShowForm(std::shared_ptr<controls::Form> form, bool modal, std::intptr_t parent) {
+    settle();
+    showings_.push_back({modal, parent, form->WindowState(), form->Caption()});
+    journal_->push_back(modal ? "show modal" : "show");
+    controls::Form* shown = form.get();
+    forms_.push_back(std::move(form));
+    unloads_.emplace_back(shown, shown->Unloaded.subscribe([this, shown] {
+        const auto at = std::find_if(forms_.begin(), forms_.end(),
+                                     [shown](const auto& candidate) { return candidate.get() == shown; });
+        if (at != forms_.end()) {
+            leaving_.push_back(std::move(*at));
+            forms_.erase(at);
+        }
+        journal_->push_back("form unloaded");
+    }));
+    shown->Load();
+    if (const auto* container = dynamic_cast<controls::MdiContainer*>(shown->FindControl("MDIActiveX1"))) {
+        container->FormLoad.raise();
+    }
+    shown->Activate();
+    if (modal && shown->IsLoaded()) {
+        if (whileModal) {
+            whileModal(*shown);
+        }
+        if (std::any_of(forms_.begin(), forms_.end(),
+                        [shown](const auto& candidate) { return candidate.get() == shown; })) {
+            throw std::logic_error("a modal form was left standing");
+        }
+    }
+}
+
+void HeadlessWindows::DoEvents() {
+    journal_->push_back("events");
+    settle();
+}
+
+void HeadlessWindows::settle() {
+    for (const auto& form : leaving_) {
+        std::erase_if(unloads_, [&form](const auto& entry) { return entry.first == form.get(); });
+    }
+    leaving_.clear();
+}
+
+void ScreenRecorder::SetMousePointer(int pointer) {
+    pointer_ = pointer;
+    pointers.push_back(pointer);
+}
+
+void LayoutRecorder::ApplyLayout(controls::Form& form) {
+    ++applied;
+    journal_->push_back("layout");
+    if (layout) {
+        layout(form);
+    }
+}
+
+bool ScriptRecorder::ExecuteFormEvent(const std::string& name) {
+    events.push_back(name);
+    journal_->push_back("script " + name);
+    return vetoClose && name == "tsClose";
+}
+
+std::shared_ptr<services::ScriptObject> ScriptEngineRecorder::BuildScript(controls::Form& form) {
+    builtFor.push_back(&form);
+    journal_->push_back("build script");
+    if (broken) {
+        return nullptr;
+    }
+    script = std::make_shared<ScriptRecorder>(journal_);
+    script->vetoClose = vetoClose;
+    return script;
+}
+
+std::optional<std::string> ThesaurusFake::Entry(std::int32_t number) const {
+    const auto found = entries.find(number);
+    return found == entries.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::string> ThesaurusFake::ControlCaption(const std::string&,
+                                                         const std::string& control) const {
+    const auto found = captions.find(control);
+    return found == captions.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::string> LookupFake::Decode(const services::LookupRequest& request) {
+    decodes.push_back(request);
+    failWhenTold();
+    const auto found = descriptions.find(request.code);
+    return found == descriptions.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<services::LookupChoice> LookupFake::Choose(const services::LookupRequest& request) {
+    lists.push_back(request);
+    failWhenTold();
+    return choice;
+}
+
+void LookupFake::failWhenTold() const {
+    if (failure) {
+        throw ado::AdoError(*failure);
+    }
+}
+
+void NavigatorFake::SetStatus(std::int16_t status) {
+    statuses.push_back(status);
+    journal_->push_back("navigator status");
+}
+
+void NavigatorFake::SetScript(std::shared_ptr<services::ScriptObject> script) {
+    script_ = std::move(script);
+}
+
+void NavigatorFake::ScreenClosing() {
+    ++closings;
+    journal_->push_back("navigator told");
+}
+
+Value FrameFake::GetProperty(std::string_view name) const {
+    if (equalsIgnoringAsciiCase(name, "Status")) {
+        return status;
+    }
+    return Object::GetProperty(name);
+}
+
+} // namespace veldran::test

@@ -1,0 +1,112 @@
+#include "tests/support/test_database.h"
+
+#include "adapters/embedded/driver.h"
+#include "adapters/embedded/file.h"
+#include "adapters/embedded/script.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace veldran::test {
+
+namespace {
+
+std::string connectionStringOf(const std::filesystem::path& file) {
+    return "Provider=VeldranEmbedded;Data Source=" + file.string();
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw std::runtime_error("cannot read " + file.string());
+    }
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// A database with tables and routines and no rows, made once for the test program and copied for each test.
+class Template {
+public:
+    static const std::filesystem::path& file() {
+        static const Template made;
+        return made.file_;
+    }
+
+private:
+    Template() : file_(directory_.path() / "template.vdb") {
+        embedded::createDatabase(file_.string());
+        const auto session =
+            std::make_shared<embedded::EmbeddedDriver>()->open(connectionStringOf(file_), {}, {});
+        for (const char* script : {"database/schema.sql", "database/routines.sql"}) {
+            embedded::runScript(*session, contentOf(std::filesystem::path(VELDRAN_SOURCE_DIR) / script));
+        }
+    }
+
+    TemporaryDirectory directory_;
+    std::filesystem::path file_;
+};
+
+} // namespace
+
+TemporaryDirectory::TemporaryDirectory() {
+    static std::atomic<int> number{0};
+    path_ = std::filesystem::temp_directory_path() /
+            ("veldran-test-" + std::to_string(getpid()) + "-" + std::to_string(++number));
+    std::filesystem::create_directories(path_);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    std::error_code ignored; // a directory that cannot be removed is no failure of the test
+    std::filesystem::remove_all(path_, ignored);
+}
+
+TestDatabase::TestDatabase(const Chart& chart)
+    : connectionString_(connectionStringOf(directory_.path() / "company.vdb")),
+      embedded_(std::make_shared<embedded::EmbeddedDriver>()),
+      driver_(std::make_shared<CountingDriver>(embedded_)) {
+    std::filesystem::copy_file(Template::file(), directory_.path() / "company.vdb");
+    run(chart.statements());
+}
+
+std::vector<std::vector<std::string>> TestDatabase::rows(const std::string& select) const {
+    const auto result = embedded_->open(connectionString_, {}, {})->execute(select, {}, {});
+    if (!result.rows) {
+        throw std::invalid_argument("not a query: " + select);
+    }
+    return asText(*result.rows);
+}
+
+void TestDatabase::run(const std::vector<std::string>& statements) const {
+    const auto session = embedded_->open(connectionString_, {}, {});
+    session->begin();
+    for (const std::string& statement : statements) {
+        session->execute(statement, {}, {});
+    }
+    session->commit();
+}
+
+std::string asText(const Value& value) {
+    if (value.isNull()) {
+        return "NULL";
+    }
+    if (const bool* flag = value.asBool()) {
+        return *flag ? "1" : "0";
+    }
+    return nullSafeText(value);
+}
+
+std::vector<std::vector<std::string>> asText(const ado::RowSet& rows) {
+    std::vector<std::vector<std::string>> all;
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        std::vector<std::string>& texts = all.emplace_back();
+        for (std::size_t column = 0; column < rows.columns().size(); ++column) {
+            texts.push_back(asText(rows.cell(row, column)));
+        }
+    }
+    return all;
+}
+
+} // namespace veldran::test

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "tests/support/chart_builder.h"
+#include "tests/support/counting_driver.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veldran::test {
+
+/// A directory of its own that goes with this object.
+class TemporaryDirectory {
+public:
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// A real embedded database in a temporary directory, made by the scripts that every database is made by, and
+/// filled with one chart.
+class TestDatabase {
+public:
+    explicit TestDatabase(const Chart& chart);
+
+    const std::string& connectionString() const { return connectionString_; }
+    const std::shared_ptr<CountingDriver>& driver() const { return driver_; }
+    /// Sessions that forms hold; those of this object are not counted.
+    int openSessions() const { return driver_->counts().openSessions; }
+    int livePreparedStatements() const { return driver_->counts().livePreparedStatements; }
+
+    /// Rows as text, read in a session of its own, as another program sees them: NULL is "NULL", a bit "1" or
+    /// "0", blanks at the end are left out.
+    std::vector<std::vector<std::string>> rows(const std::string& select) const;
+    /// Executes statements in a session of their own, in one transaction.
+    void run(const std::vector<std::string>& statements) const;
+
+private:
+    TemporaryDirectory directory_;
+    std::string connectionString_;
+    std::shared_ptr<ado::Driver> embedded_; // shared with its sessions
+    std::shared_ptr<CountingDriver> driver_;
+};
+
+/// The rows of a result in the form of `TestDatabase::rows`.
+std::vector<std::vector<std::string>> asText(const ado::RowSet& rows);
+std::string asText(const Value& value);
+
+} // namespace veldran::test
