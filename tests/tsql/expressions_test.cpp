@@ -89,13 +89,21 @@ TEST(TsqlExpressions, KeepsAGroupedOperandApart) {
 
 // The server reads -100.0 / -100.0 * 10.0 as 0.1: a sign takes the whole product behind it.
 TEST(TsqlExpressions, LetsASignReachOverTheProductBehindIt) {
-    EXPECT_EQ(shape("A / -B * C"), "A / (-(B * C))");
+    EXPECT_EQ(shape("A / -B * C"), "A / -B * C");
     EXPECT_EQ(shape("-A + B"), "-A + B");
-    EXPECT_EQ(shape("- -A"), "-(-A)");
+    EXPECT_EQ(shape("(-A) * B"), "(-A) * B");
+    EXPECT_EQ(shape("- -A"), "- -A");
+    const auto chain = node<Arithmetic>("A / -B * C");
+    ASSERT_EQ(chain.steps.size(), 1U);
+    EXPECT_EQ(shape(toText(*std::get<Unary>(chain.steps[0].operand->node).operand)), "B * C");
 }
 
 TEST(TsqlExpressions, InvertsBitsBeforeItMultiplies) {
-    EXPECT_EQ(shape("~A * B"), "(~A) * B");
+
+    EXPECT_EQ(node<Arithmetic>("~A * B").steps.size(), 1U);
+    EXPECT_EQ(shape("~(A * B)"), "~(A * B)");
+    EXPECT_EQ(shape("~-A * B"), "~-A * B");
+    EXPECT_EQ(shape("(~-A) * B"), "(~-A) * B");
 }
 
 TEST(TsqlExpressions, BindsAndMoreTightlyThanOr) {

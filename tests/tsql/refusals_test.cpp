@@ -1,4 +1,5 @@
 #include "adapters/embedded/tsql/printer.h"
+#include "tests/tsql/invariant.h"
 #include "tests/tsql/refusal.h"
 
 #include <string>
@@ -147,11 +148,31 @@ TEST(TsqlRefusals, RefusesEveryKindOfDeepNestingInsteadOfExhaustingTheStack) {
 }
 
 TEST(TsqlRefusals, TakesLongChainsBecauseTheyAreNotDeep) {
-    constexpr int length = 50'000;
+    constexpr int length = 20'000;
     EXPECT_EQ(refusalOf("SELECT 1" + repeated(" + 1", length)), Refusal{});
     EXPECT_EQ(refusalOf("SELECT 1 WHERE A = 1" + repeated(" OR A = 1", length)), Refusal{});
     EXPECT_EQ(refusalOf("SELECT 1" + repeated(" UNION ALL SELECT 1", length)), Refusal{});
     EXPECT_EQ(refusalOf("SELECT 1 FROM T" + repeated(" CROSS JOIN T", length)), Refusal{});
+}
+
+TEST(TsqlRefusals, PrintsTheDeepestTextsNoDeeperThanTheyWere) {
+    for (const std::string_view opening : {"~", "- ", "A * -", "A + (", "CASE WHEN 1 = 1 THEN "}) {
+        int levels = maximumNesting;
+        const auto nested = [&] {
+            return "SELECT " + repeated(opening, levels) + "A" +
+                   repeated(opening == "A + (" ? ")" : "", levels) +
+                   repeated(opening.starts_with("CASE") ? " END" : "", levels);
+        };
+        while (refusalOf(nested()) != Refusal{}) {
+            --levels;
+        }
+        EXPECT_GT(levels, maximumNesting / 2) << opening;
+        EXPECT_EQ(brokenInvariant(nested()), std::nullopt) << opening;
+    }
+    std::string compound =
+        "SET @A += A + " + repeated("(", maximumNesting - 4) + "1" + repeated(")", maximumNesting - 4);
+    EXPECT_EQ(refusalOf(compound), Refusal{});
+    EXPECT_EQ(brokenInvariant(compound), std::nullopt);
 }
 
 TEST(TsqlRefusals, RefusesReservedWordsAsNames) {

@@ -209,6 +209,7 @@ Expression Grammar::assigned(const SourcePosition& begin, ExpressionNode target)
     }
     for (const auto& [spelling, op] : compoundAssignments) {
         if (tokens_.accept(spelling)) {
+            const Nesting nesting(tokens_);
             Arithmetic operation{Expression{targetSpan, std::move(target)}, {}};
             operation.steps.push_back({op, value()});
             return {tokens_.since(begin), std::move(operation)};

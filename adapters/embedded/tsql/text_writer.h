@@ -23,7 +23,18 @@ public:
 private:
     // How tightly a node holds together, loosest first: an operand that is looser than its place asks for is
     // put in parentheses.
-    enum class Binding { Disjunction, Conjunction, Negation, Predicate, Sum, Product, Sign, Collated, Atom };
+    enum class Binding {
+        Disjunction,
+        Conjunction,
+        Negation,
+        Predicate,
+        Sum,
+        Product,
+        Sign,
+        Inverted,
+        Collated,
+        Atom
+    };
 
     static Binding bindingOf(const Expression& expression);
     void write(const Expression& expression, Binding atLeast);

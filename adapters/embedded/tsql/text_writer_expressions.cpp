@@ -94,8 +94,11 @@ TextWriter::Binding TextWriter::bindingOf(const Expression& expression) {
     if (const auto* arithmetic = std::get_if<Arithmetic>(&expression.node)) {
         return isProduct(arithmetic->steps.front().op) ? Binding::Product : Binding::Sum;
     }
-    if (std::holds_alternative<Unary>(expression.node)) {
-        return Binding::Sign;
+    if (const auto* unary = std::get_if<Unary>(&expression.node)) {
+        // "~-A" ends in what the sign reaches over, so it is as loose as a sign itself.
+        const bool reaches =
+            unary->op != UnaryOperator::BitNot || bindingOf(*unary->operand) == Binding::Sign;
+        return reaches ? Binding::Sign : Binding::Inverted;
     }
     return std::holds_alternative<Collate>(expression.node) ? Binding::Collated : Binding::Atom;
 }
@@ -122,28 +125,31 @@ void TextWriter::node(const Literal& literal) {
     text_ += '\'';
 }
 
-// A sign reaches over a whole product, so anything looser than an atom is enclosed on both sides of it.
+// A sign takes the whole product behind it, an inversion the next operand only.
 void TextWriter::node(const Unary& unary) {
-    switch (unary.op) {
-    case UnaryOperator::Plus:
-        text_ += '+';
-        break;
-    case UnaryOperator::Minus:
-        text_ += '-';
-        break;
-    case UnaryOperator::BitNot:
+    if (unary.op == UnaryOperator::BitNot) {
         text_ += '~';
-        break;
+        write(*unary.operand, Binding::Sign);
+        return;
     }
-    write(*unary.operand, Binding::Collated);
+    const bool minus = unary.op == UnaryOperator::Minus;
+    text_ += minus ? '-' : '+';
+    const std::size_t operand = text_.size();
+    write(*unary.operand, Binding::Product);
+    if (minus && text_[operand] == '-') {
+        text_.insert(operand, 1, ' '); // two minus signs in a row would begin a comment
+    }
 }
 
+// In a product a sign may stand without parentheses at the end alone, where there is nothing left to take.
 void TextWriter::node(const Arithmetic& chain) {
-    const Binding operand = isProduct(chain.steps.front().op) ? Binding::Collated : Binding::Product;
-    write(*chain.first, operand);
+    const bool product = isProduct(chain.steps.front().op);
+    const Binding inner = product ? Binding::Inverted : Binding::Product;
+    const Binding last = product ? Binding::Sign : Binding::Product;
+    write(*chain.first, inner);
     for (const ArithmeticStep& step : chain.steps) {
         text_ += spelling(step.op);
-        write(*step.operand, operand);
+        write(*step.operand, &step == &chain.steps.back() ? last : inner);
     }
 }
 
