@@ -44,9 +44,10 @@ void FRMCI_VELDRAN::Form_Activate() {
     inAvvio_ = true;
     errori_.Esegui("Form_Activate", [this] { Avvio(); });
     inAvvio_ = false;
-    if (connessione_ && connessione_->State() != ado::adStateOpen) {
+    if (connessione_ && connessione_->State() != ado::adStateOpen) { // the next activation tries again
+        RilascioAree();
         errori_.UsaConnessione(nullptr);
-        connessione_.reset(); // the next activation tries again
+        connessione_.reset();
     }
 }
 
@@ -61,6 +62,9 @@ services::GlobalObject& FRMCI_VELDRAN::Global() const {
 void FRMCI_VELDRAN::Avvio() {
     services::GlobalObject& global = Global();
     errori_.UsaMessaggi(global.NewMessageService(), global.ApplicationTitle());
+    if (!errori_.Messaggi()) {
+        throw std::logic_error("L'applicazione non offre un servizio messaggi");
+    }
     errori_.Messaggi()->Bind(*activeDll_);
     stringaConnessione_ = global.StringaDiConnessione();
     ApriConnessione(global);
@@ -81,6 +85,9 @@ void FRMCI_VELDRAN::ApriConnessione(services::GlobalObject& global) {
         return;
     }
     connessione_ = global.Connections().NewConnection();
+    if (!connessione_) {
+        throw std::logic_error("L'applicazione non offre una connessione alla base dati");
+    }
     errori_.UsaConnessione(connessione_);
     connessione_->ConnectionString(stringaConnessione_);
     connessione_->Open();
@@ -184,11 +191,7 @@ void FRMCI_VELDRAN::RilascioOggetti() {
     RilascioControllo(&controlli_.TXT_CAUSALE);
     RilascioControllo(&controlli_.TXT_CONTORICERCA);
     controlli_.QRV_RESIZEFORM.SetComponent(nullptr);
-    eventiControlli_.clear();
-    if (aree_) {
-        aree_->albero.SvuotaAlbero(); // the nodes share the command factory
-        aree_.reset();
-    }
+    RilascioAree();
     formati_ = {};
     for (std::size_t colonna = 0; colonna < controlli_.GRD_DETTAGLIO.Columns().size(); ++colonna) {
         controlli_.GRD_DETTAGLIO.SetColumnFormat(colonna, nullptr);
@@ -199,6 +202,14 @@ void FRMCI_VELDRAN::RilascioOggetti() {
         navigatore->SetScript(nullptr);
     }
     script_.reset();
+}
+
+void FRMCI_VELDRAN::RilascioAree() {
+    eventiControlli_.clear();
+    if (aree_) {
+        aree_->albero.SvuotaAlbero(); // the nodes share the command factory
+        aree_.reset();
+    }
 }
 
 void FRMCI_VELDRAN::ChiudiConnessione() {

@@ -71,6 +71,7 @@ private:
     void RilascioComandi();
     void RilascioControllo(controls::LookupField* controllo);
     void RilascioOggetti();
+    void RilascioAree();
     void ChiudiConnessione();
 
     ControlliFormPrincipale controlli_;

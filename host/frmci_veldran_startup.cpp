@@ -130,8 +130,6 @@ void FRMCI_VELDRAN::ConfigurazioneCampiCorrelazione(services::GlobalObject& glob
     controlli_.TXT_VDS.SetLookupService(&global.Lookups());
     controlli_.TXT_VDS.SetMaxLength(lunghezzaContoCoan);
     controlli_.TXT_VDS.SetEnabled(global.GestioneVociDiSpesa());
-    controlli_.TXT_DESCRCONTO.SetCaption("");
-    controlli_.TXT_DESCRVDS.SetCaption("");
     // Their buttons stay dead until an editing frame is bound to them.
     controlli_.INV_TESTATA.SetEnabled(false);
     controlli_.GNV_DETTAGLIO.SetEnabled(false);
