@@ -1,0 +1,200 @@
+// The search over scripted answers: the field, the path down the tree, and what failures leave behind.
+#include "tests/module/work_areas.h"
+
+#include <gtest/gtest.h>
+
+namespace veldran::test {
+
+namespace {
+
+using Labels = std::vector<std::string>;
+
+ado::StatementResult found(const std::string& conto, int nature) {
+    return rows({"CONTO", "CG24_INDTIPOCONTO", "NRLIVELLO", "LIVELLO1", "LIVELLO2", "LIVELLO3", "LIVELLO4",
+                 "LIVELLO5"},
+                {{conto, nature, 4, conto.substr(0, 2) + "00000000", conto.substr(0, 4) + "000000",
+                  conto.substr(0, 6) + "0000", conto, Value()}});
+}
+
+/// One branch of the economic nature down to 0102030005.
+ado::StatementResult oneBranch(const Request& request) {
+    if (request.text.find("SELECT * FROM") != std::string::npos) {
+        return request.value("@CONTO").toText() == "0102030005" ? found("0102030005", 2)
+                                                                : rows({"CONTO"}, {});
+    }
+    if (request.text.find("NRLIVELLO = 1") != std::string::npos) {
+        return children({childRow("0100000000", false, true, 1)});
+    }
+    if (request.procedure) {
+        return request.value("@LIVELLO_PARENT").toInteger() == 1
+                   ? children({childRow("0102000000", false, true, 2)})
+                   : children({childRow("0102030000", false, true, 3)});
+    }
+    if (request.prepared) {
+        return children({childRow("0102030005", true, true, 4)});
+    }
+    return nothing(request);
+}
+
+class Search : public testing::Test {
+protected:
+    Search() {
+        w.database.answer = oneBranch;
+        w.areas->albero.LoadTree();
+        w.areas->ricerca.Configurazione(lookups);
+        auto& field = w.controls.TXT_CONTORICERCA;
+        RicercaConto& search = w.areas->ricerca;
+        events.push_back(field.StartDecode.subscribe(
+            [&search](services::LookupRequest& r) { search.TXT_CONTORICERCA_StartDecode(r); }));
+        events.push_back(field.StartLookup.subscribe(
+            [&search](services::LookupRequest& r) { search.TXT_CONTORICERCA_StartLookup(r); }));
+        events.push_back(field.AfterItem.subscribe([&search] { search.TXT_CONTORICERCA_AfterItem(); }));
+        events.push_back(field.Change.subscribe([&search] { search.TXT_CONTORICERCA_Change(); }));
+        events.push_back(
+            field.Failed.subscribe([&search](const std::exception&) { search.TXT_CONTORICERCA_Failed(); }));
+        w.database.requests.clear();
+    }
+    RicercaConto& search() { return w.areas->ricerca; }
+    std::string selected() const {
+        const controls::TreeNode* node = w.controls.TRW_CONTI.SelectedItem();
+        return node ? node->Key() : "";
+    }
+
+    WorkAreas w;
+    LookupFake lookups;
+    std::vector<Subscription> events;
+};
+
+TEST_F(Search, EnterDecodesSearchesAndPutsTheUserIntoTheTree) {
+    lookups.descriptions["0102030005"] = "Cassa";
+    w.controls.TXT_CONTORICERCA.TypeFromView("1/2/3/5");
+    controls::KeyEvent enter{controls::keyReturn, controls::shiftNone};
+    search().TXT_CONTORICERCA_KeyDown(enter);
+    EXPECT_EQ(enter.keyCode, 0) << "consumed";
+    EXPECT_EQ(selected(), "*E0102030005*");
+    EXPECT_TRUE(w.controls.BUT_CORRELAZIONI.Enabled());
+    EXPECT_EQ(w.controls.LBB_DESCRCONTORICERCA.Caption(), "Cassa");
+    EXPECT_TRUE(w.controls.TRW_CONTI.HasFocus());
+}
+
+TEST_F(Search, LeavesEveryOtherKeyAlone) {
+    controls::KeyEvent shifted{controls::keyReturn, controls::shiftCtrl};
+    search().TXT_CONTORICERCA_KeyDown(shifted);
+    controls::KeyEvent tab{controls::keyTab, controls::shiftNone};
+    search().TXT_CONTORICERCA_KeyDown(tab);
+    EXPECT_EQ(shifted.keyCode, controls::keyReturn);
+    EXPECT_EQ(tab.keyCode, controls::keyTab);
+    EXPECT_TRUE(w.database.requests.empty());
+}
+
+TEST_F(Search, TakesTheDescriptionAwayWhileTheUserTypesOn) {
+    lookups.descriptions["0102030005"] = "Cassa";
+    auto& field = w.controls.TXT_CONTORICERCA;
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_EQ(w.controls.LBB_DESCRCONTORICERCA.Caption(), "Cassa");
+    field.TypeFromView("0102030006");
+    EXPECT_EQ(w.controls.LBB_DESCRCONTORICERCA.Caption(), "");
+}
+
+TEST_F(Search, SaysThatATextLongerThanAnyAccountIsNotSelected) {
+    search().EsecuzioneRicerca("01020300051");
+    ASSERT_EQ(w.messages->boxes.size(), 1U);
+    EXPECT_EQ(w.messages->boxes[0].title, "Ricerca conto");
+    EXPECT_TRUE(w.database.requests.empty());
+    EXPECT_TRUE(w.messages->errors.empty());
+}
+
+TEST_F(Search, ReportsOnceWhenALevelOfThePathCannotBeLoaded) {
+    for (int failing = 2; failing <= 5; ++failing) {
+        w.database.answer = [&](const Request& request) {
+            if (w.database.requests.size() == static_cast<std::size_t>(failing)) {
+                fail();
+            }
+            return oneBranch(request);
+        };
+        w.database.requests.clear();
+        w.messages->clear();
+        search().EsecuzioneRicerca("0102030005");
+        EXPECT_EQ(w.labels(), Labels{"CaricaChildren:"}) << failing;
+        EXPECT_EQ(w.screen.GetMousePointer(), services::mouseDefault);
+        w.database.answer = oneBranch;
+        w.messages->clear();
+        search().EsecuzioneRicerca("0102030005");
+        EXPECT_EQ(selected(), "*E0102030005*") << failing;
+        EXPECT_TRUE(w.messages->errors.empty());
+        w.areas->albero.LoadTree();
+    }
+}
+
+TEST_F(Search, ReportsALookUpThatFails) {
+    w.database.answer = [](const Request&) -> ado::StatementResult { fail(); };
+    search().EsecuzioneRicerca("0102030005");
+    EXPECT_EQ(w.labels(), Labels{"EsecuzioneRicerca:"});
+    EXPECT_TRUE(w.messages->boxes.empty());
+}
+
+TEST_F(Search, SaysWhichGroupingAccountTheTreeDoesNotHave) {
+    w.database.answer = [](const Request& request) {
+        return request.procedure ? children({}) : oneBranch(request);
+    };
+    search().EsecuzioneRicerca("0102030005");
+    ASSERT_EQ(w.labels(), Labels{"CostruzioneNodo:"});
+    EXPECT_NE(w.messages->errors[0].error.Description.find("0102000000"), std::string::npos);
+    EXPECT_EQ(selected(), "CONTIORDINE");
+}
+
+TEST_F(Search, SaysThatTheAccountIsNotUnderItsGroup) {
+    w.database.answer = [](const Request& request) {
+        return request.prepared ? children({}) : oneBranch(request);
+    };
+    search().EsecuzioneRicerca("0102030005");
+    EXPECT_EQ(w.labels(), Labels{"SelezioneConto:"});
+}
+
+TEST_F(Search, SaysThatAnAccountHasAnUnknownNature) {
+    w.database.answer = [](const Request& request) {
+        return request.text.find("SELECT * FROM") != std::string::npos ? found("0102030005", 8)
+                                                                       : oneBranch(request);
+    };
+    search().EsecuzioneRicerca("0102030005");
+    EXPECT_EQ(w.labels(), Labels{"CostruzioneNodo:"});
+}
+
+TEST_F(Search, ReportsALookupServiceThatFailsUnderWhatItWasAsked) {
+    struct Broken final : services::LookupService {
+        std::optional<std::string> Decode(const services::LookupRequest&) override { fail(); }
+        std::optional<services::LookupChoice> Choose(const services::LookupRequest&) override { fail(); }
+    } broken;
+    auto& field = w.controls.TXT_CONTORICERCA;
+    field.SetLookupService(&broken);
+    field.TypeFromView("01");
+    field.LeaveFromView();
+    field.LookupFromView();
+    EXPECT_EQ(w.labels(), (Labels{"TXT_CONTORICERCA_StartDecode", "TXT_CONTORICERCA_StartLookup"}));
+    EXPECT_EQ(w.messages->errors[0].error.Description, "Guasto simulato");
+    field.SetLookupService(&lookups);
+}
+
+TEST_F(Search, AsksTheHostForAccountsOfItsOwnChart) {
+    w.controls.TXT_CONTORICERCA.LookupFromView();
+    ASSERT_EQ(lookups.lists.size(), 1U);
+    EXPECT_EQ(lookups.lists[0].kind, services::LookupKind::ContiCoge);
+    EXPECT_EQ(lookups.lists[0].connection, w.connection);
+    EXPECT_EQ(lookups.lists[0].connectionString, "scritto=1");
+    EXPECT_EQ(lookups.lists[0].ditta, "31");
+    EXPECT_EQ(lookups.lists[0].pdc, 7);
+    EXPECT_EQ(lookups.lists[0].title, "Conti di contabilità generale");
+}
+
+TEST_F(Search, LetsGoOfTheHostsServiceWhenReleased) {
+    search().EsecuzioneRicerca("0102030005");
+    search().Rilascia();
+    w.controls.TXT_CONTORICERCA.TypeFromView("01");
+    EXPECT_FALSE(w.controls.TXT_CONTORICERCA.Decode());
+    EXPECT_TRUE(lookups.decodes.empty());
+}
+
+} // namespace
+
+} // namespace veldran::test

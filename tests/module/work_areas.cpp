@@ -1,0 +1,30 @@
+#include "tests/module/work_areas.h"
+
+namespace veldran::test {
+
+WorkAreas::WorkAreas() : connection(connectTo(database)), errors([this] { return form.Caption(); }) {
+    const SharedJournal journal = std::make_shared<Journal>();
+    errors.UsaMessaggi(std::make_unique<MessageRecorder>(messages, journal), "Prova");
+    errors.UsaConnessione(connection);
+    areas = std::make_unique<AreeDiLavoro>(
+        AmbienteDiLavoro{connection, "scritto=1", "31", 7, 4, errors, screen}, controls,
+        DidascalieRadici{"Ordine", "Patrimoniali", "Economici", "Non stampati"});
+    auto factory = std::make_shared<CCommandFactory>(); // shared by the nodes
+    factory->Connessione(connection);
+    areas->albero.UsaCommandFactory(std::move(factory));
+    controls.LAY_ATTIVAZIONE.SetVisible(true);
+}
+
+WorkAreas::~WorkAreas() {
+    areas->albero.SvuotaAlbero();
+}
+
+std::vector<std::string> WorkAreas::labels() const {
+    std::vector<std::string> all;
+    for (const ShownError& error : messages->errors) {
+        all.push_back(error.routine);
+    }
+    return all;
+}
+
+} // namespace veldran::test
