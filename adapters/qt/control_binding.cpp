@@ -22,10 +22,13 @@ bool belongsToControl(const QKeyEvent& event) {
 
 } // namespace
 
-ControlBinding::ControlBinding(controls::Control& control, QWidget& shown, QWidget& focused, Refresh refresh)
-    : QObject(&shown), control_(control), shown_(shown), focused_(focused), refresh_(std::move(refresh)) {
+ControlBinding::ControlBinding(controls::Control& control, QWidget& shown, QWidget* focused, Refresh refresh)
+    : QObject(&shown), control_(control), shown_(shown), named_(focused != nullptr ? *focused : shown),
+      refresh_(std::move(refresh)) {
     shown_.setObjectName(toQt(control_.Name()));
-    focused_.installEventFilter(this);
+    if (focused != nullptr) {
+        focused->installEventFilter(this);
+    }
     changed_ = control_.Changed.subscribe([this] { showProperties(); });
     showProperties();
 }
@@ -39,8 +42,8 @@ void ControlBinding::showProperties() {
         shown_.setToolTip(toolTip);
     }
     const QString name = toQt(control_.AccessibleName()).remove(QLatin1Char('&'));
-    if (focused_.accessibleName() != name) {
-        focused_.setAccessibleName(name);
+    if (named_.accessibleName() != name) {
+        named_.setAccessibleName(name);
     }
     shown_.setEnabled(control_.Enabled());
     if (shown_.parentWidget() != nullptr) { // a widget without a parent would become a window

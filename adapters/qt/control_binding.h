@@ -20,9 +20,9 @@ public:
     using Refresh = std::function<void()>;
 
     /// \param shown the whole view; owns the binding
-    /// \param focused the part of it that takes the focus
+    /// \param focused the part of it that takes the focus; nullptr for what never does
     /// \param refresh shows the properties of this kind of control; called now and after each change
-    ControlBinding(controls::Control& control, QWidget& shown, QWidget& focused, Refresh refresh);
+    ControlBinding(controls::Control& control, QWidget& shown, QWidget* focused, Refresh refresh);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -31,7 +31,7 @@ private:
 
     controls::Control& control_;
     QWidget& shown_;
-    QWidget& focused_;
+    QWidget& named_; ///< the part that a screen reader comes to
     Refresh refresh_;
     Subscription changed_;
 };

@@ -94,7 +94,7 @@ View* FormView::place(std::string_view name, QWidget* parent) {
 QWidget* FormView::placeArea(std::string_view layoutName, QWidget* parent) {
     auto* area = new QWidget(parent);
     if (auto* layout = find<controls::Layout>(layoutName)) {
-        new ControlBinding(*layout, *area, *area, {});
+        new ControlBinding(*layout, *area, nullptr, {});
     }
     return area;
 }

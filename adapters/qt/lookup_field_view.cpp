@@ -66,7 +66,7 @@ LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent
     setFocusProxy(edit_);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
-    new ControlBinding(control, *this, *edit_, [this] { showField(); });
+    new ControlBinding(control, *this, edit_, [this] { showField(); });
     connect(edit_, &QLineEdit::textEdited, this,
             [this](const QString& text) { control_.TypeFromView(fromQt(text)); });
     connect(button_, &QToolButton::clicked, this, [this] {
@@ -84,7 +84,10 @@ void LookupFieldView::showField() {
             text = std::move(display);
         }
     }
-    edit_->setMaxLength(control_.MaxLength() > 0 ? control_.MaxLength() : longestText);
+    const int limit = control_.MaxLength() > 0 ? control_.MaxLength() : longestText;
+    if (edit_->maxLength() != limit) { // setting it, even to the same length, would move the cursor
+        edit_->setMaxLength(limit);
+    }
     if (edit_->text() != toQt(text)) {
         edit_->setText(toQt(text));
     }

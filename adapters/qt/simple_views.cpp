@@ -15,7 +15,7 @@ namespace veldran::qt {
 
 LabelView::LabelView(controls::Label& control, QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
-    new ControlBinding(control, *this, *this, [this, &control] { setText(toQt(control.Caption())); });
+    new ControlBinding(control, *this, nullptr, [this, &control] { setText(toQt(control.Caption())); });
 }
 
 QSize LabelView::minimumSizeHint() const {
@@ -53,7 +53,7 @@ bool LabelView::event(QEvent* event) {
 
 ButtonView::ButtonView(controls::Button& control, QWidget* parent) : QPushButton(parent) {
     setAutoDefault(false);
-    new ControlBinding(control, *this, *this, [this, &control] { setText(toQt(control.Caption())); });
+    new ControlBinding(control, *this, this, [this, &control] { setText(toQt(control.Caption())); });
     connect(this, &QPushButton::clicked, this, [this, &control] {
         const QPointer<ButtonView> self(this);
         setFocus(Qt::OtherFocusReason);

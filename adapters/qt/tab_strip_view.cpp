@@ -14,7 +14,7 @@ TabStripView::TabStripView(controls::TabStrip& control, QWidget* parent)
     setExpanding(false);
     setFocusPolicy(Qt::StrongFocus);
     setUsesScrollButtons(true);
-    new ControlBinding(control, *this, *this, [this] { showTabs(); });
+    new ControlBinding(control, *this, this, [this] { showTabs(); });
     connect(this, &QTabBar::currentChanged, this, [this](int index) {
         if (!showing_ && index >= 0) {
             control_.Select(index + 1);

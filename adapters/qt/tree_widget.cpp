@@ -106,7 +106,7 @@ TreeWidget::TreeWidget(controls::TreeView& tree, QWidget* parent)
     header()->setSectionResizeMode(QHeaderView::Stretch);
     link_->showAll();
     tree_.SetHitTester([this](int x, int y) { return hitTest(x, y); });
-    new ControlBinding(tree_, *this, *this, {});
+    new ControlBinding(tree_, *this, this, {});
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& index) { expandedByUser(index, true); });
     connect(this, &QTreeView::collapsed, this,
@@ -240,7 +240,6 @@ void TreeWidget::expandBelow(const QModelIndex& top) {
     if (!top.isValid()) {
         return;
     }
-    const controls::TreeRedrawLock lock(tree_);
     QList<QPersistentModelIndex> rows{top};
     int opened = 0;
     for (qsizetype i = 0; i < rows.size() && opened < expandAllLimit; ++i) {

@@ -1,0 +1,132 @@
+#include "adapters/qt/lookup_field_view.h"
+#include "tests/qt/field_form.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QVBoxLayout>
+
+namespace veldran::qt {
+namespace {
+
+class CodeField : public testing::Test {
+protected:
+    CodeField() {
+        auto* column = new QVBoxLayout(&window);
+        column->addWidget(view);
+        column->addWidget(elsewhere);
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        view->edit().setFocus();
+    }
+    void type(const char* text) { QTest::keyClicks(&view->edit(), QString::fromUtf8(text)); }
+    void key(Qt::Key code) { QTest::keyClick(&view->edit(), code); }
+    std::string shown() { return view->edit().text().toStdString(); }
+
+    FieldForm form;
+    QWidget window;
+    LookupFieldView* view = new LookupFieldView(form.code, &window);
+    QLineEdit* elsewhere = new QLineEdit(&window);
+};
+
+TEST_F(CodeField, IsDecodedWhenItIsLeftByTab) {
+    type("1/2/3/5");
+    EXPECT_EQ(form.code.Text(), "1/2/3/5");
+    EXPECT_TRUE(form.lookup.decoded.empty());
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_EQ(form.lookup.decoded, (std::vector<std::string>{"0102030005"}));
+    EXPECT_EQ(form.code.Text(), "0102030005");
+    EXPECT_EQ(form.code.Description(), "Cassa contanti");
+    EXPECT_EQ(shown(), "01/02/03/0005") << "a known code is shown in its display form";
+}
+
+TEST_F(CodeField, ShowsAnUnknownCodeAsItStands) {
+    type("99");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(shown(), "9900000000");
+}
+
+TEST_F(CodeField, ShowsDigitsThatTheDisplayFormLeavesOut) {
+    form.code.SetCodeStructure({10, {{0, 2}, {5, 5}}});
+    form.lookup.texts["0112300001"] = "Cassa";
+    type("0112300001");
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(form.code.IsValidItem());
+    EXPECT_EQ(shown(), "0112300001") << "01/00001 would stand for another code";
+}
+
+TEST_F(CodeField, IsNotDecodedWhenTheWindowIsLeft) {
+    type("0102030005");
+    QFocusEvent leave(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&view->edit(), &leave);
+    EXPECT_TRUE(form.lookup.decoded.empty());
+}
+
+TEST_F(CodeField, OpensItsListByF4AndByItsButton) {
+    type("0102");
+    form.lookup.choice = services::LookupChoice{"0102030006", "Cassa valori"};
+    key(Qt::Key_F4);
+    EXPECT_EQ(form.lookup.listed, (std::vector<std::string>{"0102"}));
+    EXPECT_EQ(shown(), "01/02/03/0006");
+    EXPECT_EQ(form.code.Description(), "Cassa valori");
+    QTest::mouseClick(&view->button(), Qt::LeftButton);
+    EXPECT_EQ(form.lookup.listed.size(), 2U);
+    EXPECT_TRUE(view->edit().hasFocus());
+}
+
+TEST_F(CodeField, HasNoListWhileItsLookupIsDisabled) {
+    form.code.SetLookupEnabled(false);
+    EXPECT_TRUE(view->button().isHidden());
+    key(Qt::Key_F4);
+    EXPECT_TRUE(form.lookup.listed.empty());
+}
+
+TEST_F(CodeField, GivesEnterToTheFormFirst) {
+    bool consumes = true;
+    std::vector<int> codes;
+    const auto kept = form.code.KeyDown.subscribe([&](controls::KeyEvent& event) {
+        if (event.keyCode == controls::keyReturn) {
+            codes.push_back(event.keyCode);
+            event.keyCode = consumes ? 0 : event.keyCode;
+        }
+    });
+    type("0102030005");
+    key(Qt::Key_Return);
+    EXPECT_EQ(codes, (std::vector<int>{13}));
+    EXPECT_TRUE(form.lookup.decoded.empty()) << "the form has answered it";
+    consumes = false;
+    key(Qt::Key_Enter);
+    EXPECT_EQ(codes, (std::vector<int>{13, 13}));
+    EXPECT_EQ(form.lookup.decoded.size(), 1U);
+}
+
+TEST_F(CodeField, FollowsItsControl) {
+    form.code.SetText("abcÀ");
+    EXPECT_EQ(shown(), "abcÀ") << "upper and lower case as they are";
+    form.code.SetMaxLength(6);
+    form.code.SetText("");
+    type("12345678");
+    EXPECT_EQ(form.code.Text(), "123456");
+    EXPECT_EQ(shown(), "123456");
+    form.code.SetEnabled(false);
+    EXPECT_FALSE(view->isEnabled());
+    form.code.SetVisible(false);
+    EXPECT_TRUE(view->isHidden());
+    form.code.SetToolTipText("Codice del conto");
+    EXPECT_EQ(view->toolTip(), QStringLiteral("Codice del conto"));
+    form.code.SetAccessibleName("Conto da ricercare");
+    EXPECT_EQ(view->edit().accessibleName(), QStringLiteral("Conto da ricercare"));
+}
+
+TEST_F(CodeField, SelectsNothingInTheMiddleOfTyping) {
+    type("0102");
+    view->edit().setCursorPosition(2);
+    type("9");
+    EXPECT_EQ(shown(), "01902");
+    EXPECT_EQ(view->edit().cursorPosition(), 3);
+}
+
+} // namespace
+} // namespace veldran::qt
