@@ -1,0 +1,14 @@
+#pragma once
+
+#include "adapters/embedded/tsql/ast.h"
+
+#include <vector>
+
+namespace veldran::embedded {
+
+/// The first column that stands outside every aggregate and is no part of the grouping; null when there is
+/// none. Subqueries are not looked into.
+const tsql::ColumnReference* ungroupedColumn(const tsql::Expression& expression,
+                                             const std::vector<tsql::Expression>& groupBy);
+
+} // namespace veldran::embedded

@@ -1,0 +1,391 @@
+#include "adapters/embedded/catalogue.h"
+
+#include "adapters/embedded/collation.h"
+#include "adapters/embedded/errors.h"
+#include "adapters/embedded/tsql/lexer.h"
+#include "adapters/embedded/tsql/parser.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace veldran::embedded {
+
+namespace {
+
+constexpr std::string_view kindTable = "table";
+constexpr std::string_view kindIndex = "index";
+constexpr std::string_view kindProcedure = "procedure";
+constexpr std::string_view kindFunction = "function";
+
+// Numbers of working tables stay apart from those of the file.
+constexpr std::int64_t temporaryIdBase = 1'000'000'000;
+
+std::string kindOf(const Routine& routine) {
+    return std::string(routine.kind == RoutineKind::Procedure ? kindProcedure : kindFunction);
+}
+
+// "TEMPDB.DBO.#T" and "[DBO].[T]" as written in OBJECT_ID.
+std::optional<tsql::QualifiedName> parseName(std::string_view text) {
+    tsql::QualifiedName name;
+    try {
+        bool wantsPart = true;
+        for (const tsql::Token& token : tsql::tokenize(text)) {
+            if (token.kind == tsql::TokenKind::Word || token.kind == tsql::TokenKind::DelimitedIdentifier) {
+                name.parts.push_back(token.text);
+                wantsPart = false;
+            } else if (token.is(".")) {
+                if (wantsPart) {
+                    name.parts.emplace_back();
+                }
+                wantsPart = true;
+            } else if (token.kind != tsql::TokenKind::End) {
+                return std::nullopt;
+            }
+        }
+        return name.parts.empty() || wantsPart ? std::nullopt : std::optional(name);
+    } catch (const tsql::SyntaxError&) {
+        return std::nullopt;
+    }
+}
+
+// A name is reachable with no schema, with DBO, and working tables with their database as well.
+bool isReachable(const tsql::QualifiedName& name) {
+    const auto part = [&](std::size_t fromEnd) -> std::string_view {
+        return name.parts.size() > fromEnd ? std::string_view(name.parts[name.parts.size() - 1 - fromEnd])
+                                           : std::string_view();
+    };
+    const bool schema = part(1).empty() || equalsIgnoringAsciiCase(part(1), "dbo");
+    const bool temporary = name.last().starts_with('#');
+    const bool database = part(2).empty() || (temporary && equalsIgnoringAsciiCase(part(2), "tempdb"));
+    return schema && database && part(3).empty();
+}
+
+std::string indexName(const Table& table, std::string_view name) {
+    return table.name + "." + std::string(name);
+}
+
+std::string columnList(const Table& table, const std::vector<std::size_t>& columns) {
+    std::string text;
+    for (const std::size_t column : columns) {
+        text += (text.empty() ? "" : ", ") + quoteName(table.columns[column].name);
+    }
+    return text;
+}
+
+std::string createTableSql(const Table& table) {
+    std::string sql = "CREATE TABLE " + table.sqlName() + " (";
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        const Column& column = table.columns[i];
+        sql += (i == 0 ? "" : ", ") + quoteName(column.name) + " ";
+        // SQLite's row number, never given twice: the identity property.
+        sql += column.identity ? "INTEGER PRIMARY KEY AUTOINCREMENT" : storageType(column.type);
+        sql += column.nullable ? "" : " NOT NULL";
+    }
+    for (const Key& key : table.keys) {
+        if (key.storage == KeyStorage::Clustered) {
+            return sql + ", PRIMARY KEY (" + columnList(table, key.columns) + ")) WITHOUT ROWID";
+        }
+    }
+    return sql + ")";
+}
+
+} // namespace
+
+void createCatalogueTables(SqliteDatabase& database, const std::string& schema) {
+    database.execute("CREATE TABLE IF NOT EXISTS " + schema +
+                     ".veldran_catalogue (id INTEGER PRIMARY KEY AUTOINCREMENT, kind TEXT NOT NULL, "
+                     "name TEXT NOT NULL COLLATE NOCASE, parent TEXT NOT NULL COLLATE NOCASE, "
+                     "definition TEXT NOT NULL, UNIQUE (parent, name))");
+}
+
+Catalogue::Catalogue(SqliteDatabase& database) : database_(database) {
+    createCatalogueTables(database, "temp");
+}
+
+void Catalogue::changed() {
+    ++generation_;
+    schemaVersion_ = database_.integer("PRAGMA main.schema_version");
+}
+
+void Catalogue::forget() {
+    entries_.clear();
+    loaded_ = false;
+    ++generation_;
+}
+
+bool Catalogue::refresh() {
+    if (!loaded_ || database_.integer("PRAGMA main.schema_version") == schemaVersion_) {
+        return false;
+    }
+    forget();
+    return true;
+}
+
+void Catalogue::ensureLoaded() {
+    if (loaded_) {
+        return;
+    }
+    entries_.clear();
+    schemaVersion_ = database_.integer("PRAGMA main.schema_version");
+    load("main");
+    load("temp");
+    loaded_ = true;
+}
+
+void Catalogue::load(const std::string& schema) {
+    SqliteStatement rows = database_.prepare("SELECT id, kind, name, definition FROM " + schema +
+                                             ".veldran_catalogue WHERE kind <> 'index'");
+    const ResetGuard guard(rows);
+    while (rows.step()) {
+        Entry entry;
+        entry.id = rows.integer(0) + (schema == "temp" ? temporaryIdBase : 0);
+        const std::string text(rows.text(3));
+        tsql::Batch batch = tsql::parseBatch(text);
+        if (rows.text(1) == kindTable) {
+            const auto& definition = std::get<tsql::CreateTable>(batch.statements.front().node);
+            entry.table = std::make_shared<const Table>(tableFromDefinition(definition, text));
+        } else {
+            const RoutineKind kind =
+                rows.text(1) == kindProcedure ? RoutineKind::Procedure : RoutineKind::Function;
+            entry.routine = std::make_shared<const Routine>(
+                Routine{kind, std::string(rows.text(2)), text, std::move(batch)});
+        }
+        entries_.insert_or_assign(toUpper(rows.text(2)), std::move(entry));
+    }
+}
+
+const Catalogue::Entry* Catalogue::find(const tsql::QualifiedName& name) {
+    if (!isReachable(name)) {
+        return nullptr;
+    }
+    ensureLoaded();
+    const std::string key = toUpper(name.last());
+    auto found = entries_.find(key);
+    if (found == entries_.end() && !name.last().starts_with('#')) {
+        refresh();
+        ensureLoaded();
+        found = entries_.find(key);
+    }
+    return found == entries_.end() ? nullptr : &found->second;
+}
+
+std::shared_ptr<const Table> Catalogue::findTable(const tsql::QualifiedName& name) {
+    const Entry* entry = find(name);
+    return entry == nullptr ? nullptr : entry->table;
+}
+
+std::shared_ptr<const Table> Catalogue::table(const tsql::QualifiedName& name) {
+    auto found = findTable(name);
+    if (!found) {
+        std::string text;
+        for (const std::string& part : name.parts) {
+            text += (text.empty() ? "" : ".") + part;
+        }
+        failUnknownObject(text);
+    }
+    return found;
+}
+
+std::shared_ptr<const Routine> Catalogue::findRoutine(const tsql::QualifiedName& name) {
+    const Entry* entry = find(name);
+    return entry == nullptr ? nullptr : entry->routine;
+}
+
+std::optional<std::int64_t> Catalogue::objectId(std::string_view text, std::string_view type) {
+    const auto name = parseName(text);
+    // A working table is not found without its database, as on the server.
+    if (!name || (name->last().starts_with('#') && name->parts.size() < 3)) {
+        return std::nullopt;
+    }
+    const Entry* entry = find(*name);
+    return entry != nullptr && isOfType(*entry, type) ? std::optional(entry->id) : std::nullopt;
+}
+
+bool Catalogue::isOfType(const Entry& entry, std::string_view type) {
+    if (type.empty()) {
+        return true;
+    }
+    if (entry.table) {
+        return equalsIgnoringAsciiCase(type, "U");
+    }
+    if (entry.routine->kind == RoutineKind::Procedure) {
+        return equalsIgnoringAsciiCase(type, "P");
+    }
+    const bool isTable = std::holds_alternative<tsql::InlineTableBody>(entry.routine->function().body);
+    return equalsIgnoringAsciiCase(type, isTable ? "IF" : "FN");
+}
+
+void Catalogue::checkNameIsFree(const tsql::QualifiedName& name) {
+    if (find(name) != nullptr) {
+        failObjectExists(name.last());
+    }
+    const std::string lower = toLower(name.last());
+    if (lower.starts_with("sqlite_") || lower.starts_with("veldran_")) {
+        fail(errorNotSupported, "42000", "Il nome '" + name.last() + "' è riservato al database.");
+    }
+    if (name.last().find('.') != std::string::npos) {
+        fail(errorNotSupported, "42000", "Il nome '" + name.last() + "' contiene un punto.");
+    }
+}
+
+std::int64_t Catalogue::store(const std::string& schema, std::string_view kind, std::string_view name,
+                              std::string_view parent, std::string_view definition) {
+    SqliteStatement row = database_.prepare(
+        "INSERT INTO " + schema + ".veldran_catalogue (kind, name, parent, definition) VALUES (?, ?, ?, ?)");
+    int column = 1;
+    for (const std::string_view value : {kind, name, parent, definition}) {
+        row.bind(column++, value);
+    }
+    row.run();
+    return sqlite3_last_insert_rowid(database_.handle()) + (schema == "temp" ? temporaryIdBase : 0);
+}
+
+void Catalogue::remove(const std::string& schema, std::string_view kind, std::string_view name,
+                       std::string_view parent) {
+    SqliteStatement row = database_.prepare("DELETE FROM " + schema +
+                                            ".veldran_catalogue WHERE kind = ? AND name = ? AND parent = ?");
+    row.bind(1, kind);
+    row.bind(2, name);
+    row.bind(3, parent);
+    row.run();
+}
+
+void Catalogue::createTable(const Table& table) {
+    checkNameIsFree({{}, {table.name}});
+    database_.execute(createTableSql(table));
+    for (const Key& key : table.keys) {
+        createKeyIndex(table, key);
+    }
+    if (table.identityColumn() != nullptr && table.identitySeed != 1) {
+        SqliteStatement seed = database_.prepare("INSERT INTO " + std::string(table.schema()) +
+                                                 ".sqlite_sequence (name, seq) VALUES (?, ?)");
+        seed.bind(1, std::string_view(table.name));
+        seed.bind(2, table.identitySeed - 1);
+        seed.run();
+    }
+    const std::int64_t id = store(table.schema(), kindTable, table.name, {}, definitionOf(table));
+    entries_[toUpper(table.name)] = {std::make_shared<const Table>(table), nullptr, id};
+    changed();
+}
+
+void Catalogue::createKeyIndex(const Table& table, const Key& key) {
+    if (key.storage == KeyStorage::Index) {
+        database_.execute("CREATE UNIQUE INDEX " + std::string(table.schema()) + "." +
+                          quoteName(indexName(table, key.name)) + " ON " + quoteName(table.name) + " (" +
+                          columnList(table, key.columns) + ")");
+    }
+}
+
+void Catalogue::dropTable(const Table& table) {
+    const std::string name = table.name;
+    const std::string schema = table.schema();
+    database_.execute("DROP TABLE " + table.sqlName());
+    remove(schema, kindTable, name, {});
+    SqliteStatement indexes =
+        database_.prepare("DELETE FROM " + schema + ".veldran_catalogue WHERE parent = ?");
+    indexes.bind(1, std::string_view(name));
+    indexes.run();
+    entries_.erase(toUpper(name));
+    changed();
+}
+
+void Catalogue::redefineTable(const Table& table) {
+    SqliteStatement row =
+        database_.prepare("UPDATE " + std::string(table.schema()) +
+                          ".veldran_catalogue SET definition = ? WHERE kind = 'table' AND name = ?");
+    row.bind(1, std::string_view(definitionOf(table)));
+    row.bind(2, std::string_view(table.name));
+    row.run();
+    entries_[toUpper(table.name)].table = std::make_shared<const Table>(table);
+    changed();
+}
+
+void Catalogue::createIndex(const Table& table, const std::string& name,
+                            const std::vector<tsql::IndexColumn>& columns, bool unique) {
+    std::string list;
+    for (const tsql::IndexColumn& column : columns) {
+        const auto index = table.indexOf(column.name);
+        if (!index) {
+            fail(1911, "42000",
+                 "Il nome di colonna '" + column.name + "' non esiste nella tabella '" + table.name + "'.");
+        }
+        list += (list.empty() ? "" : ", ") + quoteName(table.columns[*index].name) +
+                (column.descending ? " DESC" : "");
+    }
+    SqliteStatement known = database_.prepare("SELECT 1 FROM " + std::string(table.schema()) +
+                                              ".veldran_catalogue WHERE parent = ? AND name = ?");
+    known.bind(1, std::string_view(table.name));
+    known.bind(2, std::string_view(name));
+    const bool taken = known.step();
+    known.reset();
+    if (taken) {
+        fail(1913, "42S11",
+             "Un indice o una statistica denominata '" + name + "' esiste già nella tabella '" + table.name +
+                 "'.");
+    }
+    database_.execute(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + table.schema() + "." +
+                      quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")");
+    store(table.schema(), kindIndex, name, table.name, list);
+    changed();
+}
+
+void Catalogue::dropIndex(const Table& table, const std::string& name) {
+    SqliteStatement known =
+        database_.prepare("SELECT 1 FROM " + std::string(table.schema()) +
+                          ".veldran_catalogue WHERE kind = 'index' AND parent = ? AND name = ?");
+    known.bind(1, std::string_view(table.name));
+    known.bind(2, std::string_view(name));
+    const bool exists = known.step();
+    known.reset();
+    if (!exists) {
+        fail(3701, "42S12",
+             "Impossibile eliminare l'indice '" + table.name + "." + name + "' perché non esiste.");
+    }
+    database_.execute("DROP INDEX " + std::string(table.schema()) + "." + quoteName(indexName(table, name)));
+    remove(table.schema(), kindIndex, name, table.name);
+    changed();
+}
+
+void Catalogue::createRoutine(const Routine& routine, tsql::DefinitionMode mode) {
+    const auto existing = findRoutine({{}, {routine.name}});
+    if (mode == tsql::DefinitionMode::Alter && !existing) {
+        failUnknownObject(routine.name);
+    }
+    if (existing && mode != tsql::DefinitionMode::Create && existing->kind == routine.kind) {
+        dropRoutine(*existing);
+    }
+    checkNameIsFree({{}, {routine.name}});
+    if (routine.name.starts_with('#')) {
+        fail(errorNotSupported, "42000",
+             "Le routine temporanee non sono disponibili nel database incorporato.");
+    }
+    const std::int64_t id = store("main", kindOf(routine), routine.name, {}, routine.text);
+    entries_[toUpper(routine.name)] = {nullptr, std::make_shared<const Routine>(routine), id};
+    // The schema of the file did not change for SQLite; its version is what other programs look at.
+    database_.execute("PRAGMA main.schema_version = " +
+                      std::to_string(database_.integer("PRAGMA main.schema_version") + 1));
+    changed();
+}
+
+void Catalogue::dropRoutine(const Routine& routine) {
+    const std::string name = routine.name;
+    remove("main", kindOf(routine), name, {});
+    entries_.erase(toUpper(name));
+    database_.execute("PRAGMA main.schema_version = " +
+                      std::to_string(database_.integer("PRAGMA main.schema_version") + 1));
+    changed();
+}
+
+std::vector<std::string> Catalogue::temporaryTables() {
+    ensureLoaded();
+    std::vector<std::string> names;
+    for (const auto& [key, entry] : entries_) {
+        if (entry.table && entry.table->isTemporary()) {
+            names.push_back(entry.table->name);
+        }
+    }
+    return names;
+}
+
+} // namespace veldran::embedded

@@ -1,0 +1,185 @@
+#include "adapters/embedded/errors.h"
+#include "adapters/embedded/executor.h"
+
+namespace veldran::embedded {
+
+namespace {
+
+Value readCell(SqliteStatement& statement, int column, const SqlType& type) {
+    if (statement.isNull(column)) {
+        return {};
+    }
+    switch (type.kind) {
+    case TypeKind::Bit:
+        return statement.integer(column) != 0;
+    case TypeKind::Decimal:
+        return Decimal{statement.integer(column), type.scale};
+    case TypeKind::Float:
+        return sqlite3_column_double(statement.handle(), column);
+    case TypeKind::Null:
+    case TypeKind::TinyInt:
+    case TypeKind::SmallInt:
+    case TypeKind::Int:
+    case TypeKind::BigInt:
+        return statement.integer(column);
+    default:
+        return statement.text(column);
+    }
+}
+
+std::string stageDefinition(const Table& table) {
+    std::string sql = "CREATE TEMP TABLE veldran_stage (";
+    std::string keys;
+    for (std::size_t i = 0; i < table.locator().size(); ++i) {
+        const std::string place = "\"k" + std::to_string(i) + "\"";
+        sql += place + ", ";
+        keys += (i == 0 ? "" : ", ") + place;
+    }
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        sql += "\"c" + std::to_string(i) + "\", ";
+    }
+    return sql + "PRIMARY KEY (" + keys + "))";
+}
+
+} // namespace
+
+void Executor::counted(std::int64_t rows) {
+    session_.rowCount = rows;
+    if (!session_.noCount) {
+        result_.rowsAffected = rows;
+    }
+}
+
+void Executor::runStatement(const tsql::Statement& statement, Activation& activation) {
+    // Another program may have changed the schema since the statement was bound: then it is bound once more.
+    for (int attempt = 0;; ++attempt) {
+        Compiled& entry = compiledStatement(statement, activation);
+        try {
+            return runProgram(entry, activation);
+        } catch (const ado::AdoError& error) {
+            if (attempt > 0 || error.first().Number != 8624 || !session_.catalogue().refresh()) {
+                throw;
+            }
+        }
+    }
+}
+
+void Executor::runProgram(Compiled& entry, Activation& activation) {
+    if (std::holds_alternative<IntoProgram>(entry.translated)) {
+        return runInto(entry, activation);
+    }
+    if (!entry.statement) {
+        entry.statement = session_.database().prepare(entry.program().sql);
+    }
+    if (std::holds_alternative<KeyUpdateProgram>(entry.translated)) {
+        return runKeyUpdate(entry, activation);
+    }
+    bindSlots(entry.statement, entry.program().slots, activation);
+    if (!entry.program().variables.empty()) {
+        assignVariables(entry, activation);
+    } else if (!entry.program().columns.empty()) {
+        readRows(entry);
+    } else {
+        runChange(entry);
+    }
+    if (entry.replans != entry.statement.replanned()) {
+        entry.replans = entry.statement.replanned();
+        session_.catalogue().refresh();
+    }
+}
+
+void Executor::readRows(Compiled& entry) {
+    SqliteStatement& statement = entry.statement;
+    const ResetGuard guard(statement);
+    const std::vector<ResultColumn>& columns = entry.program().columns;
+    const bool keep = wantsRows_ && !result_.rows;
+    std::unique_ptr<ado::RowSet> rows;
+    if (keep) {
+        std::vector<ado::ColumnInfo> infos;
+        infos.reserve(columns.size());
+        for (const ResultColumn& column : columns) {
+            infos.push_back(column.info);
+        }
+        rows = std::make_unique<ado::RowSet>(std::move(infos));
+    }
+    std::int64_t count = 0;
+    while (statement.step()) {
+        ++count;
+        if (rows) {
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                rows->append(readCell(statement, static_cast<int>(i), columns[i].type));
+            }
+        }
+    }
+    session_.rowCount = count;
+    if (rows) {
+        result_.rows = std::move(rows);
+    }
+}
+
+void Executor::assignVariables(Compiled& entry, Activation& activation) {
+    SqliteStatement& statement = entry.statement;
+    const ResetGuard guard(statement);
+    const Program& program = entry.program();
+    std::int64_t count = 0;
+    while (statement.step()) {
+        ++count;
+        for (std::size_t i = 0; i < program.variables.size(); ++i) {
+            VariableValue* variable = activation.find(program.variables[i]);
+            variable->value = statement.stored(static_cast<int>(i));
+        }
+    }
+    session_.rowCount = count;
+}
+
+void Executor::runChange(Compiled& entry) {
+    sqlite3* handle = session_.database().handle();
+    entry.statement.run();
+    counted(sqlite3_changes64(handle));
+    if (entry.program().inserts) {
+        session_.lastIdentity =
+            entry.program().numbersRows ? std::optional(sqlite3_last_insert_rowid(handle)) : std::nullopt;
+    }
+}
+
+// Rows whose keys swap or close up collide half-way, because SQLite checks row by row. Then the rows are
+// taken out and put back with their new keys; if they still collide, the collision is real.
+void Executor::runKeyUpdate(Compiled& entry, Activation& activation) {
+    const auto& update = std::get<KeyUpdateProgram>(entry.translated);
+    bindSlots(entry.statement, update.direct.slots, activation);
+    try {
+        return runChange(entry);
+    } catch (const ado::AdoError& error) {
+        const int number = error.first().Number;
+        if (number != errorKeyViolation && number != errorUniqueIndexViolation) {
+            throw;
+        }
+    }
+    AtomicScope scope(session_, !update.target.isTemporary());
+    session_.database().execute("DROP TABLE IF EXISTS temp.veldran_stage; " + stageDefinition(update.target));
+    SqliteStatement stage = session_.database().prepare(update.stage);
+    bindSlots(stage, update.direct.slots, activation);
+    stage.run();
+    const std::int64_t rows = sqlite3_changes64(session_.database().handle());
+    session_.database().execute(update.remove);
+    session_.database().execute(update.insert);
+    session_.database().execute("DROP TABLE temp.veldran_stage");
+    scope.complete();
+    counted(rows);
+}
+
+void Executor::runInto(Compiled& entry, Activation& activation) {
+    const auto& into = std::get<IntoProgram>(entry.translated);
+    AtomicScope scope(session_, !into.table.isTemporary());
+    session_.catalogue().createTable(into.table);
+    SqliteStatement fill = session_.database().prepare(into.fill.sql);
+    bindSlots(fill, into.fill.slots, activation);
+    fill.run();
+    const std::int64_t rows = sqlite3_changes64(session_.database().handle());
+    fill = {};
+    scope.complete();
+    noteWorkingTable(into.table);
+    counted(rows);
+}
+
+} // namespace veldran::embedded

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "adapters/embedded/types.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldran::embedded {
+
+struct Table;
+struct Column;
+
+/// A T-SQL value rendered as SQLite text, with what the binder knows of it.
+struct Fragment {
+    std::string sql;
+    SqlType type;
+    bool nullable = true;
+    bool simple = true;    ///< stands as an operand without parentheses
+    bool collated = false; ///< SQLite compares it with the text collation by itself
+    std::optional<Stored> constant;
+    std::optional<Range> range;   ///< narrower than the type's, of the stored integer
+    int minimumLength = 0;        ///< characters that the text surely has
+    const Table* table = nullptr; ///< the base table's column that it stands for, if it does
+    const Column* column = nullptr;
+
+    Range bounds() const { return range ? *range : rangeOf(type); }
+    bool isNullConstant() const { return constant && isNull(*constant); }
+    const std::int64_t* integerConstant() const {
+        return constant ? std::get_if<std::int64_t>(&*constant) : nullptr;
+    }
+    const std::string* textConstant() const {
+        return constant ? std::get_if<std::string>(&*constant) : nullptr;
+    }
+    /// The text with parentheses where an operand needs them.
+    std::string operand() const { return simple ? sql : "(" + sql + ")"; }
+};
+
+enum class Truth { False, True, Unknown };
+
+/// A T-SQL condition rendered as SQLite text; `known` when binding already decides it.
+struct Condition {
+    std::string sql;
+    bool simple = true;
+    std::optional<Truth> known;
+
+    std::string operand() const { return simple ? sql : "(" + sql + ")"; }
+    bool isTrue() const { return known == Truth::True; }
+    bool isFalse() const { return known == Truth::False; }
+};
+
+Fragment makeConstant(const Stored& value, const SqlType& type);
+Fragment makeNull();
+/// name(arguments), of the type.
+Fragment makeCall(std::string_view function, const std::vector<std::string>& arguments, const SqlType& type,
+                  bool nullable);
+/// The text value with the collation attached, so that DISTINCT, GROUP BY, ORDER BY and unions see it.
+Fragment collatedText(Fragment fragment);
+
+Condition makeKnown(Truth truth);
+Condition allOf(std::vector<Condition> conditions);
+Condition anyOf(std::vector<Condition> conditions);
+Condition negationOf(Condition condition);
+
+} // namespace veldran::embedded

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "adapters/embedded/program.h"
+#include "adapters/embedded/sqlite.h"
+#include "adapters/embedded/tsql/ast.h"
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace veldran::embedded {
+
+/// One statement or expression of a text, bound and prepared.
+struct Compiled {
+    TranslatedStatement translated;
+    SqliteStatement statement;    ///< of a Program, and of the direct form of a key update
+    std::uint64_t generation = 0; ///< of the catalogue, when the binding was last found good
+    std::string identityInsert;   ///< the setting it was bound under
+    int replans = 0;              ///< how often SQLite had planned it anew when last looked at
+
+    const Program& program() const;
+};
+
+/// A parsed text with what has been bound of it so far. Statements are bound when they first run, as on the
+/// server: a text may use what an earlier statement of it creates.
+struct Plan {
+    std::string text;
+    tsql::Batch batch;
+    std::vector<SqlType> markers;
+    std::unordered_map<const void*, Compiled> compiled; ///< by the syntax node
+    // Of a procedure: shared with the catalogue, which may forget it while the plan is kept.
+    std::shared_ptr<const Routine> routine;
+
+    /// The statements to run: a procedure's body, or the whole text.
+    const std::vector<tsql::Statement>& body() const {
+        return routine ? routine->procedure().body : batch.statements;
+    }
+};
+
+/// The texts used last, by text and parameter types.
+class PlanCache {
+public:
+    /// Parses the text unless it is known. \throws AdoError with the syntax error and its place
+    std::shared_ptr<Plan> plan(std::string_view text, std::vector<SqlType> markers);
+    std::size_t size() const { return plans_.size(); }
+    /// How many texts had to be parsed.
+    std::size_t parsed() const { return parsed_; }
+
+private:
+    // Shared with the prepared statements and calls that are using the plan.
+    using Entry = std::pair<std::string, std::shared_ptr<Plan>>;
+    std::list<Entry> plans_; // the latest first
+    std::unordered_map<std::string, std::list<Entry>::iterator> byKey_;
+    std::size_t parsed_ = 0;
+};
+
+/// Parses a text. `line` is what its first line is called in messages. \throws AdoError
+tsql::Batch parseText(std::string_view text, std::size_t line = 1);
+
+} // namespace veldran::embedded

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "adapters/embedded/catalogue.h"
+#include "platform/ado/row_set.h"
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace veldran::embedded {
+
+/// Where a numbered SQLite parameter of an emitted text takes its value from.
+struct Slot {
+    enum class Kind { Marker, Variable };
+    Kind kind = Kind::Marker;
+    std::size_t marker = 0; ///< from 0, in the order of the text
+    std::string variable;   ///< with its "@"; "@@" names are the session's
+    SqlType type;
+};
+
+/// One column of a result: how SQLite holds it and what the client is told of it.
+struct ResultColumn {
+    SqlType type;
+    ado::ColumnInfo info;
+};
+
+/// What an emitted text was bound to; when one of these has changed, it is bound anew.
+struct Dependency {
+    tsql::QualifiedName name;
+    std::shared_ptr<const Table> table;
+    std::shared_ptr<const Routine> routine;
+};
+
+/// One SQLite statement that stands for a T-SQL query or change.
+struct Program {
+    std::string sql;
+    std::vector<Slot> slots;            ///< slot i is the parameter ?(i + 1)
+    std::vector<ResultColumn> columns;  ///< of a query; empty for a change
+    std::vector<std::string> variables; ///< of SELECT @V = ...: one for each column
+    std::vector<Dependency> dependencies;
+    bool inserts = false;     ///< it is an INSERT
+    bool numbersRows = false; ///< into a table with an identity column
+};
+
+/// SELECT ... INTO: the table to make, and the statement that fills it.
+struct IntoProgram {
+    Table table;
+    Program fill;
+};
+
+/// An update that moves keys: what to do when rows collide half-way. The statements share the slots of
+/// `direct`.
+struct KeyUpdateProgram {
+    Program direct;
+    Table target;
+    std::string stage;  ///< keeps the changed rows aside in temp."veldran_stage"
+    std::string remove; ///< deletes the rows as they were
+    std::string insert; ///< inserts them as they are to be
+};
+
+using TranslatedStatement = std::variant<Program, IntoProgram, KeyUpdateProgram>;
+
+} // namespace veldran::embedded

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "adapters/embedded/fragment.h"
+#include "adapters/embedded/program.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veldran::embedded {
+
+struct SourceColumn {
+    std::string name;
+    Fragment value;
+};
+
+/// One table, derived table or function of a FROM list.
+struct Source {
+    std::string name;                   ///< by which the query may call it
+    std::string alias;                  ///< by which the emitted text calls it
+    std::shared_ptr<const Table> table; ///< empty unless it is a base table
+    std::vector<SourceColumn> columns;
+};
+
+/// What names mean at one place of a query; `outer` is the query around it.
+struct Scope {
+    const Scope* outer = nullptr;
+    std::vector<Source> sources;
+};
+
+/// The variables that a statement may name: a procedure's, or an inlined function's parameters.
+class Variables {
+public:
+    virtual ~Variables() = default;
+    virtual const SqlType* typeOf(const std::string& name) const = 0;
+};
+
+struct SelectedItem {
+    std::string name;
+    Fragment value;
+    tsql::NodeSpan span;
+    std::string variable; ///< of SELECT @V = value
+};
+
+/// One SELECT, bound and not yet written out.
+struct BoundSelect {
+    bool distinct = false;
+    bool grouped = false;
+    std::vector<SelectedItem> items;
+    std::string from;
+    std::string where;
+    std::string groupBy;
+    std::string having;
+    std::string limit;
+    const tsql::IdentityFunction* identity = nullptr; ///< of SELECT ... INTO
+    std::size_t identityIndex = 0;                    ///< the place of that column among the items
+    std::string identityName;
+    std::shared_ptr<const Table> onlyTable; ///< set when FROM is one base table
+};
+
+/// A whole query: SELECTs joined by UNION, ordered.
+struct BoundQuery {
+    std::vector<BoundSelect> arms;
+    std::vector<bool> unionAll; ///< between arm i and i + 1
+    std::string orderBy;
+
+    std::vector<SelectedItem>& items() { return arms.front().items; }
+    const std::vector<SelectedItem>& items() const { return arms.front().items; }
+    bool isPlain() const { return arms.size() == 1 && !arms.front().distinct; }
+};
+
+} // namespace veldran::embedded

@@ -1,0 +1,240 @@
+#include "adapters/embedded/session.h"
+
+#include "adapters/embedded/collation.h"
+#include "adapters/embedded/errors.h"
+#include "adapters/embedded/tsql/lexer.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace veldran::embedded {
+
+namespace {
+
+class Clock {
+public:
+    Clock(SessionState& session, int seconds) : session_(session) { session_.startClock(seconds); }
+    ~Clock() { session_.stopClock(); }
+    Clock(const Clock&) = delete;
+    Clock& operator=(const Clock&) = delete;
+
+private:
+    SessionState& session_;
+};
+
+// A prepared or parameterised text is a scope of its own on the server: working tables made in it end with
+// it.
+class TextScope {
+public:
+    TextScope(SessionState& session, bool scoped) : session_(session), scoped_(scoped) {
+        session_.nesting += scoped_ ? 1 : 0;
+    }
+    ~TextScope() {
+        if (!scoped_) {
+            return;
+        }
+        try {
+            session_.endScopedTables();
+        } catch (const ado::AdoError&) {
+            // The tables end with the session at the latest.
+            session_.scopedTables.clear();
+        }
+        --session_.nesting;
+    }
+    TextScope(const TextScope&) = delete;
+    TextScope& operator=(const TextScope&) = delete;
+
+private:
+    SessionState& session_;
+    bool scoped_;
+};
+
+std::vector<SqlType> typesOf(std::span<const ado::BoundParameter> parameters) {
+    std::vector<SqlType> types;
+    types.reserve(parameters.size());
+    for (const ado::BoundParameter& parameter : parameters) {
+        types.push_back(parameterType(parameter.info));
+    }
+    return types;
+}
+
+void checkCount(const Plan& plan) {
+    if (plan.markers.size() > plan.batch.parameterCount) {
+        fail(8144, "07002",
+             "Sono stati forniti " + std::to_string(plan.markers.size()) + " parametri, ma il testo ha " +
+                 std::to_string(plan.batch.parameterCount) + " marcatori.");
+    }
+    if (plan.markers.size() < plan.batch.parameterCount) {
+        fail(8178, "07002",
+             "Il testo ha " + std::to_string(plan.batch.parameterCount) +
+                 " marcatori, ma sono stati forniti " + std::to_string(plan.markers.size()) + " parametri.");
+    }
+}
+
+tsql::QualifiedName nameOf(std::string_view text) {
+    tsql::QualifiedName name;
+    for (const tsql::Token& token : tsql::tokenize(text)) {
+        if (token.kind == tsql::TokenKind::Word || token.kind == tsql::TokenKind::DelimitedIdentifier) {
+            name.parts.push_back(token.text);
+        }
+    }
+    if (name.parts.empty()) {
+        fail(2812, "42000", "Impossibile trovare la stored procedure '" + std::string(text) + "'.");
+    }
+    return name;
+}
+
+bool sameParameter(std::string_view declared, std::string_view given) {
+    return equalsIgnoringAsciiCase(declared, given) || equalsIgnoringAsciiCase(declared.substr(1), given);
+}
+
+} // namespace
+
+/// A text parsed and bound once; only values are bound when it runs.
+class EmbeddedStatement : public ado::PreparedStatement {
+public:
+    EmbeddedStatement(EmbeddedSession& session, std::shared_ptr<Plan> plan)
+        : session_(session), plan_(std::move(plan)) {}
+
+    ado::StatementResult execute(std::span<const ado::BoundParameter> parameters,
+                                 const ado::ExecuteSettings& settings) override {
+        const auto same = [](const ado::BoundParameter& parameter, const SqlType& type) {
+            return parameterType(parameter.info) == type;
+        };
+        if (!std::equal(parameters.begin(), parameters.end(), plan_->markers.begin(), plan_->markers.end(),
+                        same)) {
+            plan_ = session_.state_.texts().plan(plan_->text, typesOf(parameters));
+        }
+        return session_.run(*plan_, parameters, settings, true);
+    }
+
+private:
+    EmbeddedSession& session_;
+    std::shared_ptr<Plan> plan_; // shared with the session's cache, which may drop it
+};
+
+EmbeddedSession::EmbeddedSession(std::unique_ptr<SqliteDatabase> database) : state_(std::move(database)) {}
+
+EmbeddedSession::~EmbeddedSession() {
+    if (state_.database().inTransaction()) {
+        sqlite3_exec(state_.database().handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
+ado::StatementResult EmbeddedSession::run(Plan& plan, std::span<const ado::BoundParameter> parameters,
+                                          const ado::ExecuteSettings& settings, bool scoped) {
+    checkCount(plan);
+    std::vector<Stored> values;
+    values.reserve(parameters.size());
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const std::string& name = parameters[i].info.name;
+        values.push_back(toStored(parameters[i].value, plan.markers[i], name.empty() ? "?" : name));
+    }
+    const Clock clock(state_, settings.commandTimeout);
+    const TextScope scope(state_, scoped);
+    Activation activation(plan, state_);
+    activation.markers = values;
+    activation.text = plan.text;
+    Executor executor(state_, settings.wantsRows);
+    executor.run(plan.body(), activation);
+    return executor.takeResult();
+}
+
+ado::StatementResult EmbeddedSession::execute(std::string_view text,
+                                              std::span<const ado::BoundParameter> parameters,
+                                              const ado::ExecuteSettings& settings) {
+    const std::shared_ptr<Plan> plan = state_.texts().plan(text, typesOf(parameters));
+    return run(*plan, parameters, settings, !parameters.empty());
+}
+
+ado::StatementResult EmbeddedSession::executeBatch(const std::string& text, std::size_t line) {
+    Plan plan;
+    plan.text = text;
+    plan.batch = parseText(text, line);
+    return run(plan, {}, {0, false}, false);
+}
+
+std::unique_ptr<ado::PreparedStatement>
+EmbeddedSession::prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters) {
+    std::vector<SqlType> types;
+    for (const ado::ParameterInfo& parameter : parameters) {
+        types.push_back(parameterType(parameter));
+    }
+    std::shared_ptr<Plan> plan = state_.texts().plan(text, std::move(types));
+    checkCount(*plan);
+    if (plan->batch.statements.size() == 1) {
+        Activation activation(*plan, state_);
+        activation.text = plan->text;
+        Executor(state_, false).bind(plan->batch.statements.front(), activation);
+    }
+    return std::make_unique<EmbeddedStatement>(*this, std::move(plan));
+}
+
+std::string EmbeddedSession::explain(std::string_view text, std::span<const ado::ParameterInfo> parameters) {
+    std::vector<SqlType> types;
+    for (const ado::ParameterInfo& parameter : parameters) {
+        types.push_back(parameterType(parameter));
+    }
+    Plan plan;
+    plan.text = text;
+    plan.batch = parseText(plan.text);
+    plan.markers = std::move(types);
+    std::string result;
+    for (const tsql::Statement& statement : plan.batch.statements) {
+        Activation activation(plan, state_);
+        activation.text = plan.text;
+        Executor(state_, false).bind(statement, activation);
+        const auto found = plan.compiled.find(&statement);
+        if (found != plan.compiled.end()) {
+            result += (result.empty() ? "" : "\n") + found->second.program().sql;
+        }
+    }
+    return result;
+}
+
+std::vector<ado::ParameterInfo> EmbeddedSession::describeProcedure(std::string_view name) {
+    Executor executor(state_, false);
+    const auto routine = executor.procedure(nameOf(name));
+    std::vector<ado::ParameterInfo> result;
+    for (const tsql::RoutineParameter& parameter : routine->procedure().parameters) {
+        ado::ParameterInfo info = toParameter(parameter.name, resolveType(parameter.type));
+        info.direction = parameter.output ? ado::adParamInputOutput : ado::adParamInput;
+        result.push_back(std::move(info));
+    }
+    return result;
+}
+
+ado::StatementResult EmbeddedSession::callProcedure(std::string_view name,
+                                                    std::span<const ado::BoundParameter> parameters,
+                                                    const ado::ExecuteSettings& settings) {
+    Executor executor(state_, settings.wantsRows);
+    const auto routine = executor.procedure(nameOf(name));
+    const auto& declared = routine->procedure().parameters;
+    for (const ado::BoundParameter& given : parameters) {
+        const bool known = given.info.direction == ado::adParamReturnValue ||
+                           std::any_of(declared.begin(), declared.end(), [&](const auto& parameter) {
+                               return sameParameter(parameter.name, given.info.name);
+                           });
+        if (!known) {
+            fail(8145, "42000",
+                 given.info.name + " non è un parametro per la procedura '" + routine->name + "'.");
+        }
+    }
+    std::vector<VariableValue> arguments;
+    for (std::size_t i = 0; i < declared.size(); ++i) {
+        const SqlType type = resolveType(declared[i].type);
+        const auto given =
+            std::find_if(parameters.begin(), parameters.end(), [&](const ado::BoundParameter& bound) {
+                return bound.info.direction != ado::adParamReturnValue &&
+                       sameParameter(declared[i].name, bound.info.name);
+            });
+        Stored value = given == parameters.end() ? executor.defaultOf(*routine, i)
+                                                 : toStored(given->value, type, declared[i].name);
+        arguments.push_back({toUpper(std::string_view(declared[i].name)), type, std::move(value)});
+    }
+    const Clock clock(state_, settings.commandTimeout);
+    executor.callProcedure(routine, std::move(arguments), nullptr);
+    return executor.takeResult();
+}
+
+} // namespace veldran::embedded

@@ -1,0 +1,233 @@
+#include "adapters/embedded/conversion.h"
+#include "adapters/embedded/errors.h"
+#include "adapters/embedded/sqlite.h"
+#include "adapters/embedded/translator.h"
+#include "adapters/embedded/translator_frames.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace veldran::embedded {
+
+namespace {
+
+// What follows WHERE, or nothing when every row is meant.
+std::string whereClause(const Condition& where) {
+    return where.isTrue() ? "" : " WHERE " + where.sql;
+}
+
+bool joinsInnerOnly(const std::vector<tsql::TableSource>& from) {
+    const auto inner = [](const tsql::JoinStep& step) {
+        return (step.kind == tsql::JoinKind::Inner || step.kind == tsql::JoinKind::Cross) &&
+               !std::holds_alternative<tsql::NestedJoin>(step.right.node);
+    };
+    return std::all_of(from.begin(), from.end(), [&](const tsql::TableSource& source) {
+        return !std::holds_alternative<tsql::NestedJoin>(source.first.node) &&
+               std::all_of(source.joins.begin(), source.joins.end(), inner);
+    });
+}
+
+std::string locatorList(const Table& table, const std::string& prefix) {
+    std::string list;
+    for (const std::string& column : table.locator()) {
+        list += (list.empty() ? "" : ", ") + prefix + column;
+    }
+    return list;
+}
+
+std::string tuple(const std::string& list) {
+    return list.find(", ") == std::string::npos ? list : "(" + list + ")";
+}
+
+} // namespace
+
+// The target is the source of that alias, or of that table; a table that FROM does not name stands beside it.
+Translator::Target Translator::changeTarget(const tsql::QualifiedName& name,
+                                            const std::vector<tsql::TableSource>& from, Scope& scope) {
+    for (std::size_t i = 0; i < scope.sources.size(); ++i) {
+        if (equalsIgnoringAsciiCase(scope.sources[i].name, name.last())) {
+            if (!scope.sources[i].table) {
+                fail(4405, "42000", "'" + name.last() + "' non è aggiornabile perché non è una tabella.");
+            }
+            return {scope.sources[i].table, i, scope.sources.size() > 1, false};
+        }
+    }
+    const auto target = table(name);
+    std::optional<std::size_t> found;
+    for (std::size_t i = 0; i < scope.sources.size(); ++i) {
+        const auto& source = scope.sources[i].table;
+        if (source && equalsIgnoringAsciiCase(source->name, target->name)) {
+            if (found) {
+                fail(8154, "42000", "La tabella '" + name.last() + "' è ambigua.");
+            }
+            found = i;
+        }
+    }
+    if (found) {
+        return {scope.sources[*found].table, *found, scope.sources.size() > 1, false};
+    }
+    addTable(scope, target, target->name, target->name);
+    return {target, scope.sources.size() - 1, !from.empty(), true};
+}
+
+std::vector<Translator::AssignedColumn> Translator::assignments(const tsql::UpdateStatement& statement,
+                                                                const Target& target) {
+    std::vector<AssignedColumn> result;
+    for (const tsql::Assignment& assignment : statement.assignments) {
+        const auto index = target.table->indexOf(assignment.column.last());
+        if (!index) {
+            failUnknownColumn(assignment.column.last());
+        }
+        const Column& column = target.table->columns[*index];
+        if (column.identity) {
+            fail(8102, "42000", "Impossibile aggiornare la colonna Identity '" + column.name + "'.");
+        }
+        const auto again = [&](const AssignedColumn& other) { return other.column == *index; };
+        if (std::any_of(result.begin(), result.end(), again)) {
+            fail(264, "42000",
+                 "Il nome di colonna '" + column.name + "' è specificato più volte nella clausola SET.");
+        }
+        const bool isDefault = std::holds_alternative<tsql::DefaultValue>(assignment.value.node);
+        Fragment value = isDefault ? defaultOf(*target.table, *index)
+                                   : convert(expression(assignment.value), column.type,
+                                             ConversionMode::Assign, column.name);
+        result.push_back({*index, std::move(value)});
+    }
+    return result;
+}
+
+TranslatedStatement Translator::update(const tsql::UpdateStatement& statement) {
+    Scope scope;
+    std::vector<Condition> conditions;
+    std::string from;
+    // With inner joins alone SQLite's own UPDATE ... FROM serves: the sources beside the target are joined to
+    // it. Any other FROM becomes a query that finds the target's rows and the new values.
+    const bool direct = joinsInnerOnly(statement.from);
+    std::vector<std::string> parts;
+    if (direct) {
+        for (const tsql::TableSource& source : statement.from) {
+            parts.push_back(primary(source.first, scope, conditions, false));
+            for (const tsql::JoinStep& step : source.joins) {
+                parts.push_back(primary(step.right, scope, conditions, false));
+                if (step.on) {
+                    const ScopeFrame frame(*this, scope);
+                    conditions.push_back(truth(*step.on));
+                }
+            }
+        }
+    } else {
+        from = fromList(statement.from, scope, conditions);
+    }
+    const Target target = changeTarget(statement.target, statement.from, scope);
+    if (direct) {
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            if (i != target.source) {
+                from += (from.empty() ? "" : ", ") + parts[i];
+            }
+        }
+    } else if (target.added) {
+        from += ", " + target.table->sqlName();
+    }
+    const ScopeFrame frame(*this, scope);
+    if (statement.where) {
+        conditions.push_back(truth(*statement.where));
+    }
+    const std::vector<AssignedColumn> assigned = assignments(statement, target);
+    return writeUpdate(statement, target, assigned, from, allOf(std::move(conditions)), scope);
+}
+
+TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
+                                            const std::vector<AssignedColumn>& assigned,
+                                            const std::string& from, const Condition& where,
+                                            const Scope& scope) {
+    const Table& table = *target.table;
+    const std::string alias = scope.sources[target.source].alias;
+    const std::string named = table.sqlName() + (alias == table.name ? "" : " AS " + quoteName(alias));
+    const bool direct = joinsInnerOnly(statement.from);
+    std::string sql = "UPDATE " + (direct ? named : table.sqlName()) + " SET ";
+    std::string values;
+    for (std::size_t i = 0; i < assigned.size(); ++i) {
+        const std::string place = "\"v" + std::to_string(i) + "\"";
+        sql += (i == 0 ? "" : ", ") + quoteName(table.columns[assigned[i].column].name) + " = " +
+               (direct ? assigned[i].value.sql : "\"$\"." + place);
+        values += ", " + assigned[i].value.sql + " AS " + place;
+    }
+    const std::string prefix = quoteName(alias) + ".";
+    if (direct) {
+        sql += (from.empty() ? "" : " FROM " + from) + whereClause(where);
+    } else {
+        std::string keys;
+        std::string match;
+        const std::vector<std::string> locator = table.locator();
+        for (std::size_t i = 0; i < locator.size(); ++i) {
+            const std::string place = "\"k" + std::to_string(i) + "\"";
+            keys += (i == 0 ? "" : ", ") + prefix + locator[i] + " AS " + place;
+            match += (i == 0 ? "" : " AND ") + quoteName(table.name) + "." + locator[i] + " = \"$\"." + place;
+        }
+        sql += " FROM (SELECT " + keys + values + " FROM " + from + whereClause(where) + ") AS \"$\" WHERE " +
+               match;
+    }
+    const bool movesKeys = std::any_of(assigned.begin(), assigned.end(), [&](const AssignedColumn& column) {
+        return std::any_of(table.keys.begin(), table.keys.end(), [&](const Key& key) {
+            return std::find(key.columns.begin(), key.columns.end(), column.column) != key.columns.end();
+        });
+    });
+    if (!movesKeys) {
+        return finish(std::move(sql));
+    }
+    KeyUpdateProgram program;
+    std::string columns;
+    std::string fresh;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        const std::string name = quoteName(table.columns[i].name);
+        const auto changed =
+            std::find_if(assigned.begin(), assigned.end(),
+                         [&](const AssignedColumn& candidate) { return candidate.column == i; });
+        columns += (i == 0 ? "" : ", ") + name;
+        fresh += ", " + (changed == assigned.end() ? prefix + name : changed->value.sql);
+    }
+    const std::string sources = direct ? named + (from.empty() ? "" : ", " + from) : from;
+    const std::string locators = locatorList(table, prefix);
+    std::string places;
+    for (std::size_t i = 0; i < table.locator().size(); ++i) {
+        places += (i == 0 ? "" : ", ") + ("\"k" + std::to_string(i) + "\"");
+    }
+    std::string freshPlaces;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        freshPlaces += (i == 0 ? "" : ", ") + ("\"c" + std::to_string(i) + "\"");
+    }
+    program.stage = "INSERT OR IGNORE INTO temp.\"veldran_stage\" (" + places + ", " + freshPlaces +
+                    ") SELECT " + locators + fresh + " FROM " + sources + whereClause(where);
+    program.remove = "DELETE FROM " + table.sqlName() + " WHERE " + tuple(locatorList(table, "")) +
+                     " IN (SELECT " + places + " FROM temp.\"veldran_stage\")";
+    program.insert = "INSERT INTO " + table.sqlName() + " (" + columns + ") SELECT " + freshPlaces +
+                     " FROM temp.\"veldran_stage\"";
+    program.target = table;
+    program.direct = finish(std::move(sql));
+    return program;
+}
+
+Program Translator::erase(const tsql::DeleteStatement& statement) {
+    Scope scope;
+    std::vector<Condition> conditions;
+    const std::string from = fromList(statement.from, scope, conditions);
+    const Target target = changeTarget(statement.target, statement.from, scope);
+    const ScopeFrame frame(*this, scope);
+    if (statement.where) {
+        conditions.push_back(truth(*statement.where));
+    }
+    const Condition where = allOf(std::move(conditions));
+    const Table& table = *target.table;
+    if (!target.joined) {
+        const std::string& alias = scope.sources[target.source].alias;
+        return finish("DELETE FROM " + table.sqlName() +
+                      (alias == table.name ? "" : " AS " + quoteName(alias)) + whereClause(where));
+    }
+    const std::string prefix = quoteName(scope.sources[target.source].alias) + ".";
+    const std::string sources = from + (target.added ? ", " + table.sqlName() : "");
+    return finish("DELETE FROM " + table.sqlName() + " WHERE " + tuple(locatorList(table, "")) +
+                  " IN (SELECT " + locatorList(table, prefix) + " FROM " + sources + whereClause(where) +
+                  ")");
+}
+
+} // namespace veldran::embedded

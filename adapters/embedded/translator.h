@@ -1,0 +1,147 @@
+#pragma once
+
+#include "adapters/embedded/catalogue.h"
+#include "adapters/embedded/program.h"
+#include "adapters/embedded/scope.h"
+
+#include <span>
+#include <string_view>
+
+namespace veldran::embedded {
+
+/// What a statement is bound against.
+struct BindingContext {
+    Catalogue& catalogue;
+    const Variables& variables;
+    std::span<const SqlType> markers; ///< types of the "?" parameters, in their order
+    std::string_view text;            ///< for quoting the place of a refusal
+    std::string_view identityInsert;  ///< the table with IDENTITY_INSERT ON, or empty
+};
+
+/// Binds one T-SQL statement to the catalogue and writes it as SQLite. Every member throws AdoError: an
+/// unknown or ambiguous name, operands that do not go together, or a construct that the embedded database
+/// does not offer (then the message quotes the place).
+class Translator {
+public:
+    explicit Translator(const BindingContext& context) : context_(context), text_(context.text) {}
+
+    TranslatedStatement select(const tsql::SelectStatement& statement);
+    Program insert(const tsql::InsertStatement& statement);
+    TranslatedStatement update(const tsql::UpdateStatement& statement);
+    Program erase(const tsql::DeleteStatement& statement);
+    /// SELECT value: one column of the type (or of its own type), for variables and arguments.
+    Program value(const tsql::Expression& expression, const SqlType* type, std::string_view target);
+    /// SELECT 1 or 0: whether the condition is true.
+    Program condition(const tsql::Expression& expression);
+
+private:
+    // Names and places
+    [[noreturn]] void refuse(const tsql::NodeSpan& span, std::string_view what) const;
+    std::string excerpt(const tsql::NodeSpan& span) const;
+    Fragment column(const tsql::QualifiedName& name);
+    std::shared_ptr<const Table> table(const tsql::QualifiedName& name);
+    std::shared_ptr<const Routine> routine(const tsql::QualifiedName& name);
+    Fragment slot(Slot slot);
+    Program finish(std::string sql);
+
+    // Values
+    Fragment expression(const tsql::Expression& node);
+    Fragment literal(const tsql::Literal& node);
+    Fragment variable(const tsql::Variable& node, const tsql::NodeSpan& span);
+    Fragment marker(const tsql::ParameterMarker& node);
+    Fragment unary(const tsql::Unary& node, const tsql::NodeSpan& span);
+    Fragment arithmetic(const tsql::Arithmetic& node);
+    Fragment scalarSubquery(const tsql::ScalarSubquery& node, const tsql::NodeSpan& span);
+    Fragment caseValue(const tsql::Case& node);
+    Fragment castValue(const tsql::Cast& node, const tsql::NodeSpan& span);
+    Fragment call(const tsql::FunctionCall& node, const tsql::NodeSpan& span);
+    Fragment aggregate(const std::string& name, const tsql::FunctionCall& node, const tsql::NodeSpan& span);
+    Fragment rowNumber(const tsql::FunctionCall& node, const tsql::NodeSpan& span);
+    std::optional<Fragment> textFunction(const std::string& name, const std::vector<Fragment>& arguments,
+                                         const tsql::NodeSpan& span);
+    std::optional<Fragment> otherFunction(const std::string& name, const std::vector<Fragment>& arguments,
+                                          const tsql::NodeSpan& span);
+    Fragment userFunction(const tsql::FunctionCall& node, const tsql::NodeSpan& span);
+    std::vector<Fragment> expressions(const std::vector<tsql::Expression>& nodes);
+
+    // Conditions
+    Condition truth(const tsql::Expression& node);
+    Condition inQuery(const tsql::InQuery& node, const tsql::NodeSpan& span);
+    Condition exists(const tsql::Exists& node);
+    Condition isNull(const tsql::IsNull& node);
+
+    // Sources
+    std::string fromList(const std::vector<tsql::TableSource>& sources, Scope& scope,
+                         std::vector<Condition>& conditions);
+    std::string joined(const tsql::TableSource& source, Scope& scope, std::vector<Condition>& conditions,
+                       bool outerSide);
+    std::string primary(const tsql::TablePrimary& node, Scope& scope, std::vector<Condition>& conditions,
+                        bool outerSide);
+    std::string namedTable(const tsql::NamedTable& node, Scope& scope);
+    std::string derivedTable(const tsql::DerivedTable& node, Scope& scope);
+    std::string tableFunction(const tsql::TableFunction& node, Scope& scope, const tsql::NodeSpan& span);
+    std::string applied(const tsql::JoinStep& step, Scope& scope, std::vector<Condition>& conditions);
+    void addTable(Scope& scope, std::shared_ptr<const Table> table, const std::string& name,
+                  const std::string& alias);
+    void addDerived(Scope& scope, const BoundQuery& query, const std::string& name,
+                    const std::vector<std::string>& columnNames, const tsql::NodeSpan& span);
+    static void makeNullable(Scope& scope, std::size_t from);
+
+    // Queries
+    BoundQuery query(const tsql::Query& node, const Scope* outer);
+    BoundSelect selectArm(const tsql::SelectSpecification& node, const Scope* outer, Scope& scope);
+    void addArm(BoundQuery& result, const tsql::QueryTerm& term, const Scope* outer, Scope& scope);
+    void bindItems(const tsql::SelectSpecification& node, BoundSelect& select, Scope& scope);
+    void checkGrouping(const tsql::SelectSpecification& node);
+    void unifyArms(BoundQuery& query, const tsql::NodeSpan& span);
+    std::string orderItems(const std::vector<tsql::OrderItem>& items, const BoundQuery& query, bool single);
+    std::string limitOf(const tsql::Expression& top);
+    std::string write(const BoundSelect& select, bool named, bool collate) const;
+    std::string write(const BoundQuery& query, bool named, bool collate) const;
+    /// The query with its columns converted, around itself where it is not plain.
+    std::string writeConverted(BoundQuery& query, const std::vector<SqlType>& types,
+                               const std::vector<std::string>& names);
+    TranslatedStatement selectInto(const tsql::SelectSpecification& node, BoundQuery& query);
+
+    // Changes
+    std::vector<std::size_t> insertColumns(const tsql::InsertStatement& statement, const Table& target);
+    Program writeInsert(const tsql::InsertStatement& statement, const Table& target);
+    Fragment defaultOf(const Table& target, std::size_t column);
+    std::string valuesRows(const tsql::InsertValues& source, const Table& target,
+                           const std::vector<std::size_t>& columns, std::vector<std::size_t>& omitted);
+    struct Target {
+        std::shared_ptr<const Table> table;
+        std::size_t source = 0; ///< its place in the scope
+        bool joined = false;    ///< there are sources beside the target
+        bool added = false;     ///< FROM does not name it: it was put beside what FROM names
+    };
+    Target changeTarget(const tsql::QualifiedName& name, const std::vector<tsql::TableSource>& from,
+                        Scope& scope);
+    struct AssignedColumn {
+        std::size_t column;
+        Fragment value;
+    };
+    std::vector<AssignedColumn> assignments(const tsql::UpdateStatement& statement, const Target& target);
+    TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
+                                    const std::vector<AssignedColumn>& assigned, const std::string& from,
+                                    const Condition& where, const Scope& scope);
+
+    // Function bodies
+    std::map<std::string, Fragment> boundParameters(const std::vector<tsql::RoutineParameter>& parameters,
+                                                    const std::vector<Fragment>& arguments,
+                                                    const std::string& name, const tsql::NodeSpan& span);
+    friend class InlineFrame;
+    friend class ScopeFrame;
+
+    BindingContext context_;
+    std::string_view text_;
+    const Scope* scope_ = nullptr;
+    const std::map<std::string, Fragment>* inlined_ = nullptr; ///< parameters of the function being inlined
+    int inlineDepth_ = 0;
+    int aliases_ = 0;
+    bool aggregates_ = false; ///< the SELECT being bound has shown an aggregate
+    std::vector<Slot> slots_;
+    std::vector<Dependency> dependencies_;
+};
+
+} // namespace veldran::embedded
