@@ -273,7 +273,7 @@ GO
 
 -- Activates (@ON = 1) or deactivates the analytic accounts of the nature that lie under @CONTO, or @CONTO itself when
 -- it is analytic. @CORRELATI: 2 every account, 1 only those with correlations, 0 only those without.
--- Accounts already in the wanted state are left as they are; a NULL argument changes nothing.
+-- Accounts already in the wanted state are left as they are.
 -- Account codes are digits, so the accounts under a header are the range from the header filled with zeros to the
 -- header filled with nines, which the key serves.
 CREATE PROCEDURE SPCI_VELDRANACT

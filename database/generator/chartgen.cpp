@@ -2,6 +2,7 @@
 #include "database/generator/demo_check.h"
 #include "database/generator/demo_reader.h"
 #include "database/generator/demo_script.h"
+#include "database/generator/embedded_writer.h"
 #include "database/generator/source_error.h"
 #include "database/generator/synthetic_script.h"
 
@@ -22,21 +23,29 @@ struct Request {
     SyntheticPlace place;
     std::string output;
     std::string format = "tsql";
+    std::string scriptFolder = VELDRAN_DATABASE_DIR;
 };
 
-void writeScript(const Request& request, std::ostream& out) {
-    if (request.demoFolder.empty()) {
-        writeSyntheticScript(request.chart, request.place, out);
-        return;
-    }
-    const DemoModel model = readDemo(request.demoFolder);
+DemoModel readCheckedDemo(const std::string& folder) {
+    DemoModel model = readDemo(folder);
     checkDemo(model);
-    writeDemoScript(model, out);
+    return model;
 }
 
-void run(const Request& request) {
+void writeDatabase(const Request& request) {
+    const EmbeddedTarget target{request.output, request.scriptFolder};
+    if (request.demoFolder.empty())
+        writeSyntheticDatabase(request.chart, request.place, target);
+    else
+        writeDemoDatabase(readCheckedDemo(request.demoFolder), target);
+}
+
+void writeScript(const Request& request) {
     std::ofstream out(request.output, std::ios::binary);
-    writeScript(request, out);
+    if (request.demoFolder.empty())
+        writeSyntheticScript(request.chart, request.place, out);
+    else
+        writeDemoScript(readCheckedDemo(request.demoFolder), out);
     out.flush();
     if (!out)
         throw SourceError("cannot write " + request.output);
@@ -72,8 +81,12 @@ int main(int argc, char** argv) {
     app.add_option("--chart", request.place.chart, "chart code")
         ->check(CLI::Range(1, 99))
         ->capture_default_str();
-    app.add_option("--format", request.format, "tsql: a script")
-        ->check(CLI::IsMember({"tsql"}))
+    app.add_option("--format", request.format, "tsql: a script; sqlite: an embedded database")
+        ->check(CLI::IsMember({"tsql", "sqlite"}))
+        ->capture_default_str();
+    app.add_option("--scripts", request.scriptFolder,
+                   "folder of schema.sql and routines.sql, for a new database")
+        ->check(CLI::ExistingDirectory)
         ->capture_default_str();
     app.add_option("--output", request.output, "file to write")->required();
     CLI11_PARSE(app, argc, argv);
@@ -83,7 +96,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        run(request);
+        if (request.format == "sqlite")
+            writeDatabase(request);
+        else
+            writeScript(request);
     } catch (const std::exception& failure) {
         std::cerr << "veldran_chartgen: " << failure.what() << '\n';
         return 1;

@@ -8,7 +8,6 @@
 namespace veldran::chartgen {
 namespace {
 
-constexpr int costChart = 900;
 constexpr const char* causale = "PROV";
 constexpr const char* originAccount = "COL010";
 constexpr const char* firstDestination = "CDC010";
@@ -31,13 +30,15 @@ DemoModel syntheticFrame(const SyntheticOptions& options, const SyntheticPlace& 
     const int centre = kindBit("CDC");
     DemoModel frame;
     frame.ledgerCharts.push_back({place.chart, "Piano dei conti generato", Chart{options.levels, {}}});
-    frame.costCharts.push_back({costChart, false, ".", {3, 3}, "Piano COAN generato"});
-    frame.costAccounts = {{costChart, "COL", 0, 0, false, "Conti di collegamento"},
-                          {costChart, originAccount, 0, linking, true, "Costi da contabilità generale"},
-                          {costChart, "CDC", 0, 0, false, "Centri di costo"},
-                          {costChart, firstDestination, 0, centre, true, "Produzione"},
-                          {costChart, secondDestination, 0, centre, true, "Struttura"}};
-    frame.companies.push_back({place.company, place.chart, costChart, 0, true, "STANDARD", "Ditta di prova"});
+    frame.costCharts.push_back({syntheticCostChart, false, ".", {3, 3}, "Piano COAN generato"});
+    frame.costAccounts = {
+        {syntheticCostChart, "COL", 0, 0, false, "Conti di collegamento"},
+        {syntheticCostChart, originAccount, 0, linking, true, "Costi da contabilità generale"},
+        {syntheticCostChart, "CDC", 0, 0, false, "Centri di costo"},
+        {syntheticCostChart, firstDestination, 0, centre, true, "Produzione"},
+        {syntheticCostChart, secondDestination, 0, centre, true, "Struttura"}};
+    frame.companies.push_back(
+        {place.company, place.chart, syntheticCostChart, 0, true, "STANDARD", "Ditta di prova"});
     frame.causali.push_back({causale, 0, "Causale di prova"});
     frame.typologies = {{causale, Sign::Avere, linking}, {causale, Sign::Dare, centre}};
     return frame;

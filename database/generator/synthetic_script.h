@@ -13,6 +13,9 @@ struct SyntheticPlace {
     int chart = 90;
 };
 
+/// Chart of the cost accounts that generated correlations name.
+inline constexpr int syntheticCostChart = 900;
+
 /// What a generated chart needs around it: the company, an empty chart of accounts, a small cost-accounting
 /// chart, one causale that admits its kinds.
 DemoModel syntheticFrame(const SyntheticOptions& options, const SyntheticPlace& place);
