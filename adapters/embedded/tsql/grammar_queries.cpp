@@ -1,5 +1,4 @@
 #include "adapters/embedded/tsql/grammar.h"
-#include "adapters/embedded/tsql/messages.h"
 
 #include <algorithm>
 #include <array>
