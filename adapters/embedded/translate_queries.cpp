@@ -32,6 +32,17 @@ ado::ColumnInfo describe(const SelectedItem& item, bool updatable) {
     return info;
 }
 
+// A key names a row only when all of its columns were selected.
+bool isKeySelected(const Table& table, const std::vector<SelectedItem>& items) {
+    const Key* key = table.primaryKey();
+    return key != nullptr &&
+           std::all_of(key->columns.begin(), key->columns.end(), [&](std::size_t column) {
+               return std::any_of(items.begin(), items.end(), [&](const SelectedItem& item) {
+                   return item.value.column == &table.columns[column];
+               });
+           });
+}
+
 // What SELECT ... INTO gives the new table for a column.
 Column newColumn(const SelectedItem& item) {
     if (item.name.empty()) {
@@ -374,7 +385,9 @@ TranslatedStatement Translator::select(const tsql::SelectStatement& statement) {
     const bool updatable = bound.isPlain() && !bound.arms.front().grouped;
     std::size_t assignments = 0;
     for (const SelectedItem& item : bound.items()) {
-        program.columns.push_back({item.value.type, describe(item, updatable)});
+        ado::ColumnInfo info = describe(item, updatable);
+        info.key = info.key && isKeySelected(*item.value.table, bound.items());
+        program.columns.push_back({item.value.type, std::move(info)});
         if (!item.variable.empty()) {
             program.variables.push_back(item.variable);
             ++assignments;

@@ -20,7 +20,7 @@ struct ColumnInfo {
     std::uint8_t scale = 0;
     bool nullable = true;
     bool identity = false;
-    bool key = false;      ///< part of the base table's primary key
+    bool key = false;      ///< part of the base table's primary key, which is in the result whole
     std::string baseTable; ///< empty when the column is computed or the driver cannot tell
     std::string baseColumn;
 };

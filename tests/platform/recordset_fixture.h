@@ -2,6 +2,7 @@
 
 #include "platform/ado/recordset.h"
 #include "tests/platform/memory_driver.h"
+#include "tests/support/ado_expect.h"
 #include "tests/support/failing_driver.h"
 #include "tests/support/recording_driver.h"
 
@@ -12,15 +13,6 @@
 #include <vector>
 
 namespace veldran::test {
-
-/// Expects `statement` to throw AdoError with this number.
-#define EXPECT_ADO_ERROR(statement, number)                                                                  \
-    try {                                                                                                    \
-        statement;                                                                                           \
-        ADD_FAILURE() << #statement " did not throw";                                                        \
-    } catch (const ado::AdoError& error) {                                                                   \
-        EXPECT_EQ(error.first().Number, number) << error.what();                                             \
-    }
 
 inline Value percent(std::int64_t hundredths) {
     return Value(Decimal{hundredths, 2});
