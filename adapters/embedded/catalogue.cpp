@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
 namespace veldran::embedded {
 
@@ -105,7 +106,7 @@ Catalogue::Catalogue(SqliteDatabase& database) : database_(database) {
 
 void Catalogue::changed() {
     ++generation_;
-    schemaVersion_ = database_.integer("PRAGMA main.schema_version");
+    schemaVersion_ = fileSchemaVersion();
 }
 
 void Catalogue::forget() {
@@ -114,8 +115,16 @@ void Catalogue::forget() {
     ++generation_;
 }
 
+std::int64_t Catalogue::fileSchemaVersion() {
+    if (!schemaVersionQuery_) {
+        schemaVersionQuery_ = database_.prepare("PRAGMA main.schema_version");
+    }
+    const ResetGuard guard(schemaVersionQuery_);
+    return schemaVersionQuery_.step() ? schemaVersionQuery_.integer(0) : 0;
+}
+
 bool Catalogue::refresh() {
-    if (!loaded_ || database_.integer("PRAGMA main.schema_version") == schemaVersion_) {
+    if (!loaded_ || fileSchemaVersion() == schemaVersion_) {
         return false;
     }
     forget();
@@ -127,9 +136,11 @@ void Catalogue::ensureLoaded() {
         return;
     }
     entries_.clear();
-    schemaVersion_ = database_.integer("PRAGMA main.schema_version");
+    schemaVersion_ = fileSchemaVersion();
     load("main");
     load("temp");
+    loadIndexes("main");
+    loadIndexes("temp");
     loaded_ = true;
 }
 
@@ -152,6 +163,21 @@ void Catalogue::load(const std::string& schema) {
                 Routine{kind, std::string(rows.text(2)), text, std::move(batch)});
         }
         entries_.insert_or_assign(toUpper(rows.text(2)), std::move(entry));
+    }
+}
+
+// The definition of an index is its columns, one a line.
+void Catalogue::loadIndexes(const std::string& schema) {
+    SqliteStatement rows = database_.prepare("SELECT parent, name, definition FROM " + schema +
+                                             ".veldran_catalogue WHERE kind = 'index'");
+    const ResetGuard guard(rows);
+    while (rows.step()) {
+        std::vector<std::string>& columns =
+            entries_[toUpper(rows.text(0))].indexes[std::string(rows.text(1))];
+        std::istringstream lines{std::string(rows.text(2))};
+        for (std::string line; std::getline(lines, line);) {
+            columns.push_back(line);
+        }
     }
 }
 
@@ -190,6 +216,31 @@ std::shared_ptr<const Table> Catalogue::table(const tsql::QualifiedName& name) {
 std::shared_ptr<const Routine> Catalogue::findRoutine(const tsql::QualifiedName& name) {
     const Entry* entry = find(name);
     return entry == nullptr ? nullptr : entry->routine;
+}
+
+std::optional<UniqueRule> Catalogue::uniqueRule(std::string_view table,
+                                                const std::vector<std::string>& columns) {
+    const auto found = entries_.find(toUpper(table));
+    if (found == entries_.end() || !found->second.table) {
+        return std::nullopt;
+    }
+    const Table& definition = *found->second.table;
+    for (const Key& key : definition.keys) {
+        std::vector<std::string> names;
+        for (const std::size_t column : key.columns) {
+            names.push_back(definition.columns[column].name);
+        }
+        if (names == columns) {
+            return UniqueRule{key.primary ? UniqueRule::Kind::PrimaryKey : UniqueRule::Kind::UniqueKey,
+                              key.name};
+        }
+    }
+    for (const auto& [name, names] : found->second.indexes) {
+        if (names == columns) {
+            return UniqueRule{UniqueRule::Kind::Index, name};
+        }
+    }
+    return std::nullopt;
 }
 
 std::optional<std::int64_t> Catalogue::objectId(std::string_view text, std::string_view type) {
@@ -265,7 +316,7 @@ void Catalogue::createTable(const Table& table) {
         seed.run();
     }
     const std::int64_t id = store(table.schema(), kindTable, table.name, {}, definitionOf(table));
-    entries_[toUpper(table.name)] = {std::make_shared<const Table>(table), nullptr, id};
+    entries_[toUpper(table.name)] = {std::make_shared<const Table>(table), nullptr, id, {}};
     changed();
 }
 
@@ -304,14 +355,17 @@ void Catalogue::redefineTable(const Table& table) {
 void Catalogue::createIndex(const Table& table, const std::string& name,
                             const std::vector<tsql::IndexColumn>& columns, bool unique) {
     std::string list;
+    std::string definition;
+    std::vector<std::string> names;
     for (const tsql::IndexColumn& column : columns) {
         const auto index = table.indexOf(column.name);
         if (!index) {
             fail(1911, "42000",
                  "Il nome di colonna '" + column.name + "' non esiste nella tabella '" + table.name + "'.");
         }
-        list += (list.empty() ? "" : ", ") + quoteName(table.columns[*index].name) +
-                (column.descending ? " DESC" : "");
+        names.push_back(table.columns[*index].name);
+        definition += names.back() + "\n";
+        list += (list.empty() ? "" : ", ") + quoteName(names.back()) + (column.descending ? " DESC" : "");
     }
     SqliteStatement known = database_.prepare("SELECT 1 FROM " + std::string(table.schema()) +
                                               ".veldran_catalogue WHERE parent = ? AND name = ?");
@@ -326,7 +380,8 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
     }
     database_.execute(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + table.schema() + "." +
                       quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")");
-    store(table.schema(), kindIndex, name, table.name, list);
+    store(table.schema(), kindIndex, name, table.name, definition);
+    entries_[toUpper(table.name)].indexes[name] = names;
     changed();
 }
 
@@ -344,6 +399,7 @@ void Catalogue::dropIndex(const Table& table, const std::string& name) {
     }
     database_.execute("DROP INDEX " + std::string(table.schema()) + "." + quoteName(indexName(table, name)));
     remove(table.schema(), kindIndex, name, table.name);
+    entries_[toUpper(table.name)].indexes.erase(name);
     changed();
 }
 
@@ -361,10 +417,9 @@ void Catalogue::createRoutine(const Routine& routine, tsql::DefinitionMode mode)
              "Le routine temporanee non sono disponibili nel database incorporato.");
     }
     const std::int64_t id = store("main", kindOf(routine), routine.name, {}, routine.text);
-    entries_[toUpper(routine.name)] = {nullptr, std::make_shared<const Routine>(routine), id};
+    entries_[toUpper(routine.name)] = {nullptr, std::make_shared<const Routine>(routine), id, {}};
     // The schema of the file did not change for SQLite; its version is what other programs look at.
-    database_.execute("PRAGMA main.schema_version = " +
-                      std::to_string(database_.integer("PRAGMA main.schema_version") + 1));
+    database_.execute("PRAGMA main.schema_version = " + std::to_string(fileSchemaVersion() + 1));
     changed();
 }
 
@@ -372,8 +427,7 @@ void Catalogue::dropRoutine(const Routine& routine) {
     const std::string name = routine.name;
     remove("main", kindOf(routine), name, {});
     entries_.erase(toUpper(name));
-    database_.execute("PRAGMA main.schema_version = " +
-                      std::to_string(database_.integer("PRAGMA main.schema_version") + 1));
+    database_.execute("PRAGMA main.schema_version = " + std::to_string(fileSchemaVersion() + 1));
     changed();
 }
 

@@ -99,6 +99,9 @@ public:
     std::shared_ptr<const Routine> findRoutine(const tsql::QualifiedName& name);
     std::optional<std::int64_t> objectId(std::string_view name, std::string_view type) override;
 
+    std::optional<UniqueRule> uniqueRule(std::string_view table,
+                                         const std::vector<std::string>& columns) override;
+
     /// \throws AdoError 2714 when the name is taken
     void createTable(const Table& table);
     void dropTable(const Table& table);
@@ -124,6 +127,7 @@ public:
 private:
     void changed();
     void load(const std::string& schema);
+    void loadIndexes(const std::string& schema);
     void ensureLoaded();
     std::int64_t store(const std::string& schema, std::string_view kind, std::string_view name,
                        std::string_view parent, std::string_view definition);
@@ -135,12 +139,17 @@ private:
         std::shared_ptr<const Table> table;     // shared with the statements bound to it
         std::shared_ptr<const Routine> routine; // shared with the statements bound to it
         std::int64_t id = 0;
+        std::map<std::string, std::vector<std::string>>
+            indexes; ///< of a table: the columns by the index's name
     };
     static bool isOfType(const Entry& entry, std::string_view type);
     using Entries = std::map<std::string, Entry>; // by name in capitals
     const Entry* find(const tsql::QualifiedName& name);
 
+    std::int64_t fileSchemaVersion();
+
     SqliteDatabase& database_;
+    SqliteStatement schemaVersionQuery_;
     Entries entries_;
     bool loaded_ = false;
     std::int64_t schemaVersion_ = -1;

@@ -59,7 +59,7 @@ bool bytesDecide(const Fragment& value, const Fragment& constant) {
 }
 
 Condition infix(ComparisonOperator op, const Fragment& a, const Fragment& b) {
-    return {a.operand() + " " + symbolOf(op) + " " + b.operand(), false, std::nullopt};
+    return {a.operand() + " " + symbolOf(op) + " " + b.operand(), Condition::Form::Predicate, std::nullopt};
 }
 
 Condition compareTexts(ComparisonOperator op, const Fragment& a, const Fragment& b) {
@@ -147,7 +147,6 @@ Condition isAmong(const Fragment& value, const std::vector<Fragment>& list, bool
         return negate ? negationOf(std::move(any)) : any;
     }
     Condition result;
-    result.simple = false;
     result.sql = collatedText(value).operand() + (negate ? " NOT IN (" : " IN (");
     for (std::size_t i = 0; i < members.size(); ++i) {
         result.sql += (i == 0 ? "" : ", ") + members[i];
@@ -175,10 +174,11 @@ Condition isLike(const Fragment& value, const Fragment& pattern, const std::opti
         if (!prefix.whole && !prefix.text.empty()) {
             // What begins with the prefix lies between it and itself followed by the last character there is,
             // so that an index can serve. The lower end is below every continuation, blanks included.
-            const std::string low = std::string(prefix.text) + '\x01';
-            const std::string high = std::string(prefix.text) + "\xF4\x8F\xBF\xBF";
-            conditions.push_back({text.operand() + " >= " + quoteText(low), false, std::nullopt});
-            conditions.push_back({text.operand() + " <= " + quoteText(high), false, std::nullopt});
+            const std::string begin = quoteText(prefix.text);
+            conditions.push_back(
+                {text.operand() + " >= " + begin + " || char(1)", Condition::Form::Predicate, {}});
+            conditions.push_back(
+                {text.operand() + " <= " + begin + " || char(1114111)", Condition::Form::Predicate, {}});
             decided = prefix.open && comparesByBytes(prefix.text);
         }
     }
@@ -187,7 +187,7 @@ Condition isLike(const Fragment& value, const Fragment& pattern, const std::opti
         if (escape) {
             call += ", " + escape->sql;
         }
-        conditions.push_back({call + ")", true, std::nullopt});
+        conditions.push_back({call + ")", Condition::Form::Predicate, std::nullopt});
     }
     Condition result = allOf(std::move(conditions));
     return negate ? negationOf(std::move(result)) : result;

@@ -2,7 +2,8 @@
 
 #include "adapters/embedded/errors.h"
 
-#include <sqlite3.h>
+#include <algorithm>
+#include <utility>
 
 namespace veldran::embedded {
 
@@ -24,23 +25,41 @@ std::pair<std::string, std::string> splitColumn(const std::string& detail) {
     return {first.substr(0, dot), first.substr(dot + 1)};
 }
 
-std::string columnsOf(const std::string& detail, const std::string& table) {
-    std::string result;
+std::vector<std::string> columnsOf(const std::string& detail, const std::string& table) {
+    std::vector<std::string> result;
     for (std::size_t at = 0; at < detail.size();) {
         const std::size_t comma = std::min(detail.find(", ", at), detail.size());
         std::string column = detail.substr(at, comma - at);
         if (column.starts_with(table + ".")) {
             column.erase(0, table.size() + 1);
         }
-        result += (result.empty() ? "" : ", ") + column;
+        result.push_back(std::move(column));
         at = comma + 2;
     }
     return result;
 }
 
+ado::Error uniqueError(const std::string& table, const std::vector<std::string>& columns,
+                       ObjectResolver* objects) {
+    const auto rule = objects == nullptr ? std::nullopt : objects->uniqueRule(table, columns);
+    if (rule && rule->kind == UniqueRule::Kind::Index) {
+        return makeError(errorUniqueIndexViolation, "23000",
+                         "Impossibile inserire una riga con chiave duplicata nell'oggetto '" + table +
+                             "' con indice univoco '" + rule->name + "'.");
+    }
+    std::string name;
+    if (rule) {
+        name = (rule->kind == UniqueRule::Kind::PrimaryKey ? " PRIMARY KEY '" : " UNIQUE KEY '") +
+               rule->name + "'";
+    }
+    return makeError(errorKeyViolation, "23000",
+                     "Violazione del vincolo" + name +
+                         ". Impossibile inserire la chiave duplicata nell'oggetto '" + table + "'.");
+}
+
 } // namespace
 
-ado::Error constraintError(int code, const std::string& message) {
+ado::Error constraintError(int code, const std::string& message, ObjectResolver* objects) {
     const std::string detail = detailOf(message);
     const auto [table, column] = splitColumn(detail);
     if (code == SQLITE_CONSTRAINT_NOTNULL) {
@@ -51,15 +70,7 @@ ado::Error constraintError(int code, const std::string& message) {
     if (code == SQLITE_CONSTRAINT_CHECK) {
         return makeError(547, "23000", "L'istruzione è in conflitto con il vincolo CHECK '" + detail + "'.");
     }
-    if (detail.starts_with("index '")) {
-        const std::string index = detail.substr(7, detail.size() - 8);
-        return makeError(errorUniqueIndexViolation, "23000",
-                         "Impossibile inserire una riga con chiave duplicata nell'indice univoco '" + index +
-                             "'.");
-    }
-    return makeError(errorKeyViolation, "23000",
-                     "Violazione del vincolo di chiave (" + columnsOf(detail, table) +
-                         "): impossibile inserire una chiave duplicata nell'oggetto '" + table + "'.");
+    return uniqueError(table, columnsOf(detail, table), objects);
 }
 
 } // namespace veldran::embedded

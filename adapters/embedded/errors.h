@@ -19,6 +19,8 @@ inline constexpr int errorKeyViolation = 2627;
 inline constexpr int errorUniqueIndexViolation = 2601;
 inline constexpr int errorOverflow = 8115;
 inline constexpr int errorLockTimeout = 1222;
+/// SQLite refused a text of ours: the schema is no longer what it was bound to.
+inline constexpr int errorInternal = 8624;
 /// What the database's own front end answers for a construct it does not offer.
 inline constexpr int errorNotSupported = 40517;
 

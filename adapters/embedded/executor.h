@@ -72,9 +72,11 @@ private:
     bool isCurrent(Compiled& entry);
     void bindSlots(SqliteStatement& statement, const std::vector<Slot>& slots, Activation& activation);
     void runStatement(const tsql::Statement& statement, Activation& activation);
-    void runProgram(Compiled& entry, Activation& activation);
-    void readRows(Compiled& entry);
-    void assignVariables(Compiled& entry, Activation& activation);
+    /// False when another program has changed the schema under the binding: nothing was done then.
+    bool runProgram(Compiled& entry, Activation& activation);
+    bool isOutdated(Compiled& entry);
+    void readRows(Compiled& entry, bool hasRow);
+    void assignVariables(Compiled& entry, bool hasRow, Activation& activation);
     void runChange(Compiled& entry);
     void runKeyUpdate(Compiled& entry, Activation& activation);
     void runInto(Compiled& entry, Activation& activation);

@@ -147,12 +147,7 @@ void Executor::dropOne(const tsql::DropStatement& statement, const tsql::DropTar
         return;
     }
     if (statement.kind == tsql::DropKind::Index) {
-        // DROP INDEX NAME ON TABLE, or the older DROP INDEX TABLE.NAME.
-        tsql::QualifiedName owner = target.table.value_or(target.name);
-        if (!target.table) {
-            owner.parts.pop_back();
-        }
-        const auto table = owner.parts.empty() ? nullptr : catalogue.findTable(owner);
+        const auto table = target.table ? catalogue.findTable(*target.table) : nullptr;
         if (!table) {
             return missing("l'indice");
         }

@@ -55,42 +55,65 @@ void Executor::runStatement(const tsql::Statement& statement, Activation& activa
     for (int attempt = 0;; ++attempt) {
         Compiled& entry = compiledStatement(statement, activation);
         try {
-            return runProgram(entry, activation);
+            if (runProgram(entry, activation) || attempt > 0) {
+                return;
+            }
         } catch (const ado::AdoError& error) {
-            if (attempt > 0 || error.first().Number != 8624 || !session_.catalogue().refresh()) {
+            if (attempt > 0 || error.first().Number != errorInternal || !session_.catalogue().refresh()) {
                 throw;
             }
         }
     }
 }
 
-void Executor::runProgram(Compiled& entry, Activation& activation) {
+// Whether another program has changed what the statement was bound to. Under the write lock nobody can.
+bool Executor::isOutdated(Compiled& entry) {
+    return !session_.database().inTransaction() && session_.catalogue().refresh() && !isCurrent(entry);
+}
+
+bool Executor::runProgram(Compiled& entry, Activation& activation) {
     if (std::holds_alternative<IntoProgram>(entry.translated)) {
-        return runInto(entry, activation);
+        runInto(entry, activation);
+        return true;
     }
     if (!entry.statement) {
         entry.statement = session_.database().prepare(entry.program().sql);
+        entry.replans = 0;
     }
-    if (std::holds_alternative<KeyUpdateProgram>(entry.translated)) {
-        return runKeyUpdate(entry, activation);
+    const Program& program = entry.program();
+    if (program.columns.empty()) {
+        // A change cannot be taken back to be bound anew, so it looks first; beside the commit this costs
+        // nothing.
+        if (program.changesFile && isOutdated(entry)) {
+            return false;
+        }
+        if (std::holds_alternative<KeyUpdateProgram>(entry.translated)) {
+            runKeyUpdate(entry, activation);
+        } else {
+            bindSlots(entry.statement, program.slots, activation);
+            runChange(entry);
+        }
+        return true;
     }
-    bindSlots(entry.statement, entry.program().slots, activation);
-    if (!entry.program().variables.empty()) {
-        assignVariables(entry, activation);
-    } else if (!entry.program().columns.empty()) {
-        readRows(entry);
-    } else {
-        runChange(entry);
-    }
+    bindSlots(entry.statement, program.slots, activation);
+    const ResetGuard guard(entry.statement);
+    const bool hasRow = entry.statement.step();
     if (entry.replans != entry.statement.replanned()) {
         entry.replans = entry.statement.replanned();
-        session_.catalogue().refresh();
+        if (isOutdated(entry)) {
+            return false;
+        }
     }
+    if (program.variables.empty()) {
+        readRows(entry, hasRow);
+    } else {
+        assignVariables(entry, hasRow, activation);
+    }
+    return true;
 }
 
-void Executor::readRows(Compiled& entry) {
+void Executor::readRows(Compiled& entry, bool hasRow) {
     SqliteStatement& statement = entry.statement;
-    const ResetGuard guard(statement);
     const std::vector<ResultColumn>& columns = entry.program().columns;
     const bool keep = wantsRows_ && !result_.rows;
     std::unique_ptr<ado::RowSet> rows;
@@ -103,7 +126,7 @@ void Executor::readRows(Compiled& entry) {
         rows = std::make_unique<ado::RowSet>(std::move(infos));
     }
     std::int64_t count = 0;
-    while (statement.step()) {
+    for (; hasRow; hasRow = statement.step()) {
         ++count;
         if (rows) {
             for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -117,12 +140,11 @@ void Executor::readRows(Compiled& entry) {
     }
 }
 
-void Executor::assignVariables(Compiled& entry, Activation& activation) {
+void Executor::assignVariables(Compiled& entry, bool hasRow, Activation& activation) {
     SqliteStatement& statement = entry.statement;
-    const ResetGuard guard(statement);
     const Program& program = entry.program();
     std::int64_t count = 0;
-    while (statement.step()) {
+    for (; hasRow; hasRow = statement.step()) {
         ++count;
         for (std::size_t i = 0; i < program.variables.size(); ++i) {
             VariableValue* variable = activation.find(program.variables[i]);

@@ -19,7 +19,7 @@ std::string realText(double value) {
 }
 
 // Joins the operands that binding does not decide. `absorbing` decides the whole, the other value falls away.
-Condition join(std::vector<Condition> conditions, Truth absorbing, std::string_view connective) {
+Condition join(std::vector<Condition> conditions, Truth absorbing, Condition::Form form) {
     const Truth neutral = absorbing == Truth::True ? Truth::False : Truth::True;
     std::vector<Condition> open;
     for (Condition& condition : conditions) {
@@ -37,9 +37,11 @@ Condition join(std::vector<Condition> conditions, Truth absorbing, std::string_v
         return open.front();
     }
     Condition result;
-    result.simple = false;
+    result.form = form;
     for (const Condition& condition : open) {
-        result.sql += (result.sql.empty() ? "" : std::string(connective)) + condition.operand();
+        result.sql += result.sql.empty() ? "" : form == Condition::Form::And ? " AND " : " OR ";
+        const bool wrapped = form == Condition::Form::And && condition.form == Condition::Form::Or;
+        result.sql += wrapped ? "(" + condition.sql + ")" : condition.sql;
     }
     return result;
 }
@@ -94,15 +96,18 @@ Fragment collatedText(Fragment fragment) {
 }
 
 Condition makeKnown(Truth truth) {
-    return {truth == Truth::True ? "1" : truth == Truth::False ? "0" : "NULL", true, truth};
+    return {truth == Truth::True    ? "1"
+            : truth == Truth::False ? "0"
+                                    : "NULL",
+            Condition::Form::Predicate, truth};
 }
 
 Condition allOf(std::vector<Condition> conditions) {
-    return join(std::move(conditions), Truth::False, " AND ");
+    return join(std::move(conditions), Truth::False, Condition::Form::And);
 }
 
 Condition anyOf(std::vector<Condition> conditions) {
-    return join(std::move(conditions), Truth::True, " OR ");
+    return join(std::move(conditions), Truth::True, Condition::Form::Or);
 }
 
 Condition negationOf(Condition condition) {
@@ -111,7 +116,7 @@ Condition negationOf(Condition condition) {
                          : condition.isFalse() ? Truth::True
                                                : Truth::Unknown);
     }
-    return {"NOT (" + condition.sql + ")", false, std::nullopt};
+    return {"NOT (" + condition.sql + ")", Condition::Form::Predicate, std::nullopt};
 }
 
 } // namespace veldran::embedded

@@ -41,11 +41,11 @@ enum class Truth { False, True, Unknown };
 
 /// A T-SQL condition rendered as SQLite text; `known` when binding already decides it.
 struct Condition {
+    enum class Form { Predicate, And, Or };
     std::string sql;
-    bool simple = true;
+    Form form = Form::Predicate;
     std::optional<Truth> known;
 
-    std::string operand() const { return simple ? sql : "(" + sql + ")"; }
     bool isTrue() const { return known == Truth::True; }
     bool isFalse() const { return known == Truth::False; }
 };

@@ -39,6 +39,7 @@ struct Program {
     std::vector<ResultColumn> columns;  ///< of a query; empty for a change
     std::vector<std::string> variables; ///< of SELECT @V = ...: one for each column
     std::vector<Dependency> dependencies;
+    bool changesFile = false; ///< it writes a table of the file, not a working table
     bool inserts = false;     ///< it is an INSERT
     bool numbersRows = false; ///< into a table with an identity column
 };

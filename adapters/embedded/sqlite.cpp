@@ -10,7 +10,7 @@ namespace veldran::embedded {
 
 namespace {
 
-ado::Error errorOf(int code, const std::string& message, const std::string& path) {
+ado::Error errorOf(int code, const std::string& message, const std::string& path, ObjectResolver* objects) {
     const auto technical = [&](int number, const std::string& sentence) {
         return makeError(number, "HY000", sentence + " (" + path + "): " + message);
     };
@@ -21,7 +21,7 @@ ado::Error errorOf(int code, const std::string& message, const std::string& path
                          "È stato superato il tempo di attesa per la richiesta di blocco: il database " +
                              path + " è in uso da un altro programma.");
     case SQLITE_CONSTRAINT:
-        return constraintError(code, message);
+        return constraintError(code, message, objects);
     case SQLITE_FULL:
         return technical(1105, "Spazio insufficiente per il database");
     case SQLITE_IOERR:
@@ -43,7 +43,7 @@ ado::Error errorOf(int code, const std::string& message, const std::string& path
     if (message == "integer overflow") {
         return makeError(errorOverflow, "22003", overflowText("bigint"));
     }
-    return technical(8624, "Errore interno del database incorporato");
+    return technical(errorInternal, "Errore interno del database incorporato");
 }
 
 } // namespace
@@ -52,7 +52,7 @@ SqliteDatabase::SqliteDatabase(const std::string& path, int flags)
     : path_(path), functions_(std::make_unique<FunctionState>()) {
     const int code = sqlite3_open_v2(path.c_str(), &handle_, flags | SQLITE_OPEN_EXRESCODE, nullptr);
     if (code != SQLITE_OK) {
-        const ado::Error error = errorOf(code, sqlite3_errmsg(handle_), path_);
+        const ado::Error error = errorOf(code, sqlite3_errmsg(handle_), path_, nullptr);
         sqlite3_close_v2(handle_);
         throw ado::AdoError(error);
     }
@@ -85,7 +85,7 @@ void SqliteDatabase::failWith(int code) {
         functions_->error.reset();
         throw ado::AdoError(std::move(error));
     }
-    throw ado::AdoError(errorOf(code, sqlite3_errmsg(handle_), path_));
+    throw ado::AdoError(errorOf(code, sqlite3_errmsg(handle_), path_, functions_->objects));
 }
 
 SqliteStatement::SqliteStatement(SqliteDatabase& database, std::string_view sql) : database_(&database) {

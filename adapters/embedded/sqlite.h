@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Thin owners of SQLite's handles. Failures leave as AdoError.
 namespace veldran::embedded {
@@ -20,16 +21,27 @@ class ObjectResolver;
 struct FunctionState {
     /// The refusal behind SQLite's generic "a function failed", set just before it.
     std::optional<ado::Error> error;
-    /// Answers OBJECT_ID; set by the session that owns the database.
+    /// Answers for the catalogue; set by the session that owns the database.
     ObjectResolver* objects = nullptr;
 };
 
-/// Finds the number of an object of the catalogue by a name such as "TEMPDB.DBO.#T". `type` is OBJECT_ID's
-/// second argument ("U", "P", "FN", "IF"); empty for any.
+/// What stands behind a uniqueness that was violated.
+struct UniqueRule {
+    enum class Kind { PrimaryKey, UniqueKey, Index };
+    Kind kind = Kind::PrimaryKey;
+    std::string name;
+};
+
+/// Knows the objects of the catalogue where SQLite knows only its own.
 class ObjectResolver {
 public:
     virtual ~ObjectResolver() = default;
+    /// The number of an object by a name such as "TEMPDB.DBO.#T". `type` is OBJECT_ID's second argument ("U",
+    /// "P", "FN", "IF"); empty for any.
     virtual std::optional<std::int64_t> objectId(std::string_view name, std::string_view type) = 0;
+    /// The key or unique index of a table on just these columns.
+    virtual std::optional<UniqueRule> uniqueRule(std::string_view table,
+                                                 const std::vector<std::string>& columns) = 0;
 };
 
 class SqliteStatement;

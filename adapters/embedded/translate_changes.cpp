@@ -96,6 +96,12 @@ std::vector<Translator::AssignedColumn> Translator::assignments(const tsql::Upda
     return result;
 }
 
+Program Translator::finishChange(std::string sql, const Table& target) {
+    Program program = finish(std::move(sql));
+    program.changesFile = !target.isTemporary();
+    return program;
+}
+
 TranslatedStatement Translator::update(const tsql::UpdateStatement& statement) {
     Scope scope;
     std::vector<Condition> conditions;
@@ -173,7 +179,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         });
     });
     if (!movesKeys) {
-        return finish(std::move(sql));
+        return finishChange(std::move(sql), table);
     }
     KeyUpdateProgram program;
     std::string columns;
@@ -203,7 +209,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     program.insert = "INSERT INTO " + table.sqlName() + " (" + columns + ") SELECT " + freshPlaces +
                      " FROM temp.\"veldran_stage\"";
     program.target = table;
-    program.direct = finish(std::move(sql));
+    program.direct = finishChange(std::move(sql), table);
     return program;
 }
 
@@ -220,14 +226,16 @@ Program Translator::erase(const tsql::DeleteStatement& statement) {
     const Table& table = *target.table;
     if (!target.joined) {
         const std::string& alias = scope.sources[target.source].alias;
-        return finish("DELETE FROM " + table.sqlName() +
-                      (alias == table.name ? "" : " AS " + quoteName(alias)) + whereClause(where));
+        return finishChange("DELETE FROM " + table.sqlName() +
+                                (alias == table.name ? "" : " AS " + quoteName(alias)) + whereClause(where),
+                            table);
     }
     const std::string prefix = quoteName(scope.sources[target.source].alias) + ".";
     const std::string sources = from + (target.added ? ", " + table.sqlName() : "");
-    return finish("DELETE FROM " + table.sqlName() + " WHERE " + tuple(locatorList(table, "")) +
-                  " IN (SELECT " + locatorList(table, prefix) + " FROM " + sources + whereClause(where) +
-                  ")");
+    return finishChange("DELETE FROM " + table.sqlName() + " WHERE " + tuple(locatorList(table, "")) +
+                            " IN (SELECT " + locatorList(table, prefix) + " FROM " + sources +
+                            whereClause(where) + ")",
+                        table);
 }
 
 } // namespace veldran::embedded

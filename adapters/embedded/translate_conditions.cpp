@@ -64,7 +64,8 @@ Condition Translator::isNull(const tsql::IsNull& node) {
     if (value.isNullConstant() || !value.nullable) {
         return makeKnown(value.isNullConstant() != node.negated ? Truth::True : Truth::False);
     }
-    return {value.operand() + (node.negated ? " IS NOT NULL" : " IS NULL"), false, std::nullopt};
+    return {value.operand() + (node.negated ? " IS NOT NULL" : " IS NULL"), Condition::Form::Predicate,
+            std::nullopt};
 }
 
 Condition Translator::exists(const tsql::Exists& node) {
@@ -80,7 +81,7 @@ Condition Translator::exists(const tsql::Exists& node) {
             first.limit.clear();
         }
     }
-    return {"EXISTS (" + write(bound, false, false) + ")", true, std::nullopt};
+    return {"EXISTS (" + write(bound, false, false) + ")", Condition::Form::Predicate, std::nullopt};
 }
 
 Condition Translator::inQuery(const tsql::InQuery& node, const tsql::NodeSpan& span) {
@@ -109,7 +110,6 @@ Condition Translator::inQuery(const tsql::InQuery& node, const tsql::NodeSpan& s
         sql = "SELECT " + comparable(value, outer).second.sql + " FROM (" + write(bound, true, true) + ")";
     }
     Condition result;
-    result.simple = false;
     result.sql = collatedText(left).operand() + (node.negated ? " NOT IN (" : " IN (") + sql + ")";
     return result;
 }

@@ -20,14 +20,18 @@ std::string quotedColumns(const Table& table, const std::vector<std::size_t>& co
     return list;
 }
 
+[[noreturn]] void failUnlisted(const Table& table) {
+    fail(8101, "23000",
+         "È possibile specificare un valore esplicito per la colonna Identity della tabella '" + table.name +
+             "' solo con un elenco di colonne e con IDENTITY_INSERT impostata su ON.");
+}
+
 void checkIdentity(const Table& table, const std::vector<std::size_t>& columns, bool listed,
                    bool identityInsert) {
     const bool given = std::any_of(columns.begin(), columns.end(),
                                    [&](std::size_t column) { return table.columns[column].identity; });
     if (given && identityInsert && !listed) {
-        fail(8101, "23000",
-             "È possibile specificare un valore esplicito per la colonna Identity della tabella '" +
-                 table.name + "' solo con un elenco di colonne e con IDENTITY_INSERT impostata su ON.");
+        failUnlisted(table);
     }
     if (given && !identityInsert) {
         fail(544, "23000",
@@ -112,6 +116,7 @@ std::string Translator::valuesRows(const tsql::InsertValues& source, const Table
 Program Translator::insert(const tsql::InsertStatement& statement) {
     const auto target = table(statement.table);
     Program program = writeInsert(statement, *target);
+    program.changesFile = !target->isTemporary();
     program.inserts = true;
     program.numbersRows = target->identityColumn() != nullptr;
     return program;
@@ -129,11 +134,19 @@ Program Translator::writeInsert(const tsql::InsertStatement& statement, const Ta
             omitted.push_back(i);
         }
     }
+    // Without a list of columns a value for each of them names the identity column as well.
+    const auto checkCount = [&](std::size_t count) {
+        if (count != columns.size() && count == target.columns.size() && statement.columns.empty()) {
+            failUnlisted(target);
+        }
+    };
     std::string source;
     if (const auto* values = std::get_if<tsql::InsertValues>(&statement.source)) {
+        checkCount(values->rows.front().size());
         source = valuesRows(*values, target, columns, omitted);
     } else if (const auto* node = std::get_if<tsql::Query>(&statement.source)) {
         BoundQuery bound = query(*node, nullptr);
+        checkCount(bound.items().size());
         if (bound.items().size() != columns.size()) {
             fail(bound.items().size() < columns.size() ? 120 : 121, "21S01",
                  "Il numero di espressioni dell'elenco di selezione di INSERT non corrisponde al numero di "

@@ -35,8 +35,7 @@ ado::ColumnInfo describe(const SelectedItem& item, bool updatable) {
 // A key names a row only when all of its columns were selected.
 bool isKeySelected(const Table& table, const std::vector<SelectedItem>& items) {
     const Key* key = table.primaryKey();
-    return key != nullptr &&
-           std::all_of(key->columns.begin(), key->columns.end(), [&](std::size_t column) {
+    return key != nullptr && std::all_of(key->columns.begin(), key->columns.end(), [&](std::size_t column) {
                return std::any_of(items.begin(), items.end(), [&](const SelectedItem& item) {
                    return item.value.column == &table.columns[column];
                });
@@ -181,8 +180,12 @@ void Translator::bindItems(const tsql::SelectSpecification& node, BoundSelect& s
             const auto& value = std::get<tsql::SelectValue>(item.node);
             std::string name = value.alias.value_or("");
             if (const auto* identity = std::get_if<tsql::IdentityFunction>(&value.expression.node)) {
-                if (!node.into || select.identity != nullptr) {
-                    refuse(item.span, "IDENTITY è ammesso una sola volta, in SELECT ... INTO");
+                if (!node.into) {
+                    fail(177, "42000",
+                         "La funzione IDENTITY può essere utilizzata solo in un'istruzione SELECT con INTO.");
+                }
+                if (select.identity != nullptr) {
+                    fail(8108, "42000", "Una tabella può avere una sola colonna IDENTITY.");
                 }
                 select.identity = identity;
                 select.identityIndex = select.items.size();

@@ -136,7 +136,7 @@ Program Translator::value(const tsql::Expression& node, const SqlType* type, std
 Program Translator::condition(const tsql::Expression& node) {
     const Condition result = truth(node);
     Program program = finish("SELECT " + (result.known ? std::string(result.isTrue() ? "1" : "0")
-                                                       : result.operand() + " IS TRUE"));
+                                                       : "(" + result.sql + ") IS TRUE"));
     program.columns.push_back({integerType(TypeKind::Int), {}});
     return program;
 }

@@ -43,6 +43,7 @@ private:
     std::shared_ptr<const Routine> routine(const tsql::QualifiedName& name);
     Fragment slot(Slot slot);
     Program finish(std::string sql);
+    Program finishChange(std::string sql, const Table& target);
 
     // Values
     Fragment expression(const tsql::Expression& node);
