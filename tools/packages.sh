@@ -3,4 +3,4 @@ packages_build="g++ cmake ninja-build make libsqlite3-dev qt6-base-dev qt6-decla
     nlohmann-json3-dev libcli11-dev"
 packages_run="qt6-qpa-plugins qt6-translations-l10n libqt6svg6 fonts-dejavu-core"
 packages_test="libgtest-dev libgmock-dev librapidcheck-dev binutils"
-packages_check="git clang-format-14 clang-tidy-14 libclang-rt-14-dev clang-14"
+packages_check="git ccache clang-format-14 clang-tidy-14"
