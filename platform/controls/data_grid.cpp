@@ -1,15 +1,156 @@
 #include "platform/controls/data_grid.h"
 
+#include "platform/controls/grid_rows.h"
+
+#include <stdexcept>
+#include <utility>
+
 namespace veldran::controls {
+
+DataGrid::DataGrid(Container& parent, std::string name) : Control(parent, std::move(name)) {}
+
+DataGrid::~DataGrid() = default;
 
 void DataGrid::AddColumn(std::string caption, std::string dataField, int width) {
     columns_.push_back({std::move(caption), std::move(dataField), width, nullptr});
+    const auto life = lifeline();
     Changed.raise();
+    if (!life.expired()) {
+        Refresh();
+    }
 }
 
 void DataGrid::SetColumnFormat(std::size_t column, std::shared_ptr<DataFormat> format) {
     columns_.at(column).format = std::move(format);
+    if (rows_ != nullptr) {
+        rows_->dropTexts();
+    }
     Changed.raise();
+}
+
+void DataGrid::SetColumnWidth(std::size_t column, int twips) {
+    GridColumn& changed = columns_.at(column);
+    if (changed.width != twips) {
+        changed.width = twips;
+        Changed.raise();
+    }
+}
+
+void DataGrid::SetDataSource(ado::Recordset* source) {
+    std::unique_ptr<GridRows> rows;
+    std::optional<ado::Bookmark> current;
+    if (current_) {
+        current = rows_->bookmark(*current_);
+    }
+    if (source != nullptr) {
+        rows = std::make_unique<GridRows>(*source);
+        rows->refresh(columns_, rows_.get());
+    }
+    rows_ = std::move(rows);
+    current_ = current && rows_ != nullptr ? rows_->find(*current) : std::nullopt;
+    RowsChanged.raise();
+}
+
+void DataGrid::Refresh() {
+    if (rows_ == nullptr) {
+        return;
+    }
+    std::optional<ado::Bookmark> current;
+    if (current_) {
+        current = rows_->bookmark(*current_);
+    }
+    rows_->refresh(columns_);
+    current_ = current ? rows_->find(*current) : std::nullopt;
+    RowsChanged.raise();
+}
+
+void DataGrid::RefreshRow(const ado::Bookmark& row) {
+    if (rows_ == nullptr) {
+        return;
+    }
+    if (const auto index = rows_->refreshRow(row, columns_)) {
+        RowChanged.raise(*index);
+    } else {
+        Refresh();
+    }
+}
+
+std::size_t DataGrid::RowCount() const {
+    return rows_ == nullptr ? 0 : rows_->count();
+}
+
+const std::string& DataGrid::CellText(std::size_t row, std::size_t column) const {
+    if (row >= RowCount() || column >= columns_.size()) {
+        throw std::out_of_range("cell " + std::to_string(row) + ", " + std::to_string(column) + " of " +
+                                std::to_string(RowCount()) + " rows and " + std::to_string(columns_.size()) +
+                                " columns");
+    }
+    if (!rows_->hasTexts(row)) {
+        makeTexts(row);
+    }
+    return rows_->text(row, column);
+}
+
+void DataGrid::makeTexts(std::size_t row) const {
+    const std::vector<Value> stored = rows_->values(row);
+    std::vector<std::string> texts;
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        Value shown = stored[column];
+        if (const auto format = columns_[column].format) {
+            try {
+                format->Format.raise(shown);
+            } catch (const std::exception& failure) {
+                shown = stored[column];
+                FormatFailed.raise(failure);
+            }
+        }
+        texts.push_back(nullSafeText(shown));
+    }
+    rows_->setTexts(row, std::move(texts));
+}
+
+const ado::Bookmark& DataGrid::RowBookmark(std::size_t row) const {
+    if (row >= RowCount()) {
+        throw std::out_of_range("row " + std::to_string(row) + " of " + std::to_string(RowCount()));
+    }
+    return rows_->bookmark(row);
+}
+
+void DataGrid::ShowCurrent(const ado::Bookmark& row) {
+    setCurrent(rows_ == nullptr ? std::nullopt : rows_->find(row));
+}
+
+void DataGrid::ShowNoCurrent() {
+    setCurrent(std::nullopt);
+}
+
+void DataGrid::setCurrent(std::optional<std::size_t> row) {
+    if (row != current_) {
+        current_ = row;
+        CurrentChanged.raise();
+    }
+}
+
+bool DataGrid::MoveFromView(std::size_t row) {
+    if (row >= RowCount() || !CanTakeFocus()) {
+        return false;
+    }
+    if (current_ == row) {
+        return true;
+    }
+    const auto life = lifeline();
+    const ado::Bookmark chosen = rows_->bookmark(row);
+    bool cancel = false;
+    RowChosen.raise(chosen, cancel);
+    if (life.expired()) {
+        return false;
+    }
+    if (cancel) {
+        CurrentChanged.raise();
+        return false;
+    }
+    ShowCurrent(chosen);
+    return true;
 }
 
 void MdiContainer::Embed(std::int32_t top, std::int32_t left, std::int16_t windowState, bool modal) {

@@ -1,11 +1,22 @@
 #pragma once
 
+#include "platform/ado/bookmark.h"
 #include "platform/controls/control.h"
+#include "platform/controls/frame_navigator.h"
 
+#include <cstddef>
+#include <exception>
 #include <memory>
+#include <optional>
 #include <vector>
 
+namespace veldran::ado {
+class Recordset;
+}
+
 namespace veldran::controls {
+
+class GridRows;
 
 /// Rewrites the value shown in a cell; the stored value is unchanged. One format may serve several columns.
 class DataFormat {
@@ -22,24 +33,65 @@ struct GridColumn {
 };
 
 /// A grid over the rows of a record set; shows each column through its format.
+///
+/// The grid has a cursor of its own over the rows, so that it moves nobody's record. It reads the rows when
+/// it is told to (`Refresh`, `RefreshRow`), and keeps the text of each cell: a format runs once for a row
+/// that has changed, however often the row is painted. The current row is that of the editing frame, which
+/// the user's moves are put to.
 class DataGrid final : public Control {
 public:
-    using Control::Control;
+    DataGrid(Container& parent, std::string name);
+    ~DataGrid() override;
 
     const std::vector<GridColumn>& Columns() const { return columns_; }
     void AddColumn(std::string caption, std::string dataField, int width);
+    /// Every text of the grid is made anew. \throws std::out_of_range
     void SetColumnFormat(std::size_t column, std::shared_ptr<DataFormat> format);
+    /// \throws std::out_of_range
+    void SetColumnWidth(std::size_t column, int twips);
+
+    /// Shows the rows of `source`, whose rows the grid keeps alive; nullptr detaches the grid, which then
+    /// shows none. The current row stays when it is among them. \throws AdoError when the record set is
+    /// closed.
+    void SetDataSource(ado::Recordset* source);
+    bool HasDataSource() const { return rows_ != nullptr; }
+    /// Reads all rows anew.
+    void Refresh();
+    /// Reads one row anew; all of them when it is not shown yet.
+    void RefreshRow(const ado::Bookmark& row);
+
+    std::size_t RowCount() const;
+    /// What the cell shows. A column whose field the record set lacks is empty; where a format fails, the
+    /// stored value is shown. \throws std::out_of_range
+    const std::string& CellText(std::size_t row, std::size_t column) const;
+    /// From 0; none while no row is current.
+    const std::optional<std::size_t>& CurrentRow() const { return current_; }
+    /// \throws std::out_of_range
+    const ado::Bookmark& RowBookmark(std::size_t row) const;
+    /// By the frame; a row that the grid does not show leaves it without a current row.
+    void ShowCurrent(const ado::Bookmark& row);
+    void ShowNoCurrent();
+
+    /// What the user does, reported by the view. A move to another row is put to `RowChosen`; the grid is
+    /// where it was when that is refused. \return true when the row is the current one in the end.
+    bool MoveFromView(std::size_t row);
+    void DblClickFromView() { DblClick.raise(); }
 
     mutable Event<> DblClick;
+    mutable Event<const ado::Bookmark&, bool&>
+        RowChosen;                                     ///< set to true to refuse; the frame moves to the row
+    mutable Event<> RowsChanged;                       ///< rows came, went or were read anew
+    mutable Event<std::size_t> RowChanged;             ///< one row was read anew
+    mutable Event<> CurrentChanged;                    ///< also after a refused move, for the view to go back
+    mutable Event<const std::exception&> FormatFailed; ///< once for each text that could not be made
 
 private:
-    std::vector<GridColumn> columns_;
-};
+    void setCurrent(std::optional<std::size_t> row);
+    void makeTexts(std::size_t row) const;
 
-/// The bar of buttons that drives an editing frame.
-class FrameNavigator final : public Control {
-public:
-    using Control::Control;
+    std::vector<GridColumn> columns_;
+    std::unique_ptr<GridRows> rows_; // empty while detached
+    std::optional<std::size_t> current_;
 };
 
 /// The host's container control that embeds a form in a document window.

@@ -6,6 +6,9 @@
 
 namespace veldran::controls {
 
+class PopupMenu;
+struct PopupPlace;
+
 /// Values of `WindowState` in the host contract.
 enum FormWindowState : std::int16_t { windowNormal = 0, windowMinimized = 1, windowMaximized = 2 };
 
@@ -50,6 +53,7 @@ public:
     mutable Event<> Unloaded;         ///< the window is to go away; raised last
     mutable Event<Control*> FocusMoved;
     mutable Event<KeyEvent&> FormKeyDown;
+    mutable Event<PopupMenu&, const PopupPlace&> PopupRequested; ///< the view is to show a menu
 
 private:
     friend class Control;

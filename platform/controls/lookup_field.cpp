@@ -116,30 +116,63 @@ void LookupField::LookupFromView() {
     });
 }
 
+/// Asks for the description of the code. \return false when a handler destroyed the field.
+bool LookupField::describe() {
+    if (text_.empty()) {
+        return true;
+    }
+    const auto life = lifeline();
+    services::LookupRequest request;
+    request.code = text_;
+    request.structure = structure_;
+    StartDecode.raise(request);
+    if (life.expired()) {
+        return false;
+    }
+    if (service_ != nullptr) {
+        try {
+            if (auto description = service_->Decode(request)) {
+                description_ = std::move(*description);
+                valid_ = true;
+            }
+        } catch (...) {
+            Changed.raise();
+            throw;
+        }
+    }
+    return true;
+}
+
+void LookupField::ShowCode(std::string code, bool described) {
+    typed_ = false;
+    if (code == text_ && (valid_ || !described || code.empty())) {
+        return;
+    }
+    text_ = std::move(code);
+    forgetItem();
+    if (!described || describe()) {
+        Changed.raise();
+    }
+}
+
 bool LookupField::Decode() {
     const auto life = lifeline();
     const std::string before = std::exchange(text_, structure_.codeOf(text_));
-    typed_ = false;
+    const bool typed = std::exchange(typed_, false);
     forgetItem();
-    if (!text_.empty()) {
-        services::LookupRequest request;
-        request.code = text_;
-        request.structure = structure_;
-        StartDecode.raise(request);
-        if (life.expired()) {
-            return false;
-        }
-        if (service_ != nullptr) {
-            try {
-                if (auto description = service_->Decode(request)) {
-                    description_ = std::move(*description);
-                    valid_ = true;
-                }
-            } catch (...) {
-                Changed.raise();
-                throw;
-            }
-        }
+    bool cancel = false;
+    Validate.raise(cancel);
+    if (life.expired()) {
+        return false;
+    }
+    if (cancel) {
+        text_ = before;
+        typed_ = typed;
+        Changed.raise();
+        return false;
+    }
+    if (!describe()) {
+        return false;
     }
     const bool valid = valid_;
     Changed.raise();

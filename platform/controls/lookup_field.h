@@ -21,6 +21,13 @@ public:
     const std::string& Description() const { return description_; }
     /// True when the text was decoded and found.
     bool IsValidItem() const { return valid_; }
+    /// The user typed something that has not been decoded yet.
+    bool HasPendingText() const { return typed_; }
+    /// Shows a code in the name of the record it belongs to, with its description when `described`:
+    /// `StartDecode` is then raised and the service asked, but neither `Validate` nor `Change` nor
+    /// `AfterItem` is raised. \throws what the lookup service throws; the code is shown then, without its
+    /// description.
+    void ShowCode(std::string code, bool described);
     int MaxLength() const { return maxLength_; }
     void SetMaxLength(int characters);
     bool LookupEnabled() const { return lookupEnabled_; }
@@ -46,6 +53,9 @@ public:
     mutable Event<> Change;
     mutable Event<services::LookupRequest&> StartDecode;
     mutable Event<services::LookupRequest&> StartLookup;
+    /// A decode has begun and the text is the code; set to true to refuse it. The text is then as it was
+    /// typed, and nothing else is raised.
+    mutable Event<bool&> Validate;
     mutable Event<> AfterItem;                   ///< a decode has ended, found or not
     mutable Event<const std::exception&> Failed; ///< the lookup service failed while serving the user
 
@@ -53,6 +63,7 @@ private:
     template<class Action>
     void serveUser(Action action);
     void forgetItem();
+    bool describe();
 
     std::string text_;
     std::string description_;

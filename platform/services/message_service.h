@@ -12,6 +12,7 @@ namespace veldran::services {
 enum MessageBoxStyle {
     styleOkOnly = 0,
     styleAbortRetryIgnore = 2,
+    styleYesNoCancel = 3,
     styleYesNo = 4,
     styleCritical = 16,
     styleExclamation = 48,

@@ -65,6 +65,154 @@ TEST(NumericField, TellsAChangedNumberAndAChangedMask) {
     EXPECT_EQ(told, 3);
 }
 
+TEST(ComboBox, ShowsARecordsChoiceWithoutTellingAnybodyButItsView) {
+    SampleForm form;
+    ComboBox combo(form, "CBO_SEGNO");
+    combo.AddItem("Avere", 2);
+    combo.AddItem("Dare", 1);
+    int events = 0;
+    int told = 0;
+    const auto validates = combo.Validate.subscribe([&](bool&) { ++events; });
+    const auto clicks = combo.Click.subscribe([&] { ++events; });
+    const auto views = combo.Changed.subscribe([&] { ++told; });
+    combo.ShowListIndex(combo.IndexOf(1));
+    combo.ShowListIndex(1);
+    EXPECT_EQ(combo.Text(), "Dare");
+    EXPECT_EQ(combo.IndexOf(3), -1);
+    EXPECT_EQ(events, 0);
+    EXPECT_EQ(told, 1);
+    EXPECT_THROW(combo.ShowListIndex(2), std::out_of_range);
+}
+
+TEST(ComboBox, GoesBackToTheOldChoiceWhenTheNewOneIsRefused) {
+    SampleForm form;
+    ComboBox combo(form, "CBO_SEGNO");
+    combo.AddItem("Avere", 2);
+    combo.AddItem("Dare", 1);
+    combo.ChooseFromView(0);
+    int clicks = 0;
+    std::string seen;
+    const auto validates = combo.Validate.subscribe([&](bool& cancel) {
+        seen = combo.Text();
+        cancel = true;
+    });
+    const auto kept = combo.Click.subscribe([&] { ++clicks; });
+    combo.ChooseFromView(1);
+    EXPECT_EQ(seen, "Dare");
+    EXPECT_EQ(combo.Text(), "Avere");
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST(ComboBox, ChoosesTheNextItemThatBeginsWithWhatIsTyped) {
+    SampleForm form;
+    ComboBox combo(form, "CBO_SEGNO");
+    combo.TypeFromView("a");
+    combo.AddItem("Avere", 2);
+    combo.AddItem("Dare", 1);
+    combo.AddItem("Altro", 3);
+    combo.TypeFromView("d");
+    EXPECT_EQ(combo.Text(), "Dare");
+    combo.TypeFromView("A");
+    EXPECT_EQ(combo.Text(), "Altro");
+    combo.TypeFromView("a");
+    EXPECT_EQ(combo.Text(), "Avere");
+    combo.TypeFromView("x");
+    combo.TypeFromView("");
+    EXPECT_EQ(combo.Text(), "Avere");
+    combo.SetEnabled(false);
+    combo.TypeFromView("d");
+    EXPECT_EQ(combo.Text(), "Avere");
+}
+
+TEST(NumericField, TakesCommaAndPointAndShowsTheMaskOnceItIsLeft) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    field.SetFormatMask("##0.00;-##0.00;;");
+    field.TypeFromView("12,5");
+    EXPECT_TRUE(field.HasPendingText());
+    EXPECT_EQ(field.Text(), "12,5");
+    EXPECT_TRUE(field.GetValue().isNull());
+    EXPECT_TRUE(field.LeaveFromView());
+    EXPECT_EQ(field.GetValue(), Value(Decimal{125, 1}));
+    EXPECT_EQ(field.Text(), "12.50");
+    field.TypeFromView("33.3");
+    EXPECT_TRUE(field.LeaveFromView());
+    EXPECT_EQ(field.Text(), "33.30");
+}
+
+TEST(NumericField, BecomesEmptyWhenItsTextIsDeleted) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    field.SetValue(Decimal{50, 0});
+    field.TypeFromView(" ");
+    EXPECT_TRUE(field.LeaveFromView());
+    EXPECT_TRUE(field.GetValue().isNull());
+    EXPECT_EQ(field.Text(), "");
+}
+
+TEST(NumericField, KeepsATextThatIsNoNumberAsItWasTyped) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    field.SetValue(Decimal{50, 0});
+    std::string refused;
+    const auto kept = field.NotANumber.subscribe([&](const std::string& text) { refused = text; });
+    field.TypeFromView("12x");
+    EXPECT_FALSE(field.LeaveFromView());
+    EXPECT_EQ(refused, "12x");
+    EXPECT_EQ(field.Text(), "12x");
+    EXPECT_EQ(field.GetValue(), Value(Decimal{50, 0}));
+    EXPECT_TRUE(field.HasPendingText());
+}
+
+TEST(NumericField, KeepsTheTypedTextWhenItsValueIsRefused) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    field.SetValue(Decimal{50, 0});
+    int changes = 0;
+    const auto validates = field.Validate.subscribe([](bool& cancel) { cancel = true; });
+    const auto kept = field.Change.subscribe([&] { ++changes; });
+    field.TypeFromView("5000");
+    EXPECT_FALSE(field.LeaveFromView());
+    EXPECT_EQ(field.Text(), "5000");
+    EXPECT_EQ(field.GetValue(), Value(Decimal{50, 0}));
+    EXPECT_EQ(changes, 0);
+    field.SetValue(Decimal{60, 0});
+    EXPECT_EQ(field.GetValue(), Value(Decimal{50, 0}));
+}
+
+TEST(NumericField, TellsNothingWhenTheSameNumberIsTypedAgain) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    field.SetFormatMask("##0.00;-##0.00;;");
+    field.SetValue(Decimal{50, 0});
+    int changes = 0;
+    int typed = 0;
+    const auto ofValue = field.Change.subscribe([&] { ++changes; });
+    const auto ofText = field.Typed.subscribe([&] { ++typed; });
+    field.TypeFromView("50.00");
+    EXPECT_EQ(typed, 0);
+    field.TypeFromView("50,0");
+    EXPECT_TRUE(field.LeaveFromView());
+    EXPECT_EQ(field.Text(), "50.00");
+    EXPECT_EQ(typed, 1);
+    EXPECT_EQ(changes, 0);
+}
+
+TEST(NumericField, ShowsARecordsValueAndForgetsWhatWasTyped) {
+    SampleForm form;
+    NumericField field(form, "TXT_PERC");
+    int events = 0;
+    const auto validates = field.Validate.subscribe([&](bool&) { ++events; });
+    const auto changes = field.Change.subscribe([&] { ++events; });
+    field.TypeFromView("12x");
+    field.ShowValue({});
+    EXPECT_EQ(field.Text(), "");
+    field.ShowValue(Decimal{2550, 2});
+    EXPECT_EQ(field.Text(), "25.50");
+    EXPECT_FALSE(field.HasPendingText());
+    EXPECT_EQ(events, 0);
+}
+
 TEST(DataGrid, ShowsSeveralColumnsThroughOneFormat) {
     SampleForm form;
     DataGrid grid(form, "GRD_DETTAGLIO");

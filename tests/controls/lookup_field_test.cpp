@@ -200,6 +200,58 @@ TEST_F(Lookup, CutsTypedTextAtItsLengthInCharacters) {
     EXPECT_EQ(field.Text(), "1234");
 }
 
+TEST_F(Lookup, ShowsARecordsCodeWithItsDescriptionAndTellsNobody) {
+    int validates = 0;
+    kept.push_back(field.Validate.subscribe([&](bool&) { ++validates; }));
+    field.TypeFromView("99");
+    changes = 0;
+    field.ShowCode("0102030005", true);
+    EXPECT_EQ(field.Description(), "Cassa contanti");
+    EXPECT_TRUE(field.IsValidItem());
+    EXPECT_FALSE(field.HasPendingText());
+    field.ShowCode("0102030005", true);
+    EXPECT_EQ(service.decoded.size(), 1U);
+    field.ShowCode("0102030006", false);
+    EXPECT_EQ(field.Text(), "0102030006");
+    EXPECT_EQ(field.Description(), "");
+    field.ShowCode("", true);
+    EXPECT_EQ(service.decoded.size(), 1U);
+    EXPECT_EQ(changes + afterItems + validates, 0);
+}
+
+TEST_F(Lookup, ShowsARecordsCodeEvenWhenItsDescriptionCannotBeRead) {
+    service.broken = true;
+    EXPECT_THROW(field.ShowCode("0102030005", true), std::runtime_error);
+    EXPECT_EQ(field.Text(), "0102030005");
+    EXPECT_EQ(field.Description(), "");
+    EXPECT_FALSE(field.IsValidItem());
+}
+
+TEST_F(Lookup, KeepsWhatWasTypedWhenTheCodeIsRefused) {
+    std::string seen;
+    kept.push_back(field.Validate.subscribe([&](bool& cancel) {
+        seen = field.Text();
+        cancel = true;
+    }));
+    field.TypeFromView("1/2/3/5");
+    field.LeaveFromView();
+    EXPECT_EQ(seen, "0102030005");
+    EXPECT_EQ(field.Text(), "1/2/3/5");
+    EXPECT_TRUE(field.HasPendingText());
+    EXPECT_TRUE(service.decoded.empty());
+    EXPECT_EQ(afterItems, 0);
+}
+
+TEST_F(Lookup, HandsTheCodeOverBeforeItIsDescribed) {
+    std::vector<std::string> order;
+    kept.push_back(field.Validate.subscribe([&](bool&) { order.push_back("validate"); }));
+    kept.push_back(field.StartDecode.subscribe([&](services::LookupRequest&) { order.push_back("decode"); }));
+    kept.push_back(field.AfterItem.subscribe([&] { order.push_back("after"); }));
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_EQ(order, (std::vector<std::string>{"validate", "decode", "after"}));
+}
+
 TEST(LookupFieldLife, MayEndWhileTheListIsOpen) {
     SampleForm form;
     MapLookup service;

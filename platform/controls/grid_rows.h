@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/ado/bookmark.h"
+#include "platform/value.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veldran::ado {
+class Recordset;
+}
+
+namespace veldran::controls {
+
+struct GridColumn;
+
+/// The rows that a grid shows: a cursor of its own over the rows of a record set, what each row held when it
+/// was last read, and the texts made from that. Texts are made once for a row, when the first of its cells is
+/// asked for, and again only after one of its values has changed.
+class GridRows {
+public:
+    /// \throws AdoError when the record set is closed.
+    explicit GridRows(ado::Recordset& source);
+    ~GridRows();
+    GridRows(const GridRows&) = delete;
+    GridRows& operator=(const GridRows&) = delete;
+
+    /// Reads the rows anew; texts of rows that are as they were are kept. No rows once the record set's
+    /// connection is closed. `before`: rows of an earlier object, whose texts serve where they name the same
+    /// rows; may be nullptr.
+    void refresh(const std::vector<GridColumn>& columns, GridRows* before = nullptr);
+    /// Reads one row anew. \return its index; none when the row is not among those shown.
+    std::optional<std::size_t> refreshRow(const ado::Bookmark& row, const std::vector<GridColumn>& columns);
+    void dropTexts();
+
+    std::size_t count() const { return rows_.size(); }
+    const ado::Bookmark& bookmark(std::size_t row) const { return rows_.at(row).bookmark; }
+    std::optional<std::size_t> find(const ado::Bookmark& bookmark) const;
+    bool hasTexts(std::size_t row) const { return rows_.at(row).formatted; }
+    const std::vector<Value>& values(std::size_t row) const { return rows_.at(row).values; }
+    void setTexts(std::size_t row, std::vector<std::string> texts);
+    const std::string& text(std::size_t row, std::size_t column) const {
+        return rows_.at(row).texts.at(column);
+    }
+
+private:
+    struct Row {
+        ado::Bookmark bookmark;
+        std::vector<Value> values; ///< one for each column of the grid
+        std::vector<std::string> texts;
+        bool formatted = false;
+    };
+
+    std::vector<Value> read(const std::vector<GridColumn>& columns);
+
+    std::shared_ptr<ado::Recordset> cursor_; // as Recordset::Clone gives it
+    std::vector<Row> rows_;
+};
+
+} // namespace veldran::controls
