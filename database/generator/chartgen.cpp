@@ -3,13 +3,12 @@
 #include "database/generator/demo_reader.h"
 #include "database/generator/demo_script.h"
 #include "database/generator/embedded_writer.h"
-#include "database/generator/source_error.h"
 #include "database/generator/synthetic_script.h"
+#include "database/generator/whole_file.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
-#include <fstream>
+#include <exception>
 #include <iostream>
 #include <string>
 
@@ -41,14 +40,12 @@ void writeDatabase(const Request& request) {
 }
 
 void writeScript(const Request& request) {
-    std::ofstream out(request.output, std::ios::binary);
-    if (request.demoFolder.empty())
-        writeSyntheticScript(request.chart, request.place, out);
-    else
-        writeDemoScript(readCheckedDemo(request.demoFolder), out);
-    out.flush();
-    if (!out)
-        throw SourceError("cannot write " + request.output);
+    writeWholeFile(request.output, [&](std::ostream& out) {
+        if (request.demoFolder.empty())
+            writeSyntheticScript(request.chart, request.place, out);
+        else
+            writeDemoScript(readCheckedDemo(request.demoFolder), out);
+    });
 }
 
 } // namespace
