@@ -336,6 +336,52 @@ TEST(Activation, LeavesOtherCompaniesAndChartsAlone) {
               (std::vector<std::vector<std::string>>{{"1"}}));
 }
 
+TEST(Activation, IsReportedWhenAnotherProgramHoldsTheDatabaseAndWorksOnceItLetsGo) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    user.search("0102030005");
+    const auto other = screen.database.driver()->open(screen.database.connectionString(), {}, {});
+    other->begin();
+    other->execute("INSERT INTO CI35_CONTIATTIVI (CI35_DITTA_CG18, CI35_GRUPPO_CG10, CI35_CONTO_CG24) "
+                   "VALUES (2, 1, N'0102030005')",
+                   {}, {});
+    user.checkByKeyboard(user.node("*P0102030005*"));
+    ASSERT_EQ(screen.host.messages->errors.size(), 1U);
+    EXPECT_EQ(screen.host.messages->errors[0].routine, "AttivazioneConto:");
+    EXPECT_FALSE(screen.host.messages->errors[0].error.Description.empty());
+    EXPECT_EQ(screen.host.screen.GetMousePointer(), services::mouseDefault);
+    other->commit();
+    EXPECT_TRUE(activated(screen).empty());
+    user.checkByKeyboard(user.node("*P0102030005*"));
+    user.checkByKeyboard(user.node("*P0102030005*"));
+    EXPECT_EQ(screen.host.messages->errors.size(), 1U);
+    EXPECT_EQ(activated(screen), Codes{"0102030005"});
+    EXPECT_EQ(activated(screen, "2"), Codes{"0102030005"});
+}
+
+TEST(Activation, OfTwoScreensOnOneDatabaseIsSeenByEachAfterItsNextOpening) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const ScreenUser first = screen.host.user();
+    const auto second = screen.host.newComponent();
+    second->ShowForm();
+    const ScreenUser other(screen.host.form());
+    first.search("0102030005");
+    first.checkByKeyboard(first.node("*P0102030005*"));
+    other.search("0102030006");
+    other.checkByKeyboard(other.node("*P0102030006*"));
+    EXPECT_EQ(activated(screen), (Codes{"0102030005", "0102030006"}));
+    EXPECT_FALSE(other.node("*P0102030005*").Checked()) << "its working tables are of its own start";
+    EXPECT_TRUE(second->CloseForm().toBool());
+    second->ShowForm();
+    const ScreenUser again(screen.host.form());
+    again.search("0102030005");
+    EXPECT_TRUE(again.node("*P0102030005*").Checked());
+    EXPECT_TRUE(again.node("*P0102030000*").Checked());
+    EXPECT_TRUE(screen.host.messages->errors.empty());
+}
+
 } // namespace
 
 } // namespace veldran::test

@@ -1,4 +1,4 @@
-// Every statement of the screen, compared whole with the text it is specified to be.
+// Every statement of the screen, compared whole with the text it has to be.
 #include "tests/screen/expected_statements.h"
 #include "tests/screen/screen_fixture.h"
 

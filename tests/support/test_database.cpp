@@ -15,8 +15,9 @@ namespace veldran::test {
 
 namespace {
 
+/// A test that meets a locked database does so on purpose, and should not wait long.
 std::string connectionStringOf(const std::filesystem::path& file) {
-    return "Provider=VeldranEmbedded;Data Source=" + file.string();
+    return "Provider=VeldranEmbedded;Data Source=" + file.string() + ";Lock Timeout=300";
 }
 
 std::string contentOf(const std::filesystem::path& file) {
