@@ -44,19 +44,29 @@ void FRMCI_VELDRAN::Form_Activate() {
     inAvvio_ = true;
     errori_.Esegui("Form_Activate", [this] { Avvio(); });
     inAvvio_ = false;
-    if (connessione_ && connessione_->State() != ado::adStateOpen) { // the next activation tries again
-        RilascioAree();
-        errori_.UsaConnessione(nullptr);
-        connessione_.reset();
+    if (!attivato_) {
+        AnnullaAvvio();
     }
 }
 
-services::GlobalObject& FRMCI_VELDRAN::Global() const {
-    const auto global = activeDll_ ? activeDll_->GetClsGlobal() : nullptr;
-    if (!global) {
+void FRMCI_VELDRAN::AnnullaAvvio() {
+    // The next activation starts again on a session of its own: this one may hold working tables already.
+    errori_.Esegui("Form_Activate", [this] { RilascioComandi(); });
+    RilascioAree();
+    errori_.Esegui("Form_Activate", [this] { ChiudiConnessione(); });
+    errori_.UsaConnessione(nullptr);
+    connessione_.reset();
+    global_.reset();
+}
+
+services::GlobalObject& FRMCI_VELDRAN::Global() {
+    if (!global_) {
+        global_ = activeDll_ ? activeDll_->GetClsGlobal() : nullptr;
+    }
+    if (!global_) {
         throw std::logic_error("Il componente non ha l'oggetto globale dell'applicazione");
     }
-    return *global; // the component holds it
+    return *global_;
 }
 
 void FRMCI_VELDRAN::Avvio() {
@@ -141,22 +151,25 @@ void FRMCI_VELDRAN::Form_QueryUnload(bool& cancel) {
 }
 
 void FRMCI_VELDRAN::Form_Unload() {
-    errori_.Esegui("Form_Unload", [this] {
-        RilascioComandi();
-        RilascioControllo(&controlli_.TXT_CONTO);
-        RilascioControllo(&controlli_.TXT_VDS);
-        RilascioOggetti();
-        ChiudiConnessione();
-    });
-    // A step that failed has been reported; what it left behind goes all the same.
+    // Step by step, so that one that fails is reported and keeps nothing behind it from being released.
+    errori_.Esegui("Form_Unload", [this] { RilascioComandi(); });
+    RilascioControllo(&controlli_.TXT_CONTO);
+    RilascioControllo(&controlli_.TXT_VDS);
+    errori_.Esegui("Form_Unload", [this] { RilascioOggetti(); });
+    RilascioAree();
+    errori_.Esegui("Form_Unload", [this] { ChiudiConnessione(); });
     errori_.UsaConnessione(nullptr);
     connessione_.reset();
     errori_.UsaMessaggi(nullptr, {});
+    global_.reset();
     RilascioComponente();
 }
 
 void FRMCI_VELDRAN::MDIActiveX1_FormLoad() {
     errori_.Esegui("MDIActiveX1_FormLoad", [this] {
+        if (!activeDll_) {
+            return; // nothing was handed over that could place the form
+        }
         controlli_.MDIActiveX1.Embed(activeDll_->GetTop().toInt32(), activeDll_->GetLeft().toInt32(),
                                      activeDll_->GetWindowState(),
                                      activeDll_->GetWindowModal() != variantFalse);

@@ -49,7 +49,7 @@ private:
     void Form_Unload();
     void MDIActiveX1_FormLoad();
 
-    services::GlobalObject& Global() const;
+    services::GlobalObject& Global();
     void Avvio();
     void ApriConnessione(services::GlobalObject& global);
     bool ContabilitaAnaliticaConfigurata(services::GlobalObject& global) const;
@@ -73,10 +73,13 @@ private:
     void RilascioOggetti();
     void RilascioAree();
     void ChiudiConnessione();
+    void AnnullaAvvio();
 
     ControlliFormPrincipale controlli_;
     std::shared_ptr<Cinterface> activeDll_; // the host may have put another object in the component's place
     std::shared_ptr<CLSCI_VELDRAN> componente_;
+    /// As the start-up found it: its services are used until the unload, whatever the host sets meanwhile.
+    std::shared_ptr<services::GlobalObject> global_; // shared with the component and the host
     SegnalazioneErrori errori_;
     bool attivato_ = false;
     bool inAvvio_ = false;

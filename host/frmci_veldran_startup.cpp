@@ -40,6 +40,17 @@ DidascalieRadici FRMCI_VELDRAN::GetTraduzioneThesaurus() {
                 controllo.SetCaption(std::move(*testo));
             }
         });
+        controls::TabStrip& filtri = controlli_.STR_FILTRI;
+        for (int indice = 1; indice <= static_cast<int>(filtri.Tabs().size()); ++indice) {
+            const std::string voce = filtri.Name() + "." + std::to_string(indice);
+            const controls::Tab scheda = filtri.Tabs()[static_cast<std::size_t>(indice) - 1];
+            const auto didascalia = thesaurus.ControlCaption(Name(), voce);
+            const auto suggerimento = thesaurus.ControlCaption(Name(), voce + ".ToolTipText");
+            if (didascalia || suggerimento) {
+                filtri.SetTabCaption(indice, didascalia.value_or(scheda.caption),
+                                     suggerimento.value_or(scheda.toolTipText));
+            }
+        }
     });
     return didascalie;
 }

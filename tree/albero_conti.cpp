@@ -161,6 +161,9 @@ void AlberoConti::EspansioneNodo(controls::TreeNode& nodo) {
         CaricaChildren(nodo);
         controls::TreeNode* primo = nodo.Child();
         if (!primo) {
+            if (!info->Esplorato()) {
+                CaricaDummyChild(nodo); // the load failed: the expand button stays, to try again
+            }
             return;
         }
         const CNodeInfo* infoPrimo = CNodeInfo::Di(*primo);
@@ -219,6 +222,10 @@ void AlberoConti::TRW_CONTI_Expand(controls::TreeNode& nodo) {
     ambiente_.errori.Esegui("TRW_CONTI_Expand", [&] {
         const controls::TreeRedrawLock blocco(controlli_.TRW_CONTI);
         EspansioneNodo(nodo);
+        const CNodeInfo* info = CNodeInfo::Di(nodo);
+        if (info && !info->Esplorato()) {
+            controlli_.TRW_CONTI.SetExpanded(nodo, false);
+        }
     });
 }
 

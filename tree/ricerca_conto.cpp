@@ -153,7 +153,7 @@ void RicercaConto::TXT_CONTORICERCA_KeyDown(controls::KeyEvent& tasto) {
             return;
         }
         tasto.keyCode = 0;
-        controlli_.TXT_CONTORICERCA.Decode();
+        controlli_.TXT_CONTORICERCA.LeaveFromView(); // a failing decode is reported and the search goes on
         BUT_RICERCA_ButtonClick();
         controlli_.TRW_CONTI.SetFocus();
     });

@@ -108,15 +108,18 @@ TEST_F(AccountsTree, StandsWithItsFourRootsWhenTheirStateCannotBeRead) {
     EXPECT_EQ(w.controls.TRW_CONTI.SelectedItem(), &w.root(Ordine));
 }
 
-TEST_F(AccountsTree, ReportsAFailedLoadOnceAndLeavesTheNodeUnexplored) {
+TEST_F(AccountsTree, ReportsAFailedLoadOnceAndKeepsTheExpandButtonToTryAgain) {
     w.database.answer = [](const Request&) -> ado::StatementResult { fail(); };
     expand(w.root(Economico));
     EXPECT_EQ(w.labels(), Labels{"CaricaChildren:"});
-    EXPECT_EQ(w.root(Economico).Children(), 0);
+    ASSERT_EQ(w.root(Economico).Children(), 1);
+    EXPECT_EQ(w.root(Economico).Child()->Key(), "CONTIECONOMICIDummyChild");
     EXPECT_FALSE(CNodeInfo::Di(w.root(Economico))->Esplorato());
+    EXPECT_FALSE(w.root(Economico).Expanded());
     w.database.answer = smallTree;
-    tree().EspansioneNodo(w.root(Economico));
-    EXPECT_EQ(w.root(Economico).Children(), 1) << "a later expansion loads what the first could not";
+    expand(w.root(Economico));
+    ASSERT_EQ(w.root(Economico).Children(), 1) << "a later expansion loads what the first could not";
+    EXPECT_NE(w.root(Economico).Child()->Tag(), nullptr);
 }
 
 TEST_F(AccountsTree, KeepsTheNodesOfALoadThatFailedHalfwayAndAddsTheRestLater) {
