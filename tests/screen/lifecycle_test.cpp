@@ -1,9 +1,12 @@
 // The form from its first activation to its unloading.
 #include "platform/controls/container.h"
 #include "platform/controls/data_grid.h"
+#include "platform/controls/edit_controls.h"
 #include "tests/screen/screen_fixture.h"
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace veldran::test {
 
@@ -154,6 +157,47 @@ TEST(FormLifecycle, TakesTranslatedCaptionsOfItsControls) {
     screen.host.thesaurus.captions = {{"BUT_RICERCA", "Search"}};
     screen.host.open();
     EXPECT_EQ(screen.host.user().control<controls::Button>("BUT_RICERCA").Caption(), "Search");
+}
+
+TEST(FormLifecycle, TakesTranslatedCaptionsAndToolTipsOfItsTabs) {
+    Screen screen(smallChart());
+    screen.host.thesaurus.captions = {{"STR_FILTRI.1", "All"}, {"STR_FILTRI.1.ToolTipText", "All accounts"}};
+    screen.host.open();
+    const auto& tabs = screen.host.user().control<controls::TabStrip>("STR_FILTRI").Tabs();
+    EXPECT_EQ(tabs[0].caption, "All");
+    EXPECT_EQ(tabs[1].caption, "Att.");
+    EXPECT_EQ(screen.host.user().control<controls::Label>("LBL_FILTRO_CORRENTE").Caption(), " All accounts");
+}
+
+TEST(FormLifecycle, WorksOnWithTheHostsServicesWhenTheHostTakesItsGlobalObjectBack) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.component().SetClsGlobal(nullptr);
+    screen.host.user().filter(3);
+    EXPECT_TRUE(screen.host.messages->errors.empty());
+    EXPECT_EQ(screen.host.screen.GetMousePointer(), services::mouseDefault);
+    EXPECT_TRUE(screen.host.form().Unload());
+    EXPECT_EQ(screen.database.openSessions(), 0);
+}
+
+TEST(FormLifecycle, LoadsTheSignsAndGivesEachColumnOfTheGridItsFormat) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const auto& segni = screen.host.user().control<controls::ComboBox>("CBO_SEGNO").Items();
+    ASSERT_EQ(segni.size(), 2U);
+    EXPECT_EQ(segni[0].text, "Avere");
+    EXPECT_EQ(segni[0].itemData, 2);
+    EXPECT_EQ(segni[1].text, "Dare");
+    EXPECT_EQ(segni[1].itemData, 1);
+    const auto& columns = screen.host.user().control<controls::DataGrid>("GRD_DETTAGLIO").Columns();
+    ASSERT_EQ(columns.size(), 6U);
+    EXPECT_EQ(columns[0].format, columns[1].format) << "Avere and Dare share one format";
+    std::set<const controls::DataFormat*> formats;
+    for (const auto& column : columns) {
+        EXPECT_NE(column.format, nullptr) << column.caption;
+        formats.insert(column.format.get());
+    }
+    EXPECT_EQ(formats.size(), 5U);
 }
 
 TEST(FormLifecycle, DoesNotStartUpAgainWhenActivatedASecondTime) {

@@ -182,6 +182,19 @@ TEST(AccountSearch, DecodesTheFieldThroughTheHostAndShowsTheDescription) {
     EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "");
 }
 
+TEST(AccountSearch, GoesOnAfterEnterWhenTheHostCannotDecodeTheCode) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.lookups.failure = simulatedFailure("decodifica guasta");
+    const ScreenUser user = screen.host.user();
+    auto& field = user.control<controls::LookupField>("TXT_CONTORICERCA");
+    field.TypeFromView("0102030006");
+    EXPECT_TRUE(field.KeyDownFromView(controls::keyReturn, controls::shiftNone));
+    ASSERT_EQ(screen.host.messages->errors.size(), 1U);
+    EXPECT_EQ(screen.host.messages->errors[0].routine, "TXT_CONTORICERCA_StartDecode");
+    EXPECT_EQ(user.tree().SelectedItem()->Key(), "*P0102030006*");
+}
+
 TEST(AccountSearch, TypesTheAccountThatTheUserPicksFromTheHostsList) {
     Screen screen(smallChart());
     screen.host.lookups.descriptions = {{"0102030006", "Banca c/c"}};
