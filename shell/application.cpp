@@ -3,6 +3,7 @@
 #include "adapters/qt/text.h"
 #include "platform/services/message_service.h"
 #include "shell/message_box.h"
+#include "shell/toolbar_icons.h"
 
 #include <QLibraryInfo>
 #include <QLocale>
@@ -14,6 +15,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("veldran"));
     setApplicationDisplayName(QString());
     setApplicationVersion(QStringLiteral(VELDRAN_VERSION));
+    setWindowIcon(toolbarIcon(ToolbarIcon::Application));
     const QLocale italian(QLocale::Italian, QLocale::Italy);
     QLocale::setDefault(italian);
     // The toolkit's own texts ("Mostra dettagli…", context menus); without the file they stay English.

@@ -5,6 +5,7 @@
 #include "adapters/markers/marker_resolving_driver.h"
 #include "platform/text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veldran::shell {

@@ -5,9 +5,11 @@
 #include "adapters/qt/twips.h"
 #include "platform/controls/data_grid.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QMdiArea>
+#include <QMenu>
 #include <QVBoxLayout>
 
 namespace veldran::shell {
@@ -53,6 +55,9 @@ Qt::WindowStates qtState(controls::FormWindowState state) {
 FormWindow::FormWindow(std::shared_ptr<controls::Form> form) : form_(std::move(form)) {
     setAttribute(Qt::WA_DeleteOnClose, false); // leave() decides when the window goes
     setObjectName(toQt(form_->Name()));
+    for (QAction* action : systemMenu()->actions()) {
+        action->setShortcuts(QList<QKeySequence>()); // the main window has them, wherever the focus is
+    }
     changed_ = form_->Changed.subscribe([this] { followForm(); });
     unloaded_ = form_->Unloaded.subscribe([this] { leave(); });
     connect(this, &QMdiSubWindow::windowStateChanged, this, [this](Qt::WindowStates, Qt::WindowStates now) {
@@ -63,6 +68,7 @@ FormWindow::FormWindow(std::shared_ptr<controls::Form> form) : form_(std::move(f
 }
 
 FormWindow::~FormWindow() {
+    disconnect(this, &QMdiSubWindow::windowStateChanged, this, nullptr); // the base changes it once more
     delete view_; // before the form whose controls it observes
     changed_.release();
     unloaded_.release();

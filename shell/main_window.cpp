@@ -22,7 +22,8 @@ using qt::toQt;
 
 namespace {
 
-constexpr QSize openingSize(1180, 780);
+constexpr QSize openingSize(1120, 760);
+constexpr int workspaceShade = 118; ///< per cent: behind the documents, a little darker than a window
 
 } // namespace
 
@@ -38,6 +39,7 @@ MainWindow::MainWindow(Host& host, std::filesystem::path component)
     resize(openingSize);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setBackground(palette().color(QPalette::Window).darker(workspaceShade));
     setCentralWidget(area_);
     addToolBar(bar_);
     status_ = std::make_unique<StatusLine>(*statusBar());
@@ -91,14 +93,24 @@ void MainWindow::buildWindowMenu(QMenu& menu) {
         }
     });
     menu.addSeparator();
+    auto* closeAction = new QAction(QStringLiteral("&Chiudi"), &menu);
+    connect(closeAction, &QAction::triggered, area_, &QMdiArea::closeActiveSubWindow);
     windowActions_ = {
         menu.addAction(QStringLiteral("&Sovrapponi"), area_, &QMdiArea::cascadeSubWindows),
         menu.addAction(QStringLiteral("&Affianca"), area_, &QMdiArea::tileSubWindows),
         menu.addAction(QStringLiteral("Finestra s&uccessiva"), QKeySequence::NextChild, area_,
                        &QMdiArea::activateNextSubWindow),
-        menu.addAction(QStringLiteral("&Chiudi"), area_, &QMdiArea::closeActiveSubWindow),
-        menu.addAction(QStringLiteral("Chiudi &tutte"), area_, &QMdiArea::closeAllSubWindows),
+        closeAction,
     };
+    menu.addAction(closeAction);
+    windowActions_.push_back(
+        menu.addAction(QStringLiteral("Chiudi &tutte"), area_, &QMdiArea::closeAllSubWindows));
+    QList<QKeySequence> closeKeys = QKeySequence::keyBindings(QKeySequence::Close);
+    const QKeySequence everywhere(Qt::CTRL | Qt::Key_F4);
+    if (!closeKeys.contains(everywhere)) {
+        closeKeys.prepend(everywhere);
+    }
+    closeAction->setShortcuts(closeKeys);
     menu.addSeparator();
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { listWindows(menu); });
 }

@@ -12,6 +12,7 @@ namespace {
 
 // All shapes are drawn on a square of 16 units.
 constexpr qreal side = 16;
+constexpr qreal disabledOpacity = 0.35;
 
 const QColor ink(0x37, 0x47, 0x4f);
 const QColor blue(0x1e, 0x6f, 0xb8);
@@ -107,6 +108,19 @@ void draw(QPainter& p, ToolbarIcon icon) {
         p.drawLine(QPointF(6, 7.5), QPointF(10, 11.5));
         p.drawLine(QPointF(10, 7.5), QPointF(6, 11.5));
         break;
+    case ToolbarIcon::Application:
+        p.setPen(Qt::NoPen);
+        p.setBrush(blue);
+        p.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 2.5, 2.5);
+        stroke(p, paper, 1.2);
+        p.drawPolyline(QPolygonF{{4.5, 4.5}, {4.5, 11.5}, {7.5, 11.5}});
+        p.drawLine(QPointF(4.5, 8), QPointF(7.5, 8));
+        p.setPen(Qt::NoPen);
+        p.setBrush(paper);
+        p.drawRect(QRectF(2.8, 2.8, 5.5, 2.6));
+        p.drawRect(QRectF(7.5, 6.7, 5.7, 2.6));
+        p.drawRect(QRectF(7.5, 10.2, 5.7, 2.6));
+        break;
     }
 }
 
@@ -114,14 +128,22 @@ class ToolbarIconEngine final : public QIconEngine {
 public:
     explicit ToolbarIconEngine(ToolbarIcon icon) : icon_(icon) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
         painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setOpacity(mode == QIcon::Disabled ? 0.35 : 1.0);
-        const qreal edge = qMin(rect.width(), rect.height());
-        painter->translate(rect.x() + (rect.width() - edge) / 2, rect.y() + (rect.height() - edge) / 2);
-        painter->scale(edge / side, edge / side);
-        draw(*painter, icon_);
+        if (mode == QIcon::Disabled) {
+            // Paled as a whole: parts that lie over each other must not show through.
+            const qreal ratio = painter->device()->devicePixelRatioF();
+            QPixmap whole = pixmap(rect.size() * ratio, QIcon::Normal, state);
+            whole.setDevicePixelRatio(ratio);
+            painter->setOpacity(disabledOpacity);
+            painter->drawPixmap(rect.topLeft(), whole);
+        } else {
+            painter->setRenderHint(QPainter::Antialiasing);
+            const qreal edge = qMin(rect.width(), rect.height());
+            painter->translate(rect.x() + (rect.width() - edge) / 2, rect.y() + (rect.height() - edge) / 2);
+            painter->scale(edge / side, edge / side);
+            draw(*painter, icon_);
+        }
         painter->restore();
     }
 

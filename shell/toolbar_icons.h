@@ -15,7 +15,8 @@ enum class ToolbarIcon {
     Delete,
     Export,
     PrintCard,
-    CloseScreen
+    CloseScreen,
+    Application ///< the host itself: accounts hanging from a ledger
 };
 
 /// A drawn icon of the navigator's buttons, sharp at every size and in both enabled states.

@@ -17,7 +17,8 @@ bool belongsToControl(const QKeyEvent& event) {
                            (event.key() == Qt::Key_C || event.key() == Qt::Key_X || event.key() == Qt::Key_V);
     const bool menu =
         event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
-    return clipboard || menu || event.key() == Qt::Key_F4;
+    const bool list = event.key() == Qt::Key_F4 && event.modifiers() == Qt::NoModifier;
+    return clipboard || menu || list;
 }
 
 } // namespace

@@ -155,6 +155,7 @@ void TourJob::openBranches() {
         stage_.press(Qt::Key_Right);
         stage_.waitUntil([&] { return hasRow(branch); },
                          std::string("la tastiera non apre fino a ") + branch);
+        stage_.pauseTyping();
         stage_.type(toQt(branch).left(8));
         stage_.waitUntil([&] { return tree().currentIndex() == row(branch); },
                          std::string("digitando non si arriva a ") + branch);

@@ -50,7 +50,8 @@ void Stage::require(bool holds, const std::string& what) const {
 }
 
 void Stage::waitUntil(const std::function<bool()>& holds, const std::string& what) const {
-    require(QTest::qWaitFor(holds, patience), what);
+    const auto settled = [&] { return holds() || (hopeless && hopeless()); };
+    require(QTest::qWaitFor(settled, patience) && holds(), what);
 }
 
 void Stage::settle() const {
@@ -131,6 +132,10 @@ void Stage::type(const QString& text) {
     settle();
 }
 
+void Stage::pauseTyping() const {
+    QTest::qWait(QApplication::keyboardInputInterval() + 2 * pollInterval);
+}
+
 void Stage::withDialog(const std::function<void()>& action,
                        const std::function<void(QWidget& dialog)>& inside) {
     std::string failure;
@@ -164,6 +169,7 @@ void Stage::withDialog(const std::function<void()>& action,
     action();
     waitUntil([&] { return shown; }, "non si è aperta nessuna finestra di dialogo");
     require(failure.empty(), failure);
+    window_.activateWindow(); // off screen there is no window manager to give the focus back
     settle();
 }
 

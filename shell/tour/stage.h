@@ -40,6 +40,8 @@ public:
     /// To the widget that has the focus, by way of its window.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
+    /// As long as it takes for what is typed next to be a new beginning.
+    void pauseTyping() const;
 
     /// Does `action`, which opens a dialog, and lets `inside` work with the dialog; `inside` has to close it.
     void withDialog(const std::function<void()>& action, const std::function<void(QWidget& dialog)>& inside);
@@ -56,6 +58,9 @@ public:
     /// Lets the window work until `holds`. \throws TourFailure after some seconds
     void waitUntil(const std::function<bool()>& holds, const std::string& what) const;
     void settle() const;
+
+    /// Whether something has already gone wrong, so that no step need be waited for; may be empty.
+    std::function<bool()> hopeless;
 
 private:
     static QPoint centre(const QWidget& widget);

@@ -30,6 +30,7 @@ int runTour(const Places& places, const Options& options) {
     }
     MainWindow window(host, options.component.value_or(places.program / ComponentLibrary::fileName()));
     Stage stage(window, *options.tour);
+    stage.hopeless = [&] { return !complaint.empty(); };
     window.show();
     std::string failure;
     try {
@@ -39,7 +40,7 @@ int runTour(const Places& places, const Options& options) {
         stage.picture("interrotto", "Il giro si è fermato qui: " + failure);
     }
     window.close();
-    failure += complaint;
+    failure += (failure.empty() || complaint.empty() ? "" : "\n") + complaint;
     if (!failure.empty()) {
         std::cerr << "Il giro non è riuscito: " << failure << std::endl;
         return 1;
