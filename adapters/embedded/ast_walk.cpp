@@ -1,5 +1,6 @@
 #include "adapters/embedded/ast_walk.h"
 
+#include "adapters/embedded/overloaded.h"
 #include "adapters/embedded/tsql/token.h"
 
 #include <algorithm>
@@ -11,11 +12,6 @@ namespace veldran::embedded {
 namespace {
 
 using Visit = std::function<void(const tsql::Expression&)>;
-
-template<typename... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
 
 void forEachOperand(const tsql::Expression& expression, const Visit& visit) {
     std::visit(

@@ -2,8 +2,7 @@
 
 #include "adapters/embedded/collation.h"
 #include "adapters/embedded/errors.h"
-#include "adapters/embedded/tsql/lexer.h"
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/embedded/parsing.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -26,28 +25,10 @@ std::string kindOf(const Routine& routine) {
     return std::string(routine.kind == RoutineKind::Procedure ? kindProcedure : kindFunction);
 }
 
-// "TEMPDB.DBO.#T" and "[DBO].[T]" as written in OBJECT_ID.
-std::optional<tsql::QualifiedName> parseName(std::string_view text) {
-    tsql::QualifiedName name;
-    try {
-        bool wantsPart = true;
-        for (const tsql::Token& token : tsql::tokenize(text)) {
-            if (token.kind == tsql::TokenKind::Word || token.kind == tsql::TokenKind::DelimitedIdentifier) {
-                name.parts.push_back(token.text);
-                wantsPart = false;
-            } else if (token.is(".")) {
-                if (wantsPart) {
-                    name.parts.emplace_back();
-                }
-                wantsPart = true;
-            } else if (token.kind != tsql::TokenKind::End) {
-                return std::nullopt;
-            }
-        }
-        return name.parts.empty() || wantsPart ? std::nullopt : std::optional(name);
-    } catch (const tsql::SyntaxError&) {
-        return std::nullopt;
-    }
+[[noreturn]] void failDamaged(const std::string& path, std::string_view name) {
+    fail(824, "HY000",
+         "Il database è danneggiato (" + path + "): la definizione di '" + std::string(name) +
+             "' non si legge.");
 }
 
 // A name is reachable with no schema, with DBO, and working tables with their database as well.
@@ -151,16 +132,26 @@ void Catalogue::load(const std::string& schema) {
     while (rows.step()) {
         Entry entry;
         entry.id = rows.integer(0) + (schema == "temp" ? temporaryIdBase : 0);
+        const std::string name(rows.text(2));
         const std::string text(rows.text(3));
-        tsql::Batch batch = tsql::parseBatch(text);
+        tsql::Batch batch = parseText(text);
+        const bool one = batch.statements.size() == 1;
         if (rows.text(1) == kindTable) {
-            const auto& definition = std::get<tsql::CreateTable>(batch.statements.front().node);
-            entry.table = std::make_shared<const Table>(tableFromDefinition(definition, text));
+            const auto* definition =
+                one ? std::get_if<tsql::CreateTable>(&batch.statements.front().node) : nullptr;
+            if (definition == nullptr) {
+                failDamaged(database_.path(), name);
+            }
+            entry.table = std::make_shared<const Table>(tableFromDefinition(*definition, text));
         } else {
-            const RoutineKind kind =
-                rows.text(1) == kindProcedure ? RoutineKind::Procedure : RoutineKind::Function;
-            entry.routine = std::make_shared<const Routine>(
-                Routine{kind, std::string(rows.text(2)), text, std::move(batch)});
+            const bool procedure = rows.text(1) == kindProcedure;
+            const auto* node = one ? &batch.statements.front().node : nullptr;
+            if (node == nullptr || !(procedure ? std::holds_alternative<tsql::CreateProcedure>(*node)
+                                               : std::holds_alternative<tsql::CreateFunction>(*node))) {
+                failDamaged(database_.path(), name);
+            }
+            entry.routine = std::make_shared<const Routine>(Routine{
+                procedure ? RoutineKind::Procedure : RoutineKind::Function, name, text, std::move(batch)});
         }
         entries_.insert_or_assign(toUpper(rows.text(2)), std::move(entry));
     }
@@ -204,11 +195,7 @@ std::shared_ptr<const Table> Catalogue::findTable(const tsql::QualifiedName& nam
 std::shared_ptr<const Table> Catalogue::table(const tsql::QualifiedName& name) {
     auto found = findTable(name);
     if (!found) {
-        std::string text;
-        for (const std::string& part : name.parts) {
-            text += (text.empty() ? "" : ".") + part;
-        }
-        failUnknownObject(text);
+        failUnknownObject(writtenName(name));
     }
     return found;
 }
@@ -235,6 +222,10 @@ std::optional<UniqueRule> Catalogue::uniqueRule(std::string_view table,
                               key.name};
         }
     }
+    const Column* identity = definition.identityColumn();
+    if (identity != nullptr && columns.size() == 1 && columns.front() == identity->name) {
+        return UniqueRule{UniqueRule::Kind::RowNumber, identity->name};
+    }
     for (const auto& [name, names] : found->second.indexes) {
         if (names == columns) {
             return UniqueRule{UniqueRule::Kind::Index, name};
@@ -244,7 +235,7 @@ std::optional<UniqueRule> Catalogue::uniqueRule(std::string_view table,
 }
 
 std::optional<std::int64_t> Catalogue::objectId(std::string_view text, std::string_view type) {
-    const auto name = parseName(text);
+    const auto name = parseObjectName(text);
     // A working table is not found without its database, as on the server.
     if (!name || (name->last().starts_with('#') && name->parts.size() < 3)) {
         return std::nullopt;

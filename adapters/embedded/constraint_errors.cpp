@@ -47,6 +47,11 @@ ado::Error uniqueError(const std::string& table, const std::vector<std::string>&
                          "Impossibile inserire una riga con chiave duplicata nell'oggetto '" + table +
                              "' con indice univoco '" + rule->name + "'.");
     }
+    if (rule && rule->kind == UniqueRule::Kind::RowNumber) {
+        return makeError(errorKeyViolation, "23000",
+                         "Nel database incorporato la colonna Identity '" + rule->name + "' della tabella '" +
+                             table + "' non ammette valori ripetuti, anche senza una chiave.");
+    }
     std::string name;
     if (rule) {
         name = (rule->kind == UniqueRule::Kind::PrimaryKey ? " PRIMARY KEY '" : " UNIQUE KEY '") +

@@ -2,6 +2,7 @@
 
 #include "adapters/embedded/collation.h"
 #include "adapters/embedded/errors.h"
+#include "adapters/embedded/overloaded.h"
 #include "adapters/embedded/translator.h"
 
 #include <algorithm>
@@ -9,11 +10,6 @@
 namespace veldran::embedded {
 
 namespace {
-
-template<typename... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
 
 // Variables that the session keeps.
 const std::array<std::pair<std::string_view, SqlType>, 5> sessionVariables{{

@@ -2,6 +2,7 @@
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/executor.h"
 #include "adapters/embedded/fragment.h"
+#include "adapters/embedded/parsing.h"
 #include "platform/text.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "adapters/embedded/plan.h"
 
-#include "adapters/embedded/errors.h"
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/embedded/parsing.h"
 
 namespace veldran::embedded {
 
@@ -19,14 +18,6 @@ const Program& Compiled::program() const {
         return into->fill;
     }
     return std::get<Program>(translated);
-}
-
-tsql::Batch parseText(std::string_view text, std::size_t line) {
-    try {
-        return tsql::parseBatch(text, {0, line, 1});
-    } catch (const tsql::SyntaxError& error) {
-        fail(error.number(), error.sqlState(), error.what());
-    }
 }
 
 std::shared_ptr<Plan> PlanCache::plan(std::string_view text, std::vector<SqlType> markers) {

@@ -57,7 +57,4 @@ private:
     std::size_t parsed_ = 0;
 };
 
-/// Parses a text. `line` is what its first line is called in messages. \throws AdoError
-tsql::Batch parseText(std::string_view text, std::size_t line = 1);
-
 } // namespace veldran::embedded

@@ -2,7 +2,7 @@
 
 #include "adapters/embedded/collation.h"
 #include "adapters/embedded/errors.h"
-#include "adapters/embedded/tsql/lexer.h"
+#include "adapters/embedded/parsing.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -72,16 +72,11 @@ void checkCount(const Plan& plan) {
 }
 
 tsql::QualifiedName nameOf(std::string_view text) {
-    tsql::QualifiedName name;
-    for (const tsql::Token& token : tsql::tokenize(text)) {
-        if (token.kind == tsql::TokenKind::Word || token.kind == tsql::TokenKind::DelimitedIdentifier) {
-            name.parts.push_back(token.text);
-        }
-    }
-    if (name.parts.empty()) {
+    const auto name = parseObjectName(text);
+    if (!name) {
         fail(2812, "42000", "Impossibile trovare la stored procedure '" + std::string(text) + "'.");
     }
-    return name;
+    return *name;
 }
 
 bool sameParameter(std::string_view declared, std::string_view given) {

@@ -27,7 +27,12 @@ struct FunctionState {
 
 /// What stands behind a uniqueness that was violated.
 struct UniqueRule {
-    enum class Kind { PrimaryKey, UniqueKey, Index };
+    enum class Kind {
+        PrimaryKey,
+        UniqueKey,
+        Index,
+        RowNumber ///< an identity column without a key: SQLite's row number cannot be there twice
+    };
     Kind kind = Kind::PrimaryKey;
     std::string name;
 };

@@ -1,5 +1,7 @@
-#include "adapters/embedded/catalogue.h"
+#include "adapters/embedded/table.h"
+
 #include "adapters/embedded/errors.h"
+#include "adapters/embedded/sqlite.h"
 #include "platform/text.h"
 
 #include <algorithm>

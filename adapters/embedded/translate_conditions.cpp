@@ -1,18 +1,10 @@
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/operators.h"
+#include "adapters/embedded/overloaded.h"
 #include "adapters/embedded/sqlite.h"
 #include "adapters/embedded/translator.h"
 
 namespace veldran::embedded {
-
-namespace {
-
-template<typename... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
-
-} // namespace
 
 Condition Translator::truth(const tsql::Expression& node) {
     return std::visit(

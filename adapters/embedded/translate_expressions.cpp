@@ -3,6 +3,7 @@
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/numeric.h"
 #include "adapters/embedded/operators.h"
+#include "adapters/embedded/overloaded.h"
 #include "adapters/embedded/translator.h"
 
 #include <algorithm>
@@ -11,11 +12,6 @@
 namespace veldran::embedded {
 
 namespace {
-
-template<typename... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
 
 Fragment textLiteral(const std::string& value, TypeKind kind) {
     return makeConstant(value, textType(kind, std::max(characterCount(value), 1)));

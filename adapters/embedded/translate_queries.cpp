@@ -71,7 +71,9 @@ BoundQuery Translator::query(const tsql::Query& node, const Scope* outer) {
     unifyArms(result, node.span);
     if (!node.orderBy.empty()) {
         const ScopeFrame frame(*this, scope);
+        const bool aggregatesBefore = aggregates_;
         result.orderBy = orderItems(node.orderBy, result, result.arms.size() == 1);
+        aggregates_ = aggregatesBefore;
     }
     return result;
 }
@@ -108,18 +110,22 @@ BoundSelect Translator::selectArm(const tsql::SelectSpecification& node, const S
         select.from = fromList(node.from, scope, conditions);
     }
     const ScopeFrame frame(*this, scope);
+    const bool aggregatesBefore = std::exchange(aggregates_, false);
     if (node.where) {
         conditions.push_back(truth(*node.where));
+        if (aggregates_) {
+            fail(147, "42000", "Una funzione di aggregazione non può comparire nella clausola WHERE.");
+        }
     }
     Condition where = allOf(std::move(conditions));
     select.where = where.isTrue() ? "" : where.sql;
     for (const tsql::Expression& item : node.groupBy) {
         const Fragment value = expression(item);
-        if (!value.constant) {
-            select.groupBy += (select.groupBy.empty() ? "" : ", ") + collatedText(value).sql;
+        if (value.constant) {
+            fail(164, "42000", "Ogni espressione di GROUP BY deve contenere almeno una colonna.");
         }
+        select.groupBy += (select.groupBy.empty() ? "" : ", ") + collatedText(value).sql;
     }
-    const bool aggregatesBefore = std::exchange(aggregates_, false);
     bindItems(node, select, scope);
     if (node.having) {
         const Condition having = truth(*node.having);

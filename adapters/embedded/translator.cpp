@@ -3,6 +3,7 @@
 #include "adapters/embedded/conversion.h"
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/operators.h"
+#include "adapters/embedded/parsing.h"
 #include "adapters/embedded/translator_frames.h"
 #include "platform/text.h"
 
@@ -11,14 +12,6 @@
 namespace veldran::embedded {
 
 namespace {
-
-std::string written(const tsql::QualifiedName& name) {
-    std::string text;
-    for (const std::string& part : name.parts) {
-        text += (text.empty() ? "" : ".") + part;
-    }
-    return text;
-}
 
 constexpr std::size_t maximumExcerpt = 60;
 
@@ -105,7 +98,7 @@ Fragment Translator::column(const tsql::QualifiedName& name) {
                     continue;
                 }
                 if (found != nullptr) {
-                    fail(209, "42000", "Il nome di colonna '" + written(name) + "' è ambiguo.");
+                    fail(209, "42000", "Il nome di colonna '" + writtenName(name) + "' è ambiguo.");
                 }
                 found = &column;
             }
@@ -118,7 +111,7 @@ Fragment Translator::column(const tsql::QualifiedName& name) {
         }
     }
     if (qualified) {
-        fail(4104, "42000", "Impossibile associare l'identificatore composto \"" + written(name) + "\".");
+        fail(4104, "42000", "Impossibile associare l'identificatore composto \"" + writtenName(name) + "\".");
     }
     failUnknownColumn(name.last());
 }

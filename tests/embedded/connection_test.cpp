@@ -124,6 +124,23 @@ TEST(DatabaseFile, OfAnotherVersionIsRefusedWithBothNumbers) {
     EXPECT_NE(error.Description.find("vecchio.vdb"), std::string::npos);
 }
 
+TEST(DatabaseFile, WithAnUnreadableDefinitionIsRefused) {
+    const Directory directory;
+    createDatabase(directory.file("guasto.vdb"));
+    EmbeddedDriver()
+        .open(connectionString(directory.file("guasto.vdb")), "", "")
+        ->execute("CREATE TABLE T (A INT)", {}, {});
+    SqliteDatabase(directory.file("guasto.vdb"), SQLITE_OPEN_READWRITE)
+        .execute("UPDATE veldran_catalogue SET definition = 'SELECT 1'");
+    const ado::Error error = errorOf([&] {
+        EmbeddedDriver()
+            .open(connectionString(directory.file("guasto.vdb")), "", "")
+            ->execute("SELECT * FROM T", {}, {});
+    });
+    EXPECT_EQ(error.Number, 824);
+    EXPECT_NE(error.Description.find("'T'"), std::string::npos);
+}
+
 TEST(DatabaseFile, ThatWasCutShortIsRefused) {
     const Directory directory;
     createDatabase(directory.file("corto.vdb"));

@@ -73,6 +73,8 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"SELECT A, COUNT(*) FROM T", 8120, "42000", "A"},
         Refusal{"SELECT B FROM T GROUP BY A", 8120, "42000", "B"},
         Refusal{"SELECT SUM(C) FROM T", 8117, "42000", "bit"},
+        Refusal{"SELECT A FROM T WHERE COUNT(*) > 1", 147, "42000", "WHERE"},
+        Refusal{"SELECT 1 FROM T GROUP BY 'x'", 164, "42000", "GROUP BY"},
         Refusal{"SELECT 1 UNION SELECT 1, 2", 205, "42000", "UNION"},
         Refusal{"SELECT DISTINCT A FROM T ORDER BY B", 145, "42000", "ORDER BY"},
         Refusal{"SELECT A FROM T ORDER BY 2", 108, "42000", "2"},

@@ -14,7 +14,9 @@ TEST_F(SessionTest, AProcedureRunsWithItsParametersByName) {
     EXPECT_EQ(errorOf([&] { call({}); }).Number, 201);
     EXPECT_EQ(errorOf([&] { call({integer("@MIN", 1), integer("@ALTRO", 1)}); }).Number, 8145);
     EXPECT_EQ(errorOf([&] { call({integer("@MIN", 1), wide("@B", "abcde", 5)}); }).Number, 8152);
-    EXPECT_EQ(errorOf([&] { session_->callProcedure("NESSUNA", {}, {}); }).Number, 2812);
+    for (const char* name : {"NESSUNA", "", "P'", "P P", "P."}) {
+        EXPECT_EQ(errorOf([&] { session_->callProcedure(name, {}, {}); }).Number, 2812) << name;
+    }
 }
 
 TEST_F(SessionTest, AProcedureTellsItsParameters) {

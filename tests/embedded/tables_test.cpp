@@ -84,6 +84,14 @@ TEST_F(SessionTest, ACopiedColumnKeepsItsIdentityAndItsValues) {
     EXPECT_EQ(cell("SELECT N FROM #S WHERE A = 40"), "4");
 }
 
+TEST_F(SessionTest, AnIdentityWithoutAKeyRefusesARepeatedNumberAndSaysWhy) {
+    run({"CREATE TABLE #T (N INT IDENTITY(1, 1), A INT)", "INSERT INTO #T VALUES (1)",
+         "SET IDENTITY_INSERT #T ON"});
+    const ado::Error refused = error("INSERT INTO #T (N, A) VALUES (1, 2)");
+    EXPECT_EQ(refused.Number, 2627);
+    EXPECT_NE(refused.Description.find("Identity 'N'"), std::string::npos) << refused.Description;
+}
+
 TEST_F(SessionTest, AComputedOrJoinedCopyHasNoIdentity) {
     run({"CREATE TABLE T (N INT IDENTITY(1, 1), A INT)", "INSERT INTO T VALUES (1)",
          "SELECT N + 0 AS N INTO #A FROM T", "SELECT X.N INTO #B FROM T AS X INNER JOIN T AS Y ON X.N = Y.N",
@@ -194,6 +202,10 @@ TEST_F(SessionTest, QueriesUniteTopAndOrder) {
               (Rows{{"2"}, {"3"}}));
     EXPECT_EQ(rows("SELECT ROW_NUMBER() OVER (PARTITION BY B ORDER BY A DESC) AS R, A FROM T ORDER BY A"),
               (Rows{{"2", "1"}, {"1", "2"}, {"1", "3"}}));
+    EXPECT_EQ(
+        rows(
+            "SELECT A FROM T WHERE B = (SELECT TOP 1 B FROM T GROUP BY B ORDER BY COUNT(*) DESC) ORDER BY A"),
+        (Rows{{"1"}, {"3"}}));
     EXPECT_EQ(rows("SELECT A FROM T WHERE A IN (SELECT MAX(A) FROM T GROUP BY B) ORDER BY A"),
               (Rows{{"2"}, {"3"}}));
     EXPECT_EQ(cell("SELECT 1.5 UNION SELECT 1.50"), "1.50");
