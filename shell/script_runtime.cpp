@@ -21,8 +21,8 @@ QString italian(const QString& kind, const QString& message) {
         QStringLiteral("^Property '(.+)' of object .* is not a function$"));
     static const QRegularExpression unexpected(QStringLiteral("^Unexpected token `(.+)'$"));
     static const QRegularExpression expected(QStringLiteral("^Expected token `(.+)'$"));
-    static const QRegularExpression noProperty(
-        QStringLiteral("^Cannot assign to non-existent property \"(.+)\"$"));
+    static const QRegularExpression readOnly(
+        QStringLiteral("^Cannot assign to read-only property \"(.+)\"$"));
     if (const auto match = undefined.match(message); match.hasMatch()) {
         return QStringLiteral("il nome «%1» non esiste").arg(match.captured(1));
     }
@@ -35,8 +35,11 @@ QString italian(const QString& kind, const QString& message) {
     if (const auto match = expected.match(message); match.hasMatch()) {
         return QStringLiteral("errore di sintassi, manca «%1»").arg(match.captured(1));
     }
-    if (const auto match = noProperty.match(message); match.hasMatch()) {
-        return QStringLiteral("la proprietà «%1» non esiste").arg(match.captured(1));
+    if (const auto match = readOnly.match(message); match.hasMatch()) {
+        return QStringLiteral("la proprietà «%1» si può solo leggere").arg(match.captured(1));
+    }
+    if (message == u"Type error") { // all that the engine says of a property that the control does not have
+        return QStringLiteral("il controllo non ha questa proprietà");
     }
     return kind == u"SyntaxError" ? QStringLiteral("errore di sintassi (%1)").arg(message) : message;
 }
@@ -70,15 +73,23 @@ ScriptRuntime::ScriptRuntime(std::filesystem::path file, controls::Form& form, P
     for (const char* name : {"message", "confirm"}) {
         engine_.globalObject().setProperty(QLatin1String(name), functions.property(QLatin1String(name)));
     }
-    engine_.globalObject().setProperty(QStringLiteral("form"),
-                                       engine_.newQObject(new ScriptControl(form_, form, &functions_)));
+    add(QStringLiteral("form"), form);
     addControls(form);
+}
+
+void ScriptRuntime::add(const QString& name, controls::Control& control) {
+    const QJSValue wrapper = engine_.newQObject(new ScriptControl(form_, control, &functions_));
+    // Else a script that misspells a property would make a new one and never know.
+    engine_.globalObject()
+        .property(QStringLiteral("Object"))
+        .property(QStringLiteral("preventExtensions"))
+        .call({wrapper});
+    engine_.globalObject().setProperty(name, wrapper);
 }
 
 void ScriptRuntime::addControls(controls::Container& container) {
     for (controls::Control* control : container.Controls()) {
-        engine_.globalObject().setProperty(
-            toQt(control->Name()), engine_.newQObject(new ScriptControl(form_, *control, &functions_)));
+        add(toQt(control->Name()), *control);
         if (auto* inner = dynamic_cast<controls::Container*>(control)) {
             addControls(*inner);
         }
@@ -108,7 +119,9 @@ std::string ScriptRuntime::describe(const QJSValue& error, const std::string& wh
 }
 
 std::string ScriptRuntime::load() {
-    const std::string text = readTextFile(file_);
+    // Strict: a misspelt property or an undeclared name must not pass in silence. On the first line, so that
+    // the script's own lines keep their numbers.
+    const std::string text = "'use strict'; " + readTextFile(file_);
     QJSValue result;
     return run([&] { return engine_.evaluate(toQt(text), toQt(file_.string()), 1); }, result, {});
 }

@@ -47,6 +47,7 @@ public:
     bool ExecuteFormEvent(const std::string& name) override;
 
 private:
+    void add(const QString& name, controls::Control& control);
     void addControls(controls::Container& container);
     /// Runs `body` under the time limit and describes its failure; empty when it succeeded.
     std::string run(const std::function<QJSValue()>& body, QJSValue& result, const std::string& where);

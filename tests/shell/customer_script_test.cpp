@@ -112,7 +112,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(BadScript{"var a = 1;\nvar b = = 2;", "riga 2", "errore di sintassi, «=» non era atteso"},
                     BadScript{"function tsOpen() {\n", "riga", "errore di sintassi"},
                     BadScript{"\n\nMANCA.caption = 'x';", "riga 3", "il nome «MANCA» non esiste"},
-                    BadScript{"BUT_RICERCA.colore = 1;", "riga 1", "la proprietà «colore» non esiste"},
+                    BadScript{"BUT_RICERCA.colore = 1;", "riga 1", "il controllo non ha questa proprietà"},
+                    BadScript{"\n\nBUT_RICERCA.name = 'x';", "riga 3",
+                              "la proprietà «name» si può solo leggere"},
                     BadScript{"\nmessaggio('x');", "riga 2", "il nome «messaggio» non esiste"},
                     BadScript{"BUT_RICERCA.caption();", "riga 1", "«caption» non è una funzione"},
                     BadScript{"\xE8", "riga 1, colonna 1", "UTF-8"}));
