@@ -37,31 +37,47 @@ void DataGrid::SetColumnWidth(std::size_t column, int twips) {
 }
 
 void DataGrid::SetDataSource(ado::Recordset* source) {
-    std::unique_ptr<GridRows> rows;
-    std::optional<ado::Bookmark> current;
-    if (current_) {
-        current = rows_->bookmark(*current_);
+    const auto current = currentBookmark();
+    if (source == nullptr) {
+        if (rows_ != nullptr) {
+            rows_.reset();
+            current_.reset();
+            RowsChanged.raise();
+        }
+        return;
     }
-    if (source != nullptr) {
-        rows = std::make_unique<GridRows>(*source);
-        rows->refresh(columns_, rows_.get());
-    }
+    auto rows = std::make_unique<GridRows>(*source);
+    const GridDifference difference = rows->refresh(columns_, rows_.get());
+    const bool attached = rows_ == nullptr;
     rows_ = std::move(rows);
-    current_ = current && rows_ != nullptr ? rows_->find(*current) : std::nullopt;
-    RowsChanged.raise();
+    tell(difference, current, attached);
 }
 
 void DataGrid::Refresh() {
-    if (rows_ == nullptr) {
+    if (rows_ != nullptr) {
+        const auto current = currentBookmark();
+        tell(rows_->refresh(columns_), current, false);
+    }
+}
+
+std::optional<ado::Bookmark> DataGrid::currentBookmark() const {
+    return current_ ? std::optional(rows_->bookmark(*current_)) : std::nullopt;
+}
+
+void DataGrid::tell(const GridDifference& difference, const std::optional<ado::Bookmark>& current,
+                    bool anew) {
+    current_ = current ? rows_->find(*current) : std::nullopt;
+    if (anew || !difference.sameRows) {
+        RowsChanged.raise();
         return;
     }
-    std::optional<ado::Bookmark> current;
-    if (current_) {
-        current = rows_->bookmark(*current_);
+    const auto life = lifeline();
+    for (const std::size_t row : difference.changed) {
+        RowChanged.raise(row);
+        if (life.expired()) {
+            return;
+        }
     }
-    rows_->refresh(columns_);
-    current_ = current ? rows_->find(*current) : std::nullopt;
-    RowsChanged.raise();
 }
 
 void DataGrid::RefreshRow(const ado::Bookmark& row) {
@@ -69,7 +85,9 @@ void DataGrid::RefreshRow(const ado::Bookmark& row) {
         return;
     }
     if (const auto index = rows_->refreshRow(row, columns_)) {
-        RowChanged.raise(*index);
+        if (!rows_->hasTexts(*index)) {
+            RowChanged.raise(*index);
+        }
     } else {
         Refresh();
     }

@@ -17,6 +17,7 @@ class Recordset;
 namespace veldran::controls {
 
 class GridRows;
+struct GridDifference;
 
 /// Rewrites the value shown in a cell; the stored value is unchanged. One format may serve several columns.
 class DataFormat {
@@ -80,13 +81,15 @@ public:
     mutable Event<> DblClick;
     mutable Event<const ado::Bookmark&, bool&>
         RowChosen;                                     ///< set to true to refuse; the frame moves to the row
-    mutable Event<> RowsChanged;                       ///< rows came, went or were read anew
-    mutable Event<std::size_t> RowChanged;             ///< one row was read anew
+    mutable Event<> RowsChanged;                       ///< rows came or went
+    mutable Event<std::size_t> RowChanged;             ///< a row has other values
     mutable Event<> CurrentChanged;                    ///< also after a refused move, for the view to go back
     mutable Event<const std::exception&> FormatFailed; ///< once for each text that could not be made
 
 private:
     void setCurrent(std::optional<std::size_t> row);
+    std::optional<ado::Bookmark> currentBookmark() const;
+    void tell(const GridDifference& difference, const std::optional<ado::Bookmark>& current, bool anew);
     void makeTexts(std::size_t row) const;
 
     std::vector<GridColumn> columns_;

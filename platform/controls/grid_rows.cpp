@@ -31,25 +31,32 @@ std::vector<Value> GridRows::read(const std::vector<GridColumn>& columns) {
     return values;
 }
 
-void GridRows::refresh(const std::vector<GridColumn>& columns, GridRows* before) {
+GridDifference GridRows::refresh(const std::vector<GridColumn>& columns, GridRows* before) {
     std::vector<Row> known = std::move(before != nullptr ? before->rows_ : rows_);
     rows_.clear();
-    if (cursor_->State() != ado::adStateOpen || cursor_->RecordCount() == 0) {
-        return;
-    }
-    std::size_t next = 0; // rows keep their order: what follows in the record set follows in `known`
-    for (cursor_->MoveFirst(); !cursor_->EndOfFile(); cursor_->MoveNext()) {
-        Row row{cursor_->Bookmark(), read(columns), {}, false};
-        const auto found = std::find_if(known.begin() + static_cast<std::ptrdiff_t>(next), known.end(),
-                                        [&](const Row& old) { return old.bookmark == row.bookmark; });
-        if (found != known.end()) {
-            next = static_cast<std::size_t>(found - known.begin()) + 1;
-            if (found->formatted && found->values == row.values) {
-                row = std::move(*found);
+    GridDifference difference;
+    difference.sameRows = true;
+    if (cursor_->State() == ado::adStateOpen && cursor_->RecordCount() > 0) {
+        std::size_t next = 0; // rows keep their order: what follows in the record set follows in `known`
+        for (cursor_->MoveFirst(); !cursor_->EndOfFile(); cursor_->MoveNext()) {
+            Row row{cursor_->Bookmark(), read(columns), {}, false};
+            const auto from = known.begin() + static_cast<std::ptrdiff_t>(next);
+            const auto found =
+                std::find_if(from, known.end(), [&](const Row& old) { return old.bookmark == row.bookmark; });
+            difference.sameRows = difference.sameRows && found == from && from != known.end();
+            if (found != known.end()) {
+                next = static_cast<std::size_t>(found - known.begin()) + 1;
+                if (found->values == row.values) {
+                    row = std::move(*found);
+                } else {
+                    difference.changed.push_back(rows_.size());
+                }
             }
+            rows_.push_back(std::move(row));
         }
-        rows_.push_back(std::move(row));
     }
+    difference.sameRows = difference.sameRows && rows_.size() == known.size();
+    return difference;
 }
 
 std::optional<std::size_t> GridRows::refreshRow(const ado::Bookmark& row,

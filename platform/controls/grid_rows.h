@@ -17,6 +17,12 @@ namespace veldran::controls {
 
 struct GridColumn;
 
+/// What a new reading of the rows found.
+struct GridDifference {
+    bool sameRows = false;            ///< the same rows stand in the same places
+    std::vector<std::size_t> changed; ///< those with other values, when the rows are the same
+};
+
 /// The rows that a grid shows: a cursor of its own over the rows of a record set, what each row held when it
 /// was last read, and the texts made from that. Texts are made once for a row, when the first of its cells is
 /// asked for, and again only after one of its values has changed.
@@ -29,9 +35,9 @@ public:
     GridRows& operator=(const GridRows&) = delete;
 
     /// Reads the rows anew; texts of rows that are as they were are kept. No rows once the record set's
-    /// connection is closed. `before`: rows of an earlier object, whose texts serve where they name the same
-    /// rows; may be nullptr.
-    void refresh(const std::vector<GridColumn>& columns, GridRows* before = nullptr);
+    /// connection is closed. `before`: rows of an earlier object, which are compared instead of this one's;
+    /// may be nullptr.
+    GridDifference refresh(const std::vector<GridColumn>& columns, GridRows* before = nullptr);
     /// Reads one row anew. \return its index; none when the row is not among those shown.
     std::optional<std::size_t> refreshRow(const ado::Bookmark& row, const std::vector<GridColumn>& columns);
     void dropTexts();

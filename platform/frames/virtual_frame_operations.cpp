@@ -318,7 +318,12 @@ bool VirtualFrame::UpdateBatch() {
             return false;
         }
         bool written = false;
-        UpdateBatchAll.raise(written);
+        try {
+            UpdateBatchAll.raise(written);
+        } catch (...) {
+            AttachData();
+            throw;
+        }
         AttachData(); // of a handler that did not get as far
         if (const State state = stateOfRecordset(); state != state_) {
             arrive(state, Status());

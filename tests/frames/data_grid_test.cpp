@@ -60,6 +60,30 @@ TEST_F(GridOfAFrame, FormatsOnlyTheRowThatChanged) {
     EXPECT_EQ(formatted, 2);
 }
 
+TEST_F(GridOfAFrame, TellsItsViewNoMoreThanWhatHasChanged) {
+    open(3);
+    gridColumn(0);
+    Lines seen;
+    kept.push_back(form.grid.RowsChanged.subscribe([&] { seen.push_back("rows"); }));
+    kept.push_back(form.grid.RowChanged.subscribe(
+        [&](std::size_t row) { seen.push_back("row " + std::to_string(row)); }));
+    kept.push_back(form.grid.CurrentChanged.subscribe([&] { seen.push_back("current"); }));
+    frame->MoveNext();
+    EXPECT_EQ(seen, (Lines{"current"}));
+    seen.clear();
+    typeAccount("C9");
+    frame->Update();
+    EXPECT_EQ(seen, (Lines{"row 1"}));
+    seen.clear();
+    frame->Recordset()->Fields()["CONTO"].Value("C8");
+    frame->Refresh();
+    EXPECT_EQ(seen, (Lines{"row 1"}));
+    seen.clear();
+    frame->Undo();
+    frame->AddNew();
+    EXPECT_EQ(seen, (Lines{"row 1", "rows", "current"}));
+}
+
 TEST_F(GridOfAFrame, ShowsAPendingNewRowAndLosesADeletedOne) {
     open(3);
     gridColumn(0);

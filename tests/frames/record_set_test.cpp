@@ -182,6 +182,17 @@ TEST_F(BatchOfAFrame, AnswersThatNothingWasWrittenAndTakesItsDataUpWhenTheHandle
     EXPECT_FALSE(frame->UpdateBatch());
 }
 
+TEST_F(BatchOfAFrame, TakesItsDataUpWhenTheHandlerThrows) {
+    open(2, ado::adLockBatchOptimistic, LeavePolicy::Save);
+    writer = frame->UpdateBatchAll.subscribe([this](bool&) {
+        frame->DetachData();
+        throw std::runtime_error("numerazione");
+    });
+    EXPECT_THROW(frame->UpdateBatch(), std::runtime_error);
+    EXPECT_EQ(gridColumn(0), (Lines{"C1", "C2"}));
+    EXPECT_TRUE(frame->MoveNext());
+}
+
 TEST_F(BatchOfAFrame, FollowsANewRowThatTheHandlerCancelsWithoutDetaching) {
     open(0, ado::adLockBatchOptimistic, LeavePolicy::Save);
     writer = frame->UpdateBatchAll.subscribe([this](bool& written) {
