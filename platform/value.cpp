@@ -95,7 +95,9 @@ Decimal Decimal::rescaled(std::uint8_t newScale) const {
 }
 
 Decimal Decimal::parse(std::string_view text) {
-    const auto refuse = [&]() -> Decimal { throw std::invalid_argument("not a decimal: " + std::string(text)); };
+    const auto refuse = [&]() -> Decimal {
+        throw std::invalid_argument("not a decimal: " + std::string(text));
+    };
     std::string_view rest = text;
     const bool negative = rest.starts_with('-');
     if (negative || rest.starts_with('+')) {
@@ -195,8 +197,12 @@ std::int64_t Value::toInteger() const {
     return static_cast<std::int64_t>(rounded);
 }
 
-std::int32_t Value::toInt32() const { return narrowed<std::int32_t>(toInteger()); }
-std::int16_t Value::toInt16() const { return narrowed<std::int16_t>(toInteger()); }
+std::int32_t Value::toInt32() const {
+    return narrowed<std::int32_t>(toInteger());
+}
+std::int16_t Value::toInt16() const {
+    return narrowed<std::int16_t>(toInteger());
+}
 
 bool Value::toBool() const {
     if (const auto* flag = asBool()) {
