@@ -109,6 +109,7 @@ int TourJob::activeAccounts(const std::string& codeStart) {
 
 void TourJob::showWindow() {
     stage_.waitUntil([&] { return window_.isVisible(); }, "la finestra non si apre");
+    stage_.activate();
     const auto& company = stage_.find<QLabel>(QStringLiteral("statoDitta"));
     stage_.require(company.text().contains(toQt(host_.current()->name)),
                    "la barra di stato non mostra la ditta");

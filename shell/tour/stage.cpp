@@ -54,6 +54,11 @@ void Stage::waitUntil(const std::function<bool()>& holds, const std::string& wha
     require(QTest::qWaitFor(settled, patience) && holds(), what);
 }
 
+void Stage::activate() const {
+    window_.activateWindow();
+    waitUntil([&] { return window_.isActiveWindow(); }, "la finestra non diventa quella attiva");
+}
+
 void Stage::settle() const {
     QTest::qWait(2 * pollInterval);
 }
@@ -169,7 +174,7 @@ void Stage::withDialog(const std::function<void()>& action,
     action();
     waitUntil([&] { return shown; }, "non si è aperta nessuna finestra di dialogo");
     require(failure.empty(), failure);
-    window_.activateWindow(); // off screen there is no window manager to give the focus back
+    activate();
     settle();
 }
 

@@ -58,6 +58,8 @@ public:
     /// Lets the window work until `holds`. \throws TourFailure after some seconds
     void waitUntil(const std::function<bool()>& holds, const std::string& what) const;
     void settle() const;
+    /// Makes the window the active one, as a window manager does where there is one.
+    void activate() const;
 
     /// Whether something has already gone wrong, so that no step need be waited for; may be empty.
     std::function<bool()> hopeless;
