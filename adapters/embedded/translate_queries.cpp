@@ -386,9 +386,9 @@ std::string Translator::writeConverted(BoundQuery& query, const std::vector<SqlT
 
 TranslatedStatement Translator::select(const tsql::SelectStatement& statement) {
     BoundQuery bound = query(statement.query, nullptr);
-    const auto* specification = std::get_if<tsql::SelectSpecification>(&statement.query.first.node);
-    if (specification != nullptr && specification->into) {
-        return selectInto(*specification, bound);
+    const auto* firstArm = std::get_if<tsql::SelectSpecification>(&statement.query.first.node);
+    if (firstArm != nullptr && firstArm->into) {
+        return selectInto(*firstArm, bound);
     }
     Program program = finish(write(bound, false, false));
     const bool updatable = bound.isPlain() && !bound.arms.front().grouped;

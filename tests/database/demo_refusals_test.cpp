@@ -88,7 +88,7 @@ TEST_F(DemoRefusals, CorrelationsThatTheScreenWouldRefuse) {
         {head + "    A 100 C99\n", "correlations.txt:3: no cost account C99"},
         {head + "    A 100 C\n", "correlations.txt:3: no cost account C"},
         {head + "    A 100 C02\n    D 100 C03\n", "correlations.txt:3: no cost account C03"},
-        {head + "    A 100 C02 XXX\n", "correlations.txt:3: no cost item XXX"},
+        {head + "    A 100 C02 ZZZ\n", "correlations.txt:3: no cost item ZZZ"},
         {"ditta 1\nPane\n  BOLL\n    A 100 C02\n", "correlations.txt:3: the company has no causale BOLL"},
         {"ditta 1\nPane\n  NONE\n    A 100 C02\n", "correlations.txt:3: the company has no causale NONE"},
         {head + "    A 100 C02\n  FTAC\n    A 100 C02\n",
