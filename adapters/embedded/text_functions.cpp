@@ -165,7 +165,7 @@ std::optional<char32_t> escapeOf(FunctionCall& call) {
 }
 
 void like(FunctionCall& call) {
-    // A pattern that stays the same for every row is read once.
+    // A pattern that stays the same for every row is read once; an escape beside it might change.
     auto* kept = static_cast<LikePattern*>(sqlite3_get_auxdata(call.context(), 0));
     std::unique_ptr<LikePattern> fresh;
     if (kept == nullptr) {
@@ -173,7 +173,7 @@ void like(FunctionCall& call) {
         kept = fresh.get();
     }
     call.set(std::int64_t{kept->matches(call.text(1))});
-    if (fresh) {
+    if (fresh && call.count() < 3) {
         const auto destroy = [](void* data) { delete static_cast<LikePattern*>(data); };
         sqlite3_set_auxdata(call.context(), 0, fresh.release(), destroy);
     }

@@ -456,7 +456,11 @@ Stored toStored(const Value& value, const SqlType& type, std::string_view name) 
             return storedDecimal(value, type, name);
         }
         if (type.kind == TypeKind::Float) {
-            return value.toDouble();
+            const double number = value.toDouble();
+            if (!std::isfinite(number)) {
+                failOverflow(type, name); // SQLite would keep NULL in its place
+            }
+            return number;
         }
         return storedInteger(value, type, name);
     } catch (const std::invalid_argument&) {

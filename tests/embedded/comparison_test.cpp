@@ -128,6 +128,9 @@ TEST_F(SessionTest, LikeSeesTheBlanksOfFixedText) {
     EXPECT_EQ(cell("SELECT COUNT(*) FROM T WHERE B NOT LIKE 'x%'"), "1");
     EXPECT_EQ(cell("SELECT COUNT(*) FROM T WHERE B LIKE 'a!%%' ESCAPE '!'"), "0");
     EXPECT_EQ(cell("SELECT COUNT(*) FROM T WHERE B LIKE NULL"), "0");
+    run({"CREATE TABLE P (V NVARCHAR(5), E NCHAR(1))", "INSERT INTO P VALUES ('a!b', '!'), ('a!b', '#')"});
+    EXPECT_EQ(rows("SELECT E FROM P WHERE 'ab' LIKE V ESCAPE E"), (Rows{{"!"}}));
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM P WHERE V LIKE 'a!b' ESCAPE E"), "1");
 }
 
 TEST_F(SessionTest, APrefixPatternFindsExactlyWhatBeginsWithIt) {

@@ -4,6 +4,7 @@
 #include "tests/embedded/session_fixture.h"
 
 #include <array>
+#include <limits>
 
 namespace veldran::embedded::test {
 
@@ -56,6 +57,16 @@ TEST_F(Prepared, RefusesValuesThatTheirDeclarationDoesNotHold) {
     EXPECT_EQ(
         error("SELECT V FROM T WHERE V = ?", {{{"@V", ado::adEmpty, ado::adParamInput, 0, 0, 0}, 7}}).Number,
         40517);
+}
+
+TEST_F(Prepared, RefusesANumberThatIsNone) {
+    run({"CREATE TABLE F (X FLOAT)"});
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(
+        error("INSERT INTO F VALUES (?)", {{{"@X", ado::adDouble, ado::adParamInput, 0, 0, 0}, none}}).Number,
+        8115);
+    EXPECT_EQ(error("INSERT INTO F VALUES (?)", {numeric("@X", none, 5, 2)}).Number, 8115);
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM F"), "0");
 }
 
 TEST_F(Prepared, RefusesTooFewAndTooManyParameters) {
