@@ -206,6 +206,20 @@ TEST_F(BatchOfAFrame, FollowsANewRowThatTheHandlerCancelsWithoutDetaching) {
     EXPECT_FALSE(frame->HasRecords());
 }
 
+TEST_F(BatchOfAFrame, ComesBackToItsRecordWhereverTheHandlerHasWalked) {
+    openBatch(3);
+    frame->MoveNext();
+    frame->DetachData();
+    frame->Recordset()->MoveLast();
+    frame->AttachData();
+    EXPECT_EQ(prog(), "2");
+    frame->DetachData();
+    frame->Recordset()->Delete();
+    frame->AttachData();
+    EXPECT_EQ(prog(), "1");
+    EXPECT_EQ(form.grid.CurrentRow(), 0U);
+}
+
 TEST_F(BatchOfAFrame, IgnoresDetachingTwiceAndAttachingUnasked) {
     open(2);
     frame->AttachData();

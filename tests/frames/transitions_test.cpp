@@ -316,6 +316,20 @@ TEST_F(FrameTransitions, RefusesOperationsFromInsideItsOwn) {
     EXPECT_TRUE(frame->MoveNext());
 }
 
+TEST_F(FrameTransitions, RefusesOperationsFromItsBeforeEventsAndWhileItAnnouncesItsArrival) {
+    open(3);
+    int refused = 0;
+    const auto before = frame->BeforeUpdate.subscribe([&](bool&) { refused += frame->MoveNext() ? 0 : 1; });
+    const auto arrival = frame->ChangeStatus.subscribe([&](std::int16_t status, std::int16_t) {
+        refused += status == statusBrowsing && !frame->AddNew() ? 1 : 0;
+    });
+    typeAccount("C9");
+    EXPECT_TRUE(frame->Update());
+    EXPECT_EQ(refused, 2);
+    EXPECT_EQ(prog(), "1");
+    EXPECT_EQ(database.stored(), "1:C9 2:C2 3:C3");
+}
+
 TEST_F(FrameTransitions, IsBackAtRestWhenAHandlerThrows) {
     open(2);
     Subscription thrower = frame->BeforeUpdate.subscribe([](bool&) { throw std::runtime_error("prima"); });
