@@ -28,14 +28,15 @@ ControlliFormPrincipale::ControlliFormPrincipale(controls::Container& form)
       BUT_EDITCORRELAZIONI(LAY_ATTIVAZIONE, "BUT_EDITCORRELAZIONI"),
       LAY_CORRELAZIONI(form, "LAY_CORRELAZIONI"),
       TXT_CONTOSELEZIONATO(LAY_CORRELAZIONI, "TXT_CONTOSELEZIONATO"),
-      GRB_TESTATA(LAY_CORRELAZIONI, "GRB_TESTATA"), TXT_CAUSALE(GRB_TESTATA, "TXT_CAUSALE"),
-      TXT_DESCRCAUSALE(GRB_TESTATA, "TXT_DESCRCAUSALE"), INV_TESTATA(GRB_TESTATA, "INV_TESTATA"),
-      GRB_DETTAGLIO(LAY_CORRELAZIONI, "GRB_DETTAGLIO"), GRD_DETTAGLIO(GRB_DETTAGLIO, "GRD_DETTAGLIO"),
-      CMD_SU(GRB_DETTAGLIO, "CMD_SU"), CMD_GIU(GRB_DETTAGLIO, "CMD_GIU"),
-      CBO_SEGNO(GRB_DETTAGLIO, "CBO_SEGNO"), TXT_PERC(GRB_DETTAGLIO, "TXT_PERC"),
-      TXT_CONTO(GRB_DETTAGLIO, "TXT_CONTO"), TXT_DESCRCONTO(GRB_DETTAGLIO, "TXT_DESCRCONTO"),
-      LBL_VOCEDISPESA(GRB_DETTAGLIO, "LBL_VOCEDISPESA"), TXT_VDS(GRB_DETTAGLIO, "TXT_VDS"),
-      TXT_DESCRVDS(GRB_DETTAGLIO, "TXT_DESCRVDS"), GNV_DETTAGLIO(GRB_DETTAGLIO, "GNV_DETTAGLIO") {
+      LST_CAUSALI(LAY_CORRELAZIONI, "LST_CAUSALI"), GRB_TESTATA(LAY_CORRELAZIONI, "GRB_TESTATA"),
+      TXT_CAUSALE(GRB_TESTATA, "TXT_CAUSALE"), TXT_DESCRCAUSALE(GRB_TESTATA, "TXT_DESCRCAUSALE"),
+      INV_TESTATA(GRB_TESTATA, "INV_TESTATA"), GRB_DETTAGLIO(LAY_CORRELAZIONI, "GRB_DETTAGLIO"),
+      GRD_DETTAGLIO(GRB_DETTAGLIO, "GRD_DETTAGLIO"), CMD_SU(GRB_DETTAGLIO, "CMD_SU"),
+      CMD_GIU(GRB_DETTAGLIO, "CMD_GIU"), CBO_SEGNO(GRB_DETTAGLIO, "CBO_SEGNO"),
+      TXT_PERC(GRB_DETTAGLIO, "TXT_PERC"), TXT_CONTO(GRB_DETTAGLIO, "TXT_CONTO"),
+      TXT_DESCRCONTO(GRB_DETTAGLIO, "TXT_DESCRCONTO"), LBL_VOCEDISPESA(GRB_DETTAGLIO, "LBL_VOCEDISPESA"),
+      TXT_VDS(GRB_DETTAGLIO, "TXT_VDS"), TXT_DESCRVDS(GRB_DETTAGLIO, "TXT_DESCRVDS"),
+      PIC_FOCUSCATCH(GRB_DETTAGLIO, "PIC_FOCUSCATCH"), GNV_DETTAGLIO(GRB_DETTAGLIO, "GNV_DETTAGLIO") {
     scritte(CMD_ATTIVAZIONI, "&Attivazioni / correlazioni",
             "Passa da attivazioni a correlazioni e viceversa");
     CMD_ATTIVAZIONI.SetVisible(false);
@@ -70,9 +71,15 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     LAY_CORRELAZIONI.SetAccessibleName("Correlazioni del conto");
     LAY_CORRELAZIONI.SetVisible(false);
     TXT_CONTOSELEZIONATO.SetAccessibleName("Conto selezionato");
+    scritte(LST_CAUSALI, "", "Causali correlate", "Causali per cui il conto ha una correlazione");
+    constexpr int larghezzaLista = 3600;
+    LST_CAUSALI.SetWidth(larghezzaLista);
+    LST_CAUSALI.AddColumn("colCodice", "Cod.", 0);
+    LST_CAUSALI.AddColumn("colDescrizione", "Descrizione", 0);
     GRB_TESTATA.SetCaption("Causale correlata");
     scritte(TXT_CAUSALE, "Causale", "Codice causale");
-    scritte(TXT_DESCRCAUSALE, "", "Descrizione causale");
+    TXT_CAUSALE.SetUpperCase(true);
+    scritte(TXT_DESCRCAUSALE, "", "Descrizione causale", "Descrizione causale");
     INV_TESTATA.SetAccessibleName("Comandi della correlazione");
     GRB_DETTAGLIO.SetCaption("Righe della correlazione");
     GRD_DETTAGLIO.SetAccessibleName("Righe della correlazione");
@@ -91,10 +98,15 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     scritte(TXT_PERC, "% ripartizione", "Percentuale di ripartizione da utilizzare");
     TXT_PERC.SetFormatMask("##0.00;-##0.00;;");
     scritte(TXT_CONTO, "Codice conto", "Codice conto");
+    TXT_CONTO.SetManagementEnabled(true);
+    TXT_CONTO.SetAutoAdvance(true);
     TXT_DESCRCONTO.SetAccessibleName("Descrizione conto");
     scritte(LBL_VOCEDISPESA, "Voce di spesa", "Voce di spesa");
     scritte(TXT_VDS, "Codice voce di spesa", "Codice voce di spesa");
+    TXT_VDS.SetManagementEnabled(true);
+    TXT_VDS.SetAutoAdvance(true);
     TXT_DESCRVDS.SetAccessibleName("Descrizione voce di spesa");
+    PIC_FOCUSCATCH.SetAccessibleName("Fine della riga");
     GNV_DETTAGLIO.SetAccessibleName("Comandi delle righe");
 }
 

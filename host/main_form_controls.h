@@ -3,6 +3,9 @@
 #include "platform/controls/container.h"
 #include "platform/controls/data_grid.h"
 #include "platform/controls/edit_controls.h"
+#include "platform/controls/focus_catcher.h"
+#include "platform/controls/frame_navigator.h"
+#include "platform/controls/list_view.h"
 #include "platform/controls/lookup_field.h"
 #include "platform/controls/simple_controls.h"
 #include "platform/controls/tab_strip.h"
@@ -35,6 +38,7 @@ struct ControlliFormPrincipale {
     /// Correlation mode: the correlations of one account.
     controls::Layout LAY_CORRELAZIONI;
     controls::Label TXT_CONTOSELEZIONATO;
+    controls::ListView LST_CAUSALI;
     controls::GroupBox GRB_TESTATA;
     controls::LookupField TXT_CAUSALE;
     controls::Label TXT_DESCRCAUSALE;
@@ -50,6 +54,7 @@ struct ControlliFormPrincipale {
     controls::Label LBL_VOCEDISPESA;
     controls::LookupField TXT_VDS;
     controls::Label TXT_DESCRVDS;
+    controls::FocusCatcher PIC_FOCUSCATCH; ///< between the last field and the navigator, in both directions
     controls::FrameNavigator GNV_DETTAGLIO;
 
 private:

@@ -20,6 +20,8 @@ inline bool equalsIgnoringAsciiCase(std::string_view a, std::string_view b) {
 std::size_t utf16Length(std::string_view utf8);
 /// `utf8` in lower case: ASCII and the accented letters of the western European languages.
 std::string withFoldedCase(std::string_view utf8);
+/// The same letters of `utf8` in upper case.
+std::string withRaisedCase(std::string_view utf8);
 /// Order of two texts blind to case and to trailing blanks: less than, equal to or greater than 0.
 int compareBlindly(std::string_view a, std::string_view b);
 

@@ -27,4 +27,14 @@ std::optional<services::LookupChoice> LookupListService::Choose(const services::
                : std::nullopt;
 }
 
+services::CodeFormatter
+LookupListService::NewCodeFormatter(const std::shared_ptr<ado::Connection>& connection, std::int32_t pdc) {
+    return services::CodeFormatter(queryStructure(connection, pdc));
+}
+
+void LookupListService::Maintain(const services::LookupRequest& request) {
+    const PointerPause pause;
+    (void)request;
+}
+
 } // namespace veldran::shell

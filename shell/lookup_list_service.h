@@ -10,6 +10,9 @@ class LookupListService final : public services::LookupService {
 public:
     std::optional<std::string> Decode(const services::LookupRequest& request) override;
     std::optional<services::LookupChoice> Choose(const services::LookupRequest& request) override;
+    void Maintain(const services::LookupRequest& request) override;
+    services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>& connection,
+                                             std::int32_t pdc) override;
 };
 
 } // namespace veldran::shell

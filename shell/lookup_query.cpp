@@ -44,7 +44,7 @@ Source sourceOf(const LookupRequest& request) {
 }
 
 bool isOfLastLevel(const services::CodeStructure& structure, std::string_view code) {
-    if (structure.groups.empty()) {
+    if (structure.groups.empty() || !structure.filledWithZeros) {
         return true;
     }
     const auto& last = structure.groups.back();
@@ -53,8 +53,8 @@ bool isOfLastLevel(const services::CodeStructure& structure, std::string_view co
     return group.find_first_not_of('0') != std::string_view::npos;
 }
 
-void requireConnection(const LookupRequest& request) {
-    if (!request.connection) {
+void requireConnection(const std::shared_ptr<ado::Connection>& connection) {
+    if (!connection) {
         throw ado::AdoError({ado::adErrInvalidConnection, "Ricerca codici",
                              "Il campo non ha una connessione al database.", "08003", 0});
     }
@@ -72,7 +72,7 @@ std::optional<std::string> queryDescription(const LookupRequest& request) {
     if (request.code.empty() || characters(request.code) > static_cast<std::size_t>(source.codeSize)) {
         return std::nullopt;
     }
-    requireConnection(request);
+    requireConnection(request.connection);
     const auto command = ado::Command::create();
     command->ActiveConnection(request.connection);
     command->CommandText("SELECT " + source.descriptionColumn + " FROM " + source.from + " AND " +
@@ -83,8 +83,32 @@ std::optional<std::string> queryDescription(const LookupRequest& request) {
     return rows->EndOfFile() ? std::nullopt : std::optional(nullSafeText(rows->Fields()[0].Value()));
 }
 
+services::CodeStructure queryStructure(const std::shared_ptr<ado::Connection>& connection, std::int32_t pdc) {
+    requireConnection(connection);
+    const auto rows = connection->Execute(
+        "SELECT PC01_SEPARATORE, PC01_LUNGGR1, PC01_LUNGGR2, PC01_LUNGGR3, PC01_LUNGGR4, PC01_LUNGGR5"
+        " FROM PC01_PDC WHERE PC01_CODPDC = " +
+            std::to_string(pdc),
+        nullptr, ado::adCmdText);
+    services::CodeStructure structure;
+    structure.filledWithZeros = false;
+    if (rows->EndOfFile()) {
+        return structure;
+    }
+    structure.separator = valueOrDefault(rows->Fields()[0].Value(), ".").toText().front();
+    for (std::size_t column = 1; column < rows->Fields().Count(); ++column) {
+        const int length = rows->Fields()[column].Value().toInt32();
+        if (length <= 0) {
+            break;
+        }
+        structure.groups.push_back({structure.codeLength, length});
+        structure.codeLength += length;
+    }
+    return structure;
+}
+
 std::vector<LookupRow> queryRows(const LookupRequest& request) {
-    requireConnection(request);
+    requireConnection(request.connection);
     const Source source = sourceOf(request);
     const auto records =
         request.connection->Execute("SELECT " + source.codeColumn + ", " + source.descriptionColumn +

@@ -13,6 +13,10 @@ namespace veldran::shell {
 /// \throws AdoError
 std::optional<std::string> queryDescription(const services::LookupRequest& request);
 
+/// How the codes of a chart of cost accounting are cut into groups; no structure for an unknown chart.
+/// \throws AdoError
+services::CodeStructure queryStructure(const std::shared_ptr<ado::Connection>& connection, std::int32_t pdc);
+
 /// All codes that the request admits, in the order of their codes. Of codes with a structure only those of
 /// the last level are offered: the others only group. \throws AdoError
 std::vector<LookupRow> queryRows(const services::LookupRequest& request);

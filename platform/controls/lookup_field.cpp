@@ -1,5 +1,8 @@
 #include "platform/controls/lookup_field.h"
 
+#include "platform/text.h"
+
+#include <charconv>
 #include <utility>
 
 namespace veldran::controls {
@@ -24,6 +27,37 @@ std::string limited(std::string text, int characters) {
 
 } // namespace
 
+/// A property that the view shows has changed.
+void LookupField::changed() {
+    if (boundCode_ != nullptr) {
+        *boundCode_ = text_;
+    }
+    if (boundDescription_ != nullptr) {
+        *boundDescription_ = description_;
+    }
+    Changed.raise();
+}
+
+void LookupField::BindValues(std::string* code, std::string* description) {
+    boundCode_ = code;
+    boundDescription_ = description;
+    if (boundCode_ != nullptr) {
+        *boundCode_ = text_;
+    }
+    if (boundDescription_ != nullptr) {
+        *boundDescription_ = description_;
+    }
+}
+
+services::LookupRequest LookupField::newRequest() const {
+    services::LookupRequest request;
+    request.code = text_;
+    request.structure = structure_;
+    request.connection = connection_;
+    std::from_chars(chart_.data(), chart_.data() + chart_.size(), request.pdc);
+    return request;
+}
+
 void LookupField::forgetItem() {
     description_.clear();
     valid_ = false;
@@ -35,41 +69,71 @@ void LookupField::SetText(std::string text) {
     if (text != text_) {
         text_ = std::move(text);
         forgetItem();
-        Changed.raise();
+        changed();
     }
 }
 
 void LookupField::SetMaxLength(int characters) {
     if (characters != maxLength_) {
         maxLength_ = characters;
-        Changed.raise();
+        changed();
     }
 }
 
 void LookupField::SetLookupEnabled(bool enabled) {
     if (enabled != lookupEnabled_) {
         lookupEnabled_ = enabled;
-        Changed.raise();
+        changed();
     }
+}
+
+void LookupField::SetManagementEnabled(bool enabled) {
+    if (enabled != managementEnabled_) {
+        managementEnabled_ = enabled;
+        changed();
+    }
+}
+
+void LookupField::PressKeyButtonMenuFromView(const std::string& item) {
+    if (managementEnabled_ && CanTakeFocus()) {
+        KeyButtonMenuPress.raise(item);
+    }
+}
+
+bool LookupField::isComplete() const {
+    const int length = structure_.codeLength > 0 ? structure_.codeLength : maxLength_;
+    return length > 0 && limited(text_, length) == text_ && limited(text_, length - 1) != text_;
 }
 
 void LookupField::SetCodeStructure(services::CodeStructure structure) {
     structure_ = std::move(structure);
-    Changed.raise();
+    changed();
 }
 
-void LookupField::TypeFromView(std::string text) {
-    text = limited(std::move(text), maxLength_);
+bool LookupField::type(std::string text) {
+    text = limited(upperCase_ ? withRaisedCase(text) : std::move(text), maxLength_);
     if (text == text_) {
-        return;
+        return true;
     }
     const auto life = lifeline();
     text_ = std::move(text);
     typed_ = true;
     forgetItem();
-    Changed.raise();
+    changed();
     if (!life.expired()) {
         Change.raise();
+    }
+    return !life.expired();
+}
+
+void LookupField::TypeFromView(std::string text) {
+    const auto life = lifeline();
+    if (type(std::move(text)) && autoAdvance_ && typed_ && isComplete()) {
+        serveUser([this, &life] {
+            if (Decode() && !life.expired()) {
+                Completed.raise();
+            }
+        });
     }
 }
 
@@ -98,9 +162,7 @@ void LookupField::LookupFromView() {
     }
     serveUser([this] {
         const auto life = lifeline();
-        services::LookupRequest request;
-        request.code = text_;
-        request.structure = structure_;
+        services::LookupRequest request = newRequest();
         StartLookup.raise(request);
         if (life.expired() || service_ == nullptr) {
             return;
@@ -109,9 +171,8 @@ void LookupField::LookupFromView() {
         if (!choice || life.expired()) {
             return;
         }
-        TypeFromView(choice->code);
-        if (!life.expired()) {
-            Decode();
+        if (type(choice->code) && Decode() && autoAdvance_ && !life.expired()) {
+            Completed.raise();
         }
     });
 }
@@ -122,9 +183,7 @@ bool LookupField::describe() {
         return true;
     }
     const auto life = lifeline();
-    services::LookupRequest request;
-    request.code = text_;
-    request.structure = structure_;
+    services::LookupRequest request = newRequest();
     StartDecode.raise(request);
     if (life.expired()) {
         return false;
@@ -136,7 +195,7 @@ bool LookupField::describe() {
                 valid_ = true;
             }
         } catch (...) {
-            Changed.raise();
+            changed();
             throw;
         }
     }
@@ -151,7 +210,7 @@ void LookupField::ShowCode(std::string code, bool described) {
     text_ = std::move(code);
     forgetItem();
     if (!described || describe()) {
-        Changed.raise();
+        changed();
     }
 }
 
@@ -168,14 +227,14 @@ bool LookupField::Decode() {
     if (cancel) {
         text_ = before;
         typed_ = typed;
-        Changed.raise();
+        changed();
         return false;
     }
     if (!describe()) {
         return false;
     }
     const bool valid = valid_;
-    Changed.raise();
+    changed();
     if (!life.expired() && text_ != before) {
         Change.raise();
     }

@@ -8,6 +8,14 @@ namespace veldran::controls {
 class Label final : public Control {
 public:
     using Control::Control;
+
+    /// The view is to place the label right behind `control`, which lives as long as the form; nullptr leaves
+    /// it where it was designed.
+    void StandBehind(const Control* control) { behind_ = control; }
+    const Control* StandsBehind() const { return behind_; }
+
+private:
+    const Control* behind_ = nullptr;
 };
 
 /// A push button. An "&" in the caption marks the mnemonic.

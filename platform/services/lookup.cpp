@@ -24,7 +24,7 @@ std::optional<std::string> fromGroups(const CodeStructure& structure, std::strin
     std::string code(static_cast<std::size_t>(structure.codeLength), '0');
     bool anyDigit = false;
     for (const CodeStructure::Group& group : structure.groups) {
-        const auto slash = typed.find('/');
+        const auto slash = typed.find(structure.separator);
         const std::string_view part = trimmed(typed.substr(0, slash));
         const auto length = static_cast<std::size_t>(group.length);
         if (part.size() > length || !isDigits(part)) {
@@ -37,22 +37,26 @@ std::optional<std::string> fromGroups(const CodeStructure& structure, std::strin
         }
         typed.remove_prefix(slash + 1);
     }
-    // A slash may stand behind the last group, but no further group.
+    // A separator may stand behind the last group, but no further group.
     return anyDigit && trimmed(typed).empty() ? std::optional(code) : std::nullopt;
 }
 
 } // namespace
 
 std::string CodeStructure::display(std::string_view code) const {
-    if (groups.empty() || code.size() < static_cast<std::size_t>(codeLength)) {
+    if (groups.empty() || (filledWithZeros && code.size() < static_cast<std::size_t>(codeLength))) {
         return std::string(code);
     }
     std::string text;
     for (const Group& group : groups) {
-        if (!text.empty()) {
-            text += '/';
+        const auto start = static_cast<std::size_t>(group.start);
+        if (code.size() <= start) {
+            break;
         }
-        text += code.substr(static_cast<std::size_t>(group.start), static_cast<std::size_t>(group.length));
+        if (!text.empty()) {
+            text += separator;
+        }
+        text += code.substr(start, static_cast<std::size_t>(group.length));
     }
     return text;
 }
@@ -63,13 +67,31 @@ std::string CodeStructure::codeOf(std::string_view typed) const {
     if (typed.empty() || codeLength == 0) {
         return code;
     }
-    if (typed.find('/') != std::string_view::npos) {
+    if (!filledWithZeros) {
+        std::erase(code, separator);
+        return code;
+    }
+    if (typed.find(separator) != std::string_view::npos) {
         return fromGroups(*this, typed).value_or(code);
     }
     if (isDigits(typed) && code.size() < static_cast<std::size_t>(codeLength)) {
         code.resize(static_cast<std::size_t>(codeLength), '0');
     }
     return code;
+}
+
+std::string CodeFormatter::Format(std::string_view code, bool separated, char filler) const {
+    const auto last = code.find_last_not_of(' ');
+    std::string completed(code.substr(0, last == std::string_view::npos ? 0 : last + 1));
+    const auto length = completed.size();
+    for (const CodeStructure::Group& group : structure_.groups) {
+        const auto start = static_cast<std::size_t>(group.start);
+        const auto end = start + static_cast<std::size_t>(group.length);
+        if (start < length && length < end) {
+            completed.resize(end, filler);
+        }
+    }
+    return separated ? structure_.display(completed) : completed;
 }
 
 } // namespace veldran::services

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veldran::ado {
@@ -21,12 +22,30 @@ struct CodeStructure {
     };
     int codeLength = 0; ///< characters; 0: codes have no structure and are taken as typed
     std::vector<Group> groups;
+    char separator = '/';
+    bool filledWithZeros = true; ///< every code has the full length; else a short code ends with its group
 
-    /// The groups of `code` joined by "/".
+    /// The groups of `code` joined by the separator.
     std::string display(std::string_view code) const;
-    /// The code that `typed` stands for: a display form with "/" has each group filled with zeros on its
-    /// left, a run of digits is filled with zeros on its right; any other text is returned trimmed.
+    /// The code that `typed` stands for, trimmed. Where codes are filled with zeros, a display form has each
+    /// group filled on its left and a run of digits is filled on its right. Where they are not, a display
+    /// form loses its separators.
     std::string codeOf(std::string_view typed) const;
+};
+
+/// Writes the codes of one chart as users read them.
+class CodeFormatter {
+public:
+    explicit CodeFormatter(CodeStructure structure) : structure_(std::move(structure)) {}
+
+    /// `code` cut into the chart's groups, with the chart's separator between them when `separated`. A group
+    /// that the code begins and does not end is completed with `filler`; groups that it lacks are left out.
+    std::string Format(std::string_view code, bool separated, char filler) const;
+    /// By which a field understands what users type.
+    const CodeStructure& Structure() const { return structure_; }
+
+private:
+    CodeStructure structure_;
 };
 
 /// The lists a code can come from.
@@ -51,7 +70,7 @@ struct LookupChoice {
     std::string description;
 };
 
-/// The host's lookup-and-decode service. Both calls run on the caller's thread; a database failure is an
+/// The host's lookup-and-decode service. Every call runs on the caller's thread; a database failure is an
 /// AdoError.
 class LookupService {
 public:
@@ -60,6 +79,11 @@ public:
     virtual std::optional<std::string> Decode(const LookupRequest& request) = 0;
     /// Shows the list; none when the user leaves it without choosing.
     virtual std::optional<LookupChoice> Choose(const LookupRequest& request) = 0;
+    /// Opens the host's maintenance of `request.code`; returns when the user has left it.
+    virtual void Maintain(const LookupRequest& request) = 0;
+    /// For a chart of cost accounting, read through `connection`.
+    virtual CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>& connection,
+                                           std::int32_t pdc) = 0;
 };
 
 } // namespace veldran::services

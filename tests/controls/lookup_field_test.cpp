@@ -26,6 +26,10 @@ public:
         listed.push_back(request);
         return choose ? choose() : std::nullopt;
     }
+    void Maintain(const services::LookupRequest& request) override { maintained.push_back(request); }
+    services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>&, std::int32_t) override {
+        return services::CodeFormatter({});
+    }
 
     std::map<std::string, std::string> texts{{"0102030005", "Cassa contanti"},
                                              {"0102030006", "Cassa valori"}};
@@ -33,6 +37,7 @@ public:
     bool broken = false;
     std::vector<services::LookupRequest> decoded;
     std::vector<services::LookupRequest> listed;
+    std::vector<services::LookupRequest> maintained;
 };
 
 class Lookup : public testing::Test {

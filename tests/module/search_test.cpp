@@ -165,6 +165,11 @@ TEST_F(Search, ReportsALookupServiceThatFailsUnderWhatItWasAsked) {
     struct Broken final : services::LookupService {
         std::optional<std::string> Decode(const services::LookupRequest&) override { fail(); }
         std::optional<services::LookupChoice> Choose(const services::LookupRequest&) override { fail(); }
+        void Maintain(const services::LookupRequest&) override { fail(); }
+        services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>&,
+                                                 std::int32_t) override {
+            fail();
+        }
     } broken;
     auto& field = w.controls.TXT_CONTORICERCA;
     field.SetLookupService(&broken);

@@ -27,12 +27,17 @@ public:
         listed.push_back(request.code);
         return choice;
     }
+    void Maintain(const services::LookupRequest& request) override { maintained.push_back(request.code); }
+    services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>&, std::int32_t) override {
+        return services::CodeFormatter({});
+    }
 
     std::map<std::string, std::string> texts{{"0102030005", "Cassa contanti"},
                                              {"0102030006", "Cassa valori"}};
     std::optional<services::LookupChoice> choice;
     std::vector<std::string> decoded;
     std::vector<std::string> listed;
+    std::vector<std::string> maintained;
 };
 
 /// The controls of the screen's activation mode, and two that no layout knows.

@@ -105,6 +105,17 @@ std::optional<services::LookupChoice> LookupFake::Choose(const services::LookupR
     return choice;
 }
 
+void LookupFake::Maintain(const services::LookupRequest& request) {
+    maintained.push_back(request);
+    failWhenTold();
+}
+
+services::CodeFormatter LookupFake::NewCodeFormatter(const std::shared_ptr<ado::Connection>&,
+                                                     std::int32_t pdc) {
+    failWhenTold();
+    return services::CodeFormatter(structures[pdc]);
+}
+
 void LookupFake::failWhenTold() const {
     if (failure) {
         throw ado::AdoError(*failure);

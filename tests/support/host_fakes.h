@@ -119,12 +119,17 @@ class LookupFake final : public services::LookupService {
 public:
     std::optional<std::string> Decode(const services::LookupRequest& request) override;
     std::optional<services::LookupChoice> Choose(const services::LookupRequest& request) override;
+    void Maintain(const services::LookupRequest& request) override;
+    services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>& connection,
+                                             std::int32_t pdc) override;
 
     std::map<std::string, std::string> descriptions; ///< by code
     std::optional<services::LookupChoice> choice;    ///< what the user picks from the list
     std::optional<ado::Error> failure;               ///< what both calls fail with while it is set
     std::vector<services::LookupRequest> decodes;
     std::vector<services::LookupRequest> lists;
+    std::vector<services::LookupRequest> maintained;
+    std::map<std::int32_t, services::CodeStructure> structures; ///< by chart, of the formatters it makes
 
 private:
     void failWhenTold() const;
