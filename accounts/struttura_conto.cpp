@@ -1,9 +1,11 @@
 #include "accounts/struttura_conto.h"
 
+#include "sql/commands.h"
+
 namespace veldran {
 
 services::CodeStructure StrutturaConto(int livelli) {
-    constexpr int lunghezzaConto = 10;
+    using sql::lunghezzaConto;
     switch (livelli) {
     case 2: // positions 3 to 5 belong to no group
         return {lunghezzaConto, {{0, 2}, {5, 5}}};

@@ -8,7 +8,7 @@ namespace veldran {
 
 std::int16_t TabelleDiLavoro::GetLivelliPDC() {
     return ambiente_.errori.Esegui("GetLivelliPDC:", std::int16_t{0}, [this] {
-        const auto record = ambiente_.connessione->Execute(sql::livelliPDC(ambiente_.codicePDC));
+        const auto record = sql::query(*ambiente_.connessione, sql::livelliPDC(ambiente_.codicePDC));
         return record->Fields()[0].Value().toInt16();
     });
 }

@@ -93,8 +93,7 @@ void FRMCI_VELDRAN::CollegaEventi() {
         [&a](services::LookupRequest& richiesta) { a.ricerca.TXT_CONTORICERCA_StartDecode(richiesta); }));
     collega(c.TXT_CONTORICERCA.StartLookup.subscribe(
         [&a](services::LookupRequest& richiesta) { a.ricerca.TXT_CONTORICERCA_StartLookup(richiesta); }));
-    collega(c.TXT_CONTORICERCA.Change.subscribe([&a] { a.ricerca.TXT_CONTORICERCA_Change(); }));
-    collega(c.TXT_CONTORICERCA.AfterItem.subscribe([&a] { a.ricerca.TXT_CONTORICERCA_AfterItem(); }));
+    collega(c.TXT_CONTORICERCA.Changed.subscribe([&a] { a.ricerca.TXT_CONTORICERCA_Changed(); }));
     collega(c.TXT_CONTORICERCA.Failed.subscribe(
         [&a](const std::exception&) { a.ricerca.TXT_CONTORICERCA_Failed(); }));
     collega(c.TXT_CONTORICERCA.KeyDown.subscribe(

@@ -26,6 +26,10 @@ std::int64_t execute(ado::Connection& connection, const std::string& text) {
     return affected;
 }
 
+std::shared_ptr<ado::Recordset> query(ado::Connection& connection, const std::string& text) {
+    return connection.Execute(text, nullptr, ado::adCmdText);
+}
+
 std::shared_ptr<ado::Command> textCommand(const std::shared_ptr<ado::Connection>& connection,
                                           std::string text, std::initializer_list<ado::Parameter> parameters,
                                           Preparation preparation) {
@@ -45,7 +49,7 @@ std::shared_ptr<ado::Command> procedureCommand(const std::shared_ptr<ado::Connec
 }
 
 ado::Parameter contoParameter(std::string name) {
-    return ado::Parameter(std::move(name), ado::adWChar, ado::adParamInput, 10);
+    return ado::Parameter(std::move(name), ado::adWChar, ado::adParamInput, lunghezzaConto);
 }
 
 ado::Parameter numericParameter(std::string name) {

@@ -12,6 +12,9 @@ namespace veldran::sql {
 /// \throws AdoError every failure of the database.
 std::int64_t execute(ado::Connection& connection, const std::string& text);
 
+/// The rows of a text. \throws AdoError every failure of the database.
+std::shared_ptr<ado::Recordset> query(ado::Connection& connection, const std::string& text);
+
 /// Whether a kept text command is prepared at its first execution.
 enum class Preparation { None, Prepared };
 
@@ -26,7 +29,10 @@ std::shared_ptr<ado::Command> textCommand(const std::shared_ptr<ado::Connection>
 std::shared_ptr<ado::Command> procedureCommand(const std::shared_ptr<ado::Connection>& connection,
                                                std::string name);
 
-/// Input parameter of an account code: fixed-length Unicode text of ten characters.
+/// Characters of an account code.
+inline constexpr int lunghezzaConto = 10;
+
+/// Input parameter of an account code: fixed-length Unicode text of its whole length.
 ado::Parameter contoParameter(std::string name);
 /// Input parameter numeric(2, 0): chart codes and natures.
 ado::Parameter numericParameter(std::string name);

@@ -15,8 +15,6 @@ namespace veldran {
 
 namespace {
 
-constexpr std::size_t lunghezzaConto = 10;
-
 bool radice(const CNodeInfo& info) {
     return info.TipoNodo() >= NodoRadiceContiOrdine && info.TipoNodo() <= NodoRadiceContiNoStampa;
 }
@@ -151,7 +149,7 @@ void AttivazioneConti::AggiornamentoAttivazione(controls::TreeNode& nodo, bool a
         if (modello.empty()) {
             return; // an empty prefix is every account of the chart
         }
-        if (modello.size() < lunghezzaConto) {
+        if (modello.size() < sql::lunghezzaConto) {
             modello += '%';
         }
         sql::execute(*ambiente_.connessione, sql::attivazioneSelezione(attiva, modello, info->NaturaConto()));
@@ -180,11 +178,11 @@ void AttivazioneConti::BubbleCheck(controls::TreeNode& nodo) {
 
 bool AttivazioneConti::PrimoLivelloChecked(EnumNaturaConto natura) {
     return ambiente_.errori.Esegui("PrimoLivelloChecked:", false, [&] {
-        const auto inattivo = ambiente_.connessione->Execute(sql::contoInattivoDiNatura(natura));
-        if (!inattivo->EndOfFile()) {
+        ado::Connection& connessione = *ambiente_.connessione;
+        if (!sql::query(connessione, sql::contoInattivoDiNatura(natura))->EndOfFile()) {
             return false;
         }
-        return !ambiente_.connessione->Execute(sql::contoDiNatura(natura))->EndOfFile();
+        return !sql::query(connessione, sql::contoDiNatura(natura))->EndOfFile();
     });
 }
 

@@ -11,7 +11,6 @@ namespace veldran {
 
 namespace {
 
-constexpr std::size_t lunghezzaConto = 10;
 constexpr int lunghezzaContoFormattato = 14; // five groups of two and their separators
 
 std::int16_t natura(ado::Recordset& record) {
@@ -49,7 +48,7 @@ void RicercaConto::EsecuzioneRicerca(const std::string& conto) {
 }
 
 std::shared_ptr<ado::Recordset> RicercaConto::cerca(const std::string& conto) {
-    if (conto.size() > lunghezzaConto) {
+    if (conto.size() > sql::lunghezzaConto) {
         return nullptr; // longer than any account
     }
     if (!ricerca_) {
@@ -131,20 +130,14 @@ void RicercaConto::completa(services::LookupRequest& richiesta) const {
     richiesta.structure = controlli_.TXT_CONTORICERCA.CodeStructure();
 }
 
-void RicercaConto::TXT_CONTORICERCA_Change() {
-    ambiente_.errori.Esegui("TXT_CONTORICERCA_Change", [this] { mostraDescrizione(); });
-}
-
-void RicercaConto::TXT_CONTORICERCA_AfterItem() {
-    ambiente_.errori.Esegui("TXT_CONTORICERCA_AfterItem", [this] { mostraDescrizione(); });
+void RicercaConto::TXT_CONTORICERCA_Changed() {
+    ambiente_.errori.Esegui("TXT_CONTORICERCA_Changed", [this] {
+        controlli_.LBB_DESCRCONTORICERCA.SetCaption(controlli_.TXT_CONTORICERCA.Description());
+    });
 }
 
 void RicercaConto::TXT_CONTORICERCA_Failed() {
     ambiente_.errori.Esegui(richiestaInCorso_, [] { throw; });
-}
-
-void RicercaConto::mostraDescrizione() {
-    controlli_.LBB_DESCRCONTORICERCA.SetCaption(controlli_.TXT_CONTORICERCA.Description());
 }
 
 void RicercaConto::TXT_CONTORICERCA_KeyDown(controls::KeyEvent& tasto) {

@@ -40,8 +40,8 @@ public:
     void BUT_RICERCA_ButtonClick();
     void TXT_CONTORICERCA_StartDecode(services::LookupRequest& richiesta);
     void TXT_CONTORICERCA_StartLookup(services::LookupRequest& richiesta);
-    void TXT_CONTORICERCA_Change();
-    void TXT_CONTORICERCA_AfterItem();
+    /// The description follows the field, whoever changes it: the user, a decode or code.
+    void TXT_CONTORICERCA_Changed();
     /// The lookup service failed while serving the user; called while its exception is being handled.
     void TXT_CONTORICERCA_Failed();
     /// Enter searches and puts the user into the tree.
@@ -53,7 +53,6 @@ public:
 private:
     std::shared_ptr<ado::Recordset> cerca(const std::string& conto);
     void completa(services::LookupRequest& richiesta) const;
-    void mostraDescrizione();
 
     AmbienteDiLavoro& ambiente_;
     Controlli controlli_;

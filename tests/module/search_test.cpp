@@ -1,5 +1,5 @@
 // The search over scripted answers: the field, the path down the tree, and what failures leave behind.
-#include "tests/module/work_areas.h"
+#include "tests/module/scripted_work_areas.h"
 
 #include <gtest/gtest.h>
 
@@ -48,8 +48,7 @@ protected:
             [&search](services::LookupRequest& r) { search.TXT_CONTORICERCA_StartDecode(r); }));
         events.push_back(field.StartLookup.subscribe(
             [&search](services::LookupRequest& r) { search.TXT_CONTORICERCA_StartLookup(r); }));
-        events.push_back(field.AfterItem.subscribe([&search] { search.TXT_CONTORICERCA_AfterItem(); }));
-        events.push_back(field.Change.subscribe([&search] { search.TXT_CONTORICERCA_Change(); }));
+        events.push_back(field.Changed.subscribe([&search] { search.TXT_CONTORICERCA_Changed(); }));
         events.push_back(
             field.Failed.subscribe([&search](const std::exception&) { search.TXT_CONTORICERCA_Failed(); }));
         w.database.requests.clear();
@@ -60,7 +59,7 @@ protected:
         return node ? node->Key() : "";
     }
 
-    WorkAreas w;
+    ScriptedWorkAreas w;
     LookupFake lookups;
     std::vector<Subscription> events;
 };
