@@ -20,11 +20,15 @@ function(veldran_test name)
     add_executable(${name} ${ARG_SOURCES})
     veldran_target(${name})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
-    target_compile_definitions(${name} PRIVATE VELDRAN_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-                                               VELDRAN_BINARY_DIR="${CMAKE_BINARY_DIR}")
     set(properties TIMEOUT 300)
     if(ARG_QT_OFFSCREEN)
         list(APPEND properties ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endif()
     gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+endfunction()
+
+# Names a place of this checkout to the sources that read files there: veldran_place(<define> <path> <source>...).
+# Given to whole targets it would keep every other object from being taken out of the cache of another checkout.
+function(veldran_place define path)
+    set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_DEFINITIONS "${define}=\"${path}\"")
 endfunction()

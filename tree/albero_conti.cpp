@@ -78,7 +78,6 @@ void AlberoConti::aggiungiRadice(EnumTipoNodo tipo, EnumNaturaConto natura) {
 }
 
 void AlberoConti::SvuotaAlbero() {
-    nodoCorrente_ = nullptr;
     nodi_.clear();
     if (attivazione_) {
         attivazione_->DimenticaNodoInSospeso();
@@ -131,9 +130,6 @@ void AlberoConti::RemoveDummyChild(controls::TreeNode& nodo) {
         if (primo && segnaposto(*primo)) {
             if (attivazione_) {
                 attivazione_->DimenticaNodoInSospeso(primo);
-            }
-            if (nodoCorrente_ == primo) {
-                nodoCorrente_ = nullptr;
             }
             controlli_.TRW_CONTI.Remove(*primo);
         }
@@ -193,7 +189,6 @@ void AlberoConti::SelezioneNodo(controls::TreeNode* nodo) {
         if (!nodo) {
             return;
         }
-        nodoCorrente_ = nodo;
         const CNodeInfo* info = CNodeInfo::Di(*nodo);
         const bool analitico = info && info->IsAnalitico();
         controlli_.BUT_CORRELAZIONI.SetEnabled(analitico);

@@ -57,8 +57,6 @@ public:
     controls::TreeNode* NodoPerChiave(const std::string& chiave) const;
     /// The root of a nature; nullptr for another number or an empty tree.
     controls::TreeNode* Radice(int natura) const;
-    /// The node that the last selection was about; nullptr after the tree was cleared.
-    controls::TreeNode* NodoCorrente() const { return nodoCorrente_; }
 
     void TRW_CONTI_Expand(controls::TreeNode& nodo);
     void TRW_CONTI_Collapse(controls::TreeNode& nodo);
@@ -77,7 +75,6 @@ private:
     AppuntiCorrelazioni* appunti_ = nullptr;
     std::shared_ptr<CCommandFactory> factory_; // shared by all nodes
     std::unordered_map<std::string, controls::TreeNode*> nodi_;
-    controls::TreeNode* nodoCorrente_ = nullptr;
 };
 
 } // namespace veldran

@@ -1,5 +1,5 @@
 // Check boxes over scripted answers: the pending node, and what failures leave behind.
-#include "tests/module/work_areas.h"
+#include "tests/module/scripted_work_areas.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +41,7 @@ protected:
     void release() { activation().TRW_CONTI_MouseUp({controls::buttonLeft, controls::shiftNone, 150, 240}); }
     std::size_t actions() const { return w.database.containing("SPCI_VELDRANACT").size(); }
 
-    WorkAreas w;
+    ScriptedWorkAreas w;
     controls::TreeNode* account = nullptr;
     int hitFlags = controls::treeHitStateIcon;
     std::pair<int, int> lastPixel;

@@ -2,22 +2,32 @@
 
 #include "host/aree_di_lavoro.h"
 #include "platform/controls/form.h"
-#include "tests/module/scripted_driver.h"
 #include "tests/support/host_fakes.h"
 #include "tests/support/message_recorder.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace veldran::test {
 
-/// The work areas on the form's own controls, over a scripted database: chart 7 of company "31", four levels.
+/// What the form's work areas are told of the company.
+struct WorkAreasContext {
+    std::string connectionString;
+    std::string ditta;
+    std::int32_t chart = 0;
+    std::int16_t levels = 0;
+};
+
+/// The form's work areas on the form's own controls, without the form: routines can be called one by one.
 class WorkAreas {
 public:
-    WorkAreas();
+    /// \param database an open connection. Shared: commands keep it.
+    WorkAreas(std::shared_ptr<ado::Connection> database, WorkAreasContext context);
     ~WorkAreas();
+    WorkAreas(const WorkAreas&) = delete;
+    WorkAreas& operator=(const WorkAreas&) = delete;
 
-    ScriptedDatabase database;
     std::shared_ptr<MessageLog> messages = std::make_shared<MessageLog>(); // shared with the message service
     ScreenRecorder screen;
     controls::Form form{"FRMCI_VELDRAN"};

@@ -1,14 +1,18 @@
-#include "tests/module/work_areas.h"
+#include "tests/support/work_areas.h"
+
+#include <utility>
 
 namespace veldran::test {
 
-WorkAreas::WorkAreas() : connection(connectTo(database)), errors([this] { return form.Caption(); }) {
+WorkAreas::WorkAreas(std::shared_ptr<ado::Connection> database, WorkAreasContext context)
+    : connection(std::move(database)), errors([this] { return form.Caption(); }) {
     const SharedJournal journal = std::make_shared<Journal>();
     errors.UsaMessaggi(std::make_unique<MessageRecorder>(messages, journal), "Prova");
     errors.UsaConnessione(connection);
     areas = std::make_unique<AreeDiLavoro>(
-        AmbienteDiLavoro{connection, "scritto=1", "31", 7, 4, errors, screen}, controls,
-        DidascalieRadici{"Ordine", "Patrimoniali", "Economici", "Non stampati"});
+        AmbienteDiLavoro{connection, std::move(context.connectionString), std::move(context.ditta),
+                         context.chart, context.levels, errors, screen},
+        controls, DidascalieRadici{"Ordine", "Patrimoniali", "Economici", "Non stampati"});
     auto factory = std::make_shared<CCommandFactory>(); // shared by the nodes
     factory->Connessione(connection);
     areas->albero.UsaCommandFactory(std::move(factory));
