@@ -35,14 +35,6 @@ void Form::SetWindowState(FormWindowState state) {
     }
 }
 
-void Form::SetPosition(std::int32_t top, std::int32_t left) {
-    if (top != top_ || left != left_) {
-        top_ = top;
-        left_ = left;
-        Changed.raise();
-    }
-}
-
 Control* Form::FindControl(std::string_view name) const {
     return findBelow(*this, name);
 }

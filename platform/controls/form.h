@@ -21,9 +21,6 @@ public:
 
     FormWindowState WindowState() const { return windowState_; }
     void SetWindowState(FormWindowState state);
-    std::int32_t Top() const { return top_; }   ///< twips
-    std::int32_t Left() const { return left_; } ///< twips
-    void SetPosition(std::int32_t top, std::int32_t left);
 
     /// The control of that name anywhere in the form, blind to case; nullptr when there is none.
     Control* FindControl(std::string_view name) const;
@@ -60,8 +57,6 @@ private:
     void forget(Control& control);
 
     FormWindowState windowState_ = windowNormal;
-    std::int32_t top_ = 0;
-    std::int32_t left_ = 0;
     Control* active_ = nullptr;
     Control* target_ = nullptr; ///< of a focus move under way
     unsigned moves_ = 0;        ///< a handler's own focus move overtakes the one that called it

@@ -35,8 +35,6 @@ struct ErrorObject {
     std::int32_t Number = 0;
     std::string Source;
     std::string Description;
-
-    void Clear() { *this = {}; }
 };
 
 /// The host's messages to the user. One per form, created at its start-up and bound to its component.
