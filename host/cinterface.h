@@ -58,7 +58,8 @@ public:
     /// value.
     /* 18 */ virtual Value ShowForm() = 0;
     /// Notifies global object and navigator, unloads the form.
-    /// \return true when the form has released its component, false when it stays open.
+    /// \return true when the form has released its component or there is none, false when it stays open.
+    /// \throws whatever the notifications throw; the form stays open then.
     /* 19 */ virtual Value CloseForm() = 0;
     /* 20 */ virtual std::shared_ptr<ado::Connection> GetConnection() const = 0;
     virtual void SetConnection(std::shared_ptr<ado::Connection> value) = 0;

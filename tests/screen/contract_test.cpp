@@ -1,4 +1,5 @@
 // The component as its host sees it: created by the class factory, driven through the contract alone.
+#include "platform/controls/data_grid.h"
 #include "tests/screen/screen_fixture.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,16 @@ TEST(ComponentContract, GivesBackEveryValueUnchanged) {
     const auto frame = std::make_shared<HostObject>();
     const auto statusBar = std::make_shared<HostObject>();
     const auto menuEntry = std::make_shared<HostObject>();
+    const auto navigator = std::make_shared<NavigatorFake>(screen.host.journal);
+    const auto other = screen.host.newComponent();
+    const auto global = other->GetClsGlobal();
+    const auto connection = ado::Connection::create(screen.failing);
+    component.SetClsGlobal(nullptr);
+    EXPECT_EQ(component.GetClsGlobal(), nullptr);
+    component.SetClsGlobal(global);
+    component.SetActiveNavigator(navigator);
+    component.SetActiveDll(other);
+    component.SetConnection(connection);
     component.SetActiveFrame(frame);
     component.SetStatusBar(statusBar);
     component.SetClsVoceMenu(menuEntry);
@@ -71,6 +82,10 @@ TEST(ComponentContract, GivesBackEveryValueUnchanged) {
     component.LetIsActive(-1);
     component.LetIsCalled(-1);
     component.LetFiltro(Value("CONTO = '01'"));
+    EXPECT_EQ(component.GetClsGlobal(), global);
+    EXPECT_EQ(component.GetActiveNavigator(), navigator);
+    EXPECT_EQ(component.GetActiveDll(), other);
+    EXPECT_EQ(component.GetConnection(), connection);
     EXPECT_EQ(component.GetActiveFrame(), frame);
     EXPECT_EQ(component.GetStatusBar(), statusBar);
     EXPECT_EQ(component.GetClsVoceMenu(), menuEntry);
@@ -258,27 +273,163 @@ TEST(ComponentContract, HearsNothingOfANavigatorThatWasTakenAway) {
     EXPECT_TRUE(cancel.toBool());
 }
 
-TEST(ComponentContract, ReleasesHostObjectsThenGlobalObjectThenNavigator) {
+/// A reference to `object` that writes `name` into the journal when its last copy goes.
+template<class Target>
+std::shared_ptr<Target> watched(const SharedJournal& journal, const std::string& name, Target* object) {
+    return {object, [journal, name](Target*) { journal->push_back(name); }};
+}
+
+TEST(ComponentContract, ReleasesFormHostObjectsGlobalObjectNavigatorAndLastTheActiveComponent) {
     Screen screen(smallChart());
-    auto released = std::make_shared<std::vector<std::string>>();
-    struct Witness final : services::Object {
-        Witness(std::shared_ptr<std::vector<std::string>> theLog, std::string theName)
-            : log(std::move(theLog)), name(std::move(theName)) {}
-        ~Witness() override { log->push_back(name); }
-        std::shared_ptr<std::vector<std::string>> log; // shared with the test
-        std::string name;
+    HostObject frame;
+    HostObject statusBar;
+    HostObject menuEntry;
+    const auto connection = ado::Connection::create(screen.failing);
+    const auto released = std::make_shared<Journal>();
+    auto component = screen.host.newComponent();
+    component->ShowForm();
+    controls::Form& form = screen.host.form();
+    const Subscription kept =
+        form.Activated.subscribe([token = watched(released, "form", &form)] { (void)token; });
+    EXPECT_TRUE(form.Unload());
+    screen.host.windows->DoEvents();
+    ASSERT_TRUE(released->empty()) << "the component keeps its form";
+
+    component->SetActiveFrame(watched<services::Object>(released, "frame", &frame));
+    component->SetStatusBar(watched<services::Object>(released, "status bar", &statusBar));
+    component->SetClsVoceMenu(watched<services::Object>(released, "menu entry", &menuEntry));
+    component->SetConnection(watched(released, "connection", connection.get()));
+    component->SetClsGlobal(watched(released, "global object", component->GetClsGlobal().get()));
+    NavigatorFake navigator(screen.host.journal);
+    component->SetActiveNavigator(
+        std::shared_ptr<services::Navigator>(&navigator, [released](services::Navigator* gone) {
+            released->push_back(gone->BeforeChangeDitta.hasHandlers() ? "navigator, still heard"
+                                                                      : "navigator");
+        }));
+    ASSERT_TRUE(navigator.BeforeChangeDitta.hasHandlers());
+    component->SetActiveDll(watched(released, "active component", component.get()));
+    ASSERT_TRUE(released->empty());
+
+    const std::weak_ptr<Cinterface> gone = component;
+    component.reset();
+    EXPECT_TRUE(gone.expired());
+    EXPECT_EQ(*released, (Journal{"form", "frame", "status bar", "menu entry", "connection", "global object",
+                                  "navigator", "active component"}));
+}
+
+TEST(ComponentContract, IsNotKeptAliveByTheReferenceToItself) {
+    Screen screen(smallChart());
+    auto component = screen.host.newComponent();
+    const std::weak_ptr<Cinterface> gone = component;
+    component.reset();
+    EXPECT_TRUE(gone.expired());
+}
+
+/// A component that `showForm` must not keep alive after it has failed.
+void expectNothingShown(Screen& screen, std::shared_ptr<Cinterface> component) {
+    EXPECT_FALSE(screen.host.isOpen());
+    EXPECT_EQ(screen.host.connectionsMade, 0);
+    EXPECT_TRUE(screen.host.messages->errors.empty()) << "the host is told by the exception alone";
+    const std::weak_ptr<Cinterface> gone = component;
+    component.reset();
+    EXPECT_TRUE(gone.expired()) << "the form that was never shown has let go of its component";
+}
+
+TEST(ComponentContract, RaisesToTheHostThatItHasNoGlobalObjectToShowAFormThrough) {
+    Screen screen(smallChart());
+    auto component = screen.host.newComponent();
+    component->SetClsGlobal(nullptr);
+    EXPECT_THROW(component->ShowForm(), std::logic_error);
+    expectNothingShown(screen, std::move(component));
+}
+
+TEST(ComponentContract, RaisesAWindowStateThatNoFormHasToTheHost) {
+    for (const std::int16_t state : {std::int16_t{-1}, std::int16_t{3}}) {
+        Screen screen(smallChart());
+        auto component = screen.host.newComponent();
+        component->LetWindowState(state);
+        EXPECT_THROW(component->ShowForm(), std::invalid_argument) << state;
+        EXPECT_TRUE(screen.host.windows->showings().empty());
+        expectNothingShown(screen, std::move(component));
+    }
+}
+
+TEST(ComponentContract, RaisesTheErrorOfAWindowServiceToTheHost) {
+    Screen screen(smallChart());
+    screen.host.windows->beforeShowing = [](controls::Form&) { failWith("finestre esaurite"); };
+    auto component = screen.host.newComponent();
+    try {
+        component->ShowForm();
+        FAIL() << "the window service failed";
+    } catch (const std::runtime_error& error) {
+        EXPECT_STREQ(error.what(), "finestre esaurite");
+    }
+    expectNothingShown(screen, std::move(component));
+}
+
+TEST(ComponentContract, ShowsAFormAfterAFailureOnceTheHostHasMendedIt) {
+    Screen screen(smallChart());
+    screen.host.component().LetWindowState(7);
+    EXPECT_THROW(screen.host.component().ShowForm(), std::invalid_argument);
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool()) << "that form has released its component";
+    screen.host.component().LetWindowState(controls::windowMinimized);
+    screen.host.open();
+    EXPECT_EQ(screen.host.form().WindowState(), controls::windowMinimized);
+    EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
+}
+
+TEST(ComponentContract, KeepsAFormThatWasLoadedBeforeTheWindowServiceFailedUntilItIsClosed) {
+    Screen screen(smallChart());
+    screen.host.windows->beforeShowing = [](controls::Form& form) {
+        form.Load();
+        failWith("finestre esaurite");
     };
     auto component = screen.host.newComponent();
-    component->SetActiveFrame(std::make_shared<Witness>(released, "frame"));
-    component->SetStatusBar(std::make_shared<Witness>(released, "status bar"));
-    component->SetClsVoceMenu(std::make_shared<Witness>(released, "menu entry"));
-    const std::weak_ptr<Cinterface> gone = component;
-    const bool listened = screen.host.navigator->BeforeChangeDitta.hasHandlers();
-    component.reset();
-    EXPECT_TRUE(listened);
-    EXPECT_TRUE(gone.expired()) << "the reference to itself does not keep the component alive";
-    EXPECT_EQ(released->size(), 3U);
-    EXPECT_EQ(released->front(), "frame");
+    EXPECT_THROW(component->ShowForm(), std::runtime_error);
+    EXPECT_TRUE(component->CloseForm().toBool());
+    expectNothingShown(screen, std::move(component));
+}
+
+TEST(ComponentContract, RaisesACloseNotificationThatFailsToTheHostAndKeepsTheFormOpen) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.closingFailure = "azienda in chiusura";
+    EXPECT_THROW(screen.host.component().CloseForm(), std::runtime_error);
+    EXPECT_EQ(screen.host.navigator->closings, 0) << "the navigator is told after the global object";
+    ASSERT_TRUE(screen.host.isOpen());
+    screen.host.closingFailure.clear();
+    screen.host.navigator->closingFailure = "barra assente";
+    EXPECT_THROW(screen.host.component().CloseForm(), std::runtime_error);
+    ASSERT_TRUE(screen.host.isOpen());
+    EXPECT_EQ(screen.database.openSessions(), 1);
+    screen.host.user().filter(2);
+    EXPECT_TRUE(screen.host.messages->errors.empty()) << "the screen works on";
+    screen.host.navigator->closingFailure.clear();
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(screen.database.openSessions(), 0);
+}
+
+TEST(ComponentContract, ClosesTrulyWithoutAFormAndTellsTheHostAllTheSame) {
+    Screen screen(smallChart());
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(screen.host.globalClosings, 1);
+    EXPECT_EQ(screen.host.navigator->closings, 1);
+}
+
+TEST(ComponentContract, ShowsAFormThatStandsStillWhenItHasNoActiveComponent) {
+    Screen screen(smallChart());
+    screen.host.component().SetActiveDll(nullptr);
+    screen.host.open();
+    ASSERT_TRUE(screen.host.isOpen());
+    screen.host.form().Activate();
+    EXPECT_EQ(screen.host.connectionsMade, 0) << "the host cannot be reached, so nothing starts up";
+    EXPECT_EQ(screen.host.messages->servicesCreated, 0);
+    const auto& container = screen.host.user().control<controls::MdiContainer>("MDIActiveX1");
+    EXPECT_EQ(container.GetValue(), "") << "nothing was handed over that could place the form";
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(screen.host.globalClosings, 0);
+    EXPECT_EQ(screen.host.navigator->closings, 0);
+    EXPECT_FALSE(screen.host.isOpen());
 }
 
 TEST(ComponentContract, LivesOnWhileItsFormIsShownAlthoughTheHostLetGoOfIt) {

@@ -8,8 +8,17 @@
 
 namespace veldran::test {
 
+void failWith(const std::string& failure) {
+    if (!failure.empty()) {
+        throw std::runtime_error(failure);
+    }
+}
+
 void HeadlessWindows::ShowForm(std::shared_ptr<controls::Form> form, bool modal, std::intptr_t parent) {
     settle();
+    if (beforeShowing) {
+        beforeShowing(*form);
+    }
     showings_.push_back({modal, parent, form->WindowState(), form->Caption()});
     journal_->push_back(modal ? "show modal" : "show");
     controls::Form* shown = form.get();
@@ -67,12 +76,14 @@ void LayoutRecorder::ApplyLayout(controls::Form& form) {
 bool ScriptRecorder::ExecuteFormEvent(const std::string& name) {
     events.push_back(name);
     journal_->push_back("script " + name);
+    failWith(failure);
     return vetoClose && name == "tsClose";
 }
 
 std::shared_ptr<services::ScriptObject> ScriptEngineRecorder::BuildScript(controls::Form& form) {
     builtFor.push_back(&form);
     journal_->push_back("build script");
+    failWith(failure);
     if (broken) {
         return nullptr;
     }
@@ -82,12 +93,14 @@ std::shared_ptr<services::ScriptObject> ScriptEngineRecorder::BuildScript(contro
 }
 
 std::optional<std::string> ThesaurusFake::Entry(std::int32_t number) const {
+    failWith(failure);
     const auto found = entries.find(number);
     return found == entries.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::optional<std::string> ThesaurusFake::ControlCaption(const std::string&,
                                                          const std::string& control) const {
+    failWith(failure);
     const auto found = captions.find(control);
     return found == captions.end() ? std::nullopt : std::optional(found->second);
 }
@@ -134,6 +147,7 @@ void NavigatorFake::SetScript(std::shared_ptr<services::ScriptObject> script) {
 void NavigatorFake::ScreenClosing() {
     ++closings;
     journal_->push_back("navigator told");
+    failWith(closingFailure);
 }
 
 Value FrameFake::GetProperty(std::string_view name) const {

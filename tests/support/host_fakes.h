@@ -17,6 +17,9 @@
 /// The host's services without a desktop: each does what its contract says and records that it was asked.
 namespace veldran::test {
 
+/// \throws std::runtime_error unless `failure` is empty.
+void failWith(const std::string& failure);
+
 /// Shows forms in no window at all. A form that has unloaded is let go of at the next turn of the host, as a
 /// window system does, never from inside the form's own event.
 class HeadlessWindows final : public services::WindowService {
@@ -40,6 +43,8 @@ public:
     const std::vector<Showing>& showings() const { return showings_; }
     /// What the user does while a modal form stands; it has to end with the form unloaded.
     std::function<void(controls::Form&)> whileModal;
+    /// Called with a form that is about to be shown; may throw, as a window system in trouble does.
+    std::function<void(controls::Form&)> beforeShowing;
 
 private:
     void settle();
@@ -85,6 +90,7 @@ public:
 
     std::vector<std::string> events;
     bool vetoClose = false;
+    std::string failure; ///< what the script's events fail with; "" for none
 
 private:
     SharedJournal journal_;
@@ -99,6 +105,7 @@ public:
     std::shared_ptr<ScriptRecorder> script;      // shared with navigator and form
     std::vector<const controls::Form*> builtFor; ///< identity only
     bool vetoClose = false;                      ///< of the scripts built from now on
+    std::string failure;                         ///< what building fails with; "" for none
 
 private:
     SharedJournal journal_;
@@ -112,6 +119,7 @@ public:
 
     std::map<std::int32_t, std::string> entries;
     std::map<std::string, std::string> captions; ///< by control name
+    std::string failure;                         ///< what both calls fail with; "" for none
 };
 
 /// A lookup service that knows the codes it was given.
@@ -145,6 +153,7 @@ public:
 
     std::vector<std::int16_t> statuses;
     int closings = 0;
+    std::string closingFailure; ///< what `ScreenClosing` fails with; "" for none
 
 private:
     SharedJournal journal_;

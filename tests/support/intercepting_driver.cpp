@@ -1,5 +1,7 @@
 #include "tests/support/intercepting_driver.h"
 
+#include <ostream>
+
 namespace veldran::test {
 
 namespace {
@@ -100,6 +102,28 @@ const char* nameOf(Sent how) {
         return "rollback";
     }
     return "";
+}
+
+void PrintTo(const Message& message, std::ostream* out) {
+    *out << nameOf(message.how) << " \"" << message.text << '"';
+    for (const ado::BoundParameter& parameter : message.parameters) {
+        const ado::ParameterInfo& info = parameter.info;
+        *out << "\n  " << info.name << " type " << info.type << " direction " << info.direction << " size "
+             << info.size << " precision " << int{info.precision} << " scale " << int{info.scale} << " = ";
+        if (parameter.value.isNull()) {
+            *out << "NULL";
+        } else {
+            *out << '"' << parameter.value.toText() << "\" (kind "
+                 << (parameter.value.asText()      ? "text"
+                     : parameter.value.asBool()    ? "boolean"
+                     : parameter.value.asInteger() ? "integer"
+                     : parameter.value.asDecimal() ? "decimal"
+                                                   : "double")
+                 << ')';
+        }
+    }
+    *out << "\n  timeout " << message.settings.commandTimeout
+         << (message.settings.wantsRows ? "" : ", no rows");
 }
 
 std::unique_ptr<ado::Session> InterceptingDriver::open(const std::string& connectionString,

@@ -2,6 +2,7 @@
 
 #include "platform/ado/driver.h"
 
+#include <iosfwd>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,6 +25,9 @@ struct Message {
 
     friend bool operator==(const Message&, const Message&) = default;
 };
+
+/// For the output of failed tests.
+void PrintTo(const Message& message, std::ostream* out);
 
 /// Looks at every message before the database gets it, and may throw AdoError in the database's place.
 class Interceptor {

@@ -59,26 +59,4 @@ void PrintTo(const ExpectedMessage& expected, std::ostream* out) {
     PrintTo(expected.message_, out);
 }
 
-void PrintTo(const Message& message, std::ostream* out) {
-    *out << nameOf(message.how) << " \"" << message.text << '"';
-    for (const ado::BoundParameter& parameter : message.parameters) {
-        const ado::ParameterInfo& info = parameter.info;
-        *out << "\n  " << info.name << " type " << info.type << " direction " << info.direction << " size "
-             << info.size << " precision " << int{info.precision} << " scale " << int{info.scale} << " = ";
-        if (parameter.value.isNull()) {
-            *out << "NULL";
-        } else {
-            *out << '"' << parameter.value.toText() << "\" (kind "
-                 << (parameter.value.asText()      ? "text"
-                     : parameter.value.asBool()    ? "boolean"
-                     : parameter.value.asInteger() ? "integer"
-                     : parameter.value.asDecimal() ? "decimal"
-                                                   : "double")
-                 << ')';
-        }
-    }
-    *out << "\n  timeout " << message.settings.commandTimeout
-         << (message.settings.wantsRows ? "" : ", no rows");
-}
-
 } // namespace veldran::test

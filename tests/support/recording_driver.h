@@ -95,7 +95,4 @@ inline ExpectedMessage calledProcedure(std::string name) {
     return ExpectedMessage(Sent::Procedure, std::move(name));
 }
 
-/// For the messages of failed tests.
-void PrintTo(const Message& message, std::ostream* out);
-
 } // namespace veldran::test

@@ -35,6 +35,7 @@ public:
     void ScreenClosing() override {
         ++host_.globalClosings;
         host_.journal->push_back("global object told");
+        failWith(host_.closingFailure);
     }
 
     std::shared_ptr<ado::Connection> NewConnection() override {

@@ -63,6 +63,7 @@ public:
     AnalyticParametersFake parameters;
     int connectionsMade = 0;
     int globalClosings = 0;
+    std::string closingFailure; ///< what the global object's `ScreenClosing` fails with; "" for none
 
 private:
     class Global;
