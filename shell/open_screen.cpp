@@ -45,7 +45,8 @@ OpenScreen::OpenScreen(Host& host, const ComponentLibrary& library, QMdiArea& ar
       component_(library.create(entry_.className)) {}
 
 OpenScreen::~OpenScreen() {
-    // The component refers to itself through its own contract: taking that back lets it go.
+    // Whoever still holds the component must not reach this screen's objects through it. Its reference to
+    // itself owns nothing and goes with them.
     component_->SetActiveNavigator(nullptr);
     component_->SetClsGlobal(nullptr);
     component_->SetActiveDll(nullptr);
