@@ -11,12 +11,26 @@ bool isDigits(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+bool startsNoCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 std::string_view trimmed(std::string_view text) {
     const auto first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) {
         return {};
     }
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+/// Where the character with the 0-based number `character` begins in UTF-8 `text`; its size when it has
+/// fewer.
+std::size_t byteOf(std::string_view text, int character) {
+    std::size_t at = 0;
+    while (at < text.size() && (startsNoCharacter(text[at]) || character-- > 0)) {
+        ++at;
+    }
+    return at;
 }
 
 /// The code of a display form; none when it is not one.
@@ -48,15 +62,20 @@ std::string CodeStructure::display(std::string_view code) const {
         return std::string(code);
     }
     std::string text;
+    const auto add = [&](int start, int length) {
+        const std::size_t begin = byteOf(code, start);
+        if (begin < code.size()) {
+            if (!text.empty()) {
+                text += separator;
+            }
+            text += code.substr(begin, byteOf(code, start + length) - begin);
+        }
+    };
     for (const Group& group : groups) {
-        const auto start = static_cast<std::size_t>(group.start);
-        if (code.size() <= start) {
-            break;
-        }
-        if (!text.empty()) {
-            text += separator;
-        }
-        text += code.substr(start, static_cast<std::size_t>(group.length));
+        add(group.start, group.length);
+    }
+    if (!filledWithZeros) {
+        add(codeLength, static_cast<int>(code.size()));
     }
     return text;
 }
@@ -83,12 +102,14 @@ std::string CodeStructure::codeOf(std::string_view typed) const {
 std::string CodeFormatter::Format(std::string_view code, bool separated, char filler) const {
     const auto last = code.find_last_not_of(' ');
     std::string completed(code.substr(0, last == std::string_view::npos ? 0 : last + 1));
-    const auto length = completed.size();
+    const auto length =
+        completed.size() -
+        static_cast<std::size_t>(std::count_if(completed.begin(), completed.end(), startsNoCharacter));
     for (const CodeStructure::Group& group : structure_.groups) {
         const auto start = static_cast<std::size_t>(group.start);
         const auto end = start + static_cast<std::size_t>(group.length);
         if (start < length && length < end) {
-            completed.resize(end, filler);
+            completed.append(end - length, filler);
         }
     }
     return separated ? structure_.display(completed) : completed;

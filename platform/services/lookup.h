@@ -25,7 +25,8 @@ struct CodeStructure {
     char separator = '/';
     bool filledWithZeros = true; ///< every code has the full length; else a short code ends with its group
 
-    /// The groups of `code` joined by the separator.
+    /// The groups of `code` joined by the separator. Where codes are not filled with zeros, what goes beyond
+    /// the last group follows as one more.
     std::string display(std::string_view code) const;
     /// The code that `typed` stands for, trimmed. Where codes are filled with zeros, a display form has each
     /// group filled on its left and a run of digits is filled on its right. Where they are not, a display
@@ -55,6 +56,7 @@ enum class LookupKind { ContiCoge, Causali, ContiCoin, VociDiSpesa };
 struct LookupRequest {
     LookupKind kind = LookupKind::ContiCoge;
     std::string code;                            ///< as typed; for a list, where it opens
+    bool entered = false;                        ///< by the user now; false when a record is shown
     std::string title;                           ///< of the list
     std::shared_ptr<ado::Connection> connection; ///< the form's own; the service reads through it
     std::string connectionString;

@@ -83,5 +83,75 @@ TEST(CodeStructure, ReadsBackEveryCodeItShowsWhole) {
     }
 }
 
+/// As a chart of cost accounting cuts its codes: 3, 3, 4 and 5 characters.
+const CodeStructure costCodes{15, {{0, 3}, {3, 3}, {6, 4}, {10, 5}}, '.', false};
+
+TEST(CodeStructureOfShortCodes, ShowsTheGroupsThatACodeHas) {
+    EXPECT_EQ(costCodes.display("COL"), "COL");
+    EXPECT_EQ(costCodes.display("COLACQ0010"), "COL.ACQ.0010");
+    EXPECT_EQ(costCodes.display("LAVCOM202400013"), "LAV.COM.2024.00013");
+    EXPECT_EQ(costCodes.display("COLAC"), "COL.AC") << "a group begun is shown as far as it goes";
+    EXPECT_EQ(costCodes.display(""), "");
+}
+
+TEST(CodeStructureOfShortCodes, ShowsWhatGoesBeyondTheLastGroup) {
+    const CodeStructure two{5, {{0, 3}, {3, 2}}, '.', false};
+    EXPECT_EQ(two.display("LAB01XY"), "LAB.01.XY");
+    EXPECT_EQ(two.codeOf("LAB.01.XY"), "LAB01XY");
+}
+
+TEST(CodeStructureOfShortCodes, TakesTheSeparatorsOutOfWhatWasTyped) {
+    EXPECT_EQ(costCodes.codeOf(" COL.ACQ.0010 "), "COLACQ0010");
+    EXPECT_EQ(costCodes.codeOf("COLACQ0010"), "COLACQ0010");
+    EXPECT_EQ(costCodes.codeOf("12"), "12") << "no zeros are put behind a short code";
+    EXPECT_EQ(costCodes.codeOf("..."), "");
+}
+
+TEST(CodeStructureOfShortCodes, SetsGroupsApartByABlankWhenThatIsTheSeparator) {
+    CodeStructure apart = costCodes;
+    apart.separator = ' ';
+    EXPECT_EQ(apart.display("COLACQ0010"), "COL ACQ 0010");
+    EXPECT_EQ(apart.codeOf(" COL ACQ 0010 "), "COLACQ0010");
+}
+
+TEST(CodeStructureOfShortCodes, CutsBetweenLettersAndNotInsideThem) {
+    EXPECT_EQ(costCodes.display("CAFÈÀÌ0010"), "CAF.ÈÀÌ.0010");
+}
+
+TEST(CodeFormatter, CutsACodeIntoGroupsOnlyWhenSeparated) {
+    const CodeFormatter formatter(costCodes);
+    EXPECT_EQ(formatter.Format("COLACQ0010", true, '*'), "COL.ACQ.0010");
+    EXPECT_EQ(formatter.Format("COLACQ0010", false, '*'), "COLACQ0010");
+}
+
+TEST(CodeFormatter, CompletesAGroupThatTheCodeBeginsAndLeavesOutTheRest) {
+    const CodeFormatter formatter(costCodes);
+    EXPECT_EQ(formatter.Format("COLAC", true, '*'), "COL.AC*");
+    EXPECT_EQ(formatter.Format("COLACQ1", true, '*'), "COL.ACQ.1***");
+    EXPECT_EQ(formatter.Format("COLACQ1", false, '*'), "COLACQ1***");
+    EXPECT_EQ(formatter.Format("C", true, ' '), "C  ");
+    EXPECT_EQ(formatter.Format("COLACQ", true, '*'), "COL.ACQ");
+    EXPECT_EQ(formatter.Format("CAFÈ", true, '*'), "CAF.È**");
+}
+
+TEST(CodeFormatter, IsBlindToTheBlanksThatPadAStoredCode) {
+    const CodeFormatter formatter(costCodes);
+    EXPECT_EQ(formatter.Format("COLACQ0010     ", true, '*'), "COL.ACQ.0010");
+    EXPECT_EQ(formatter.Format("               ", true, '*'), "");
+    EXPECT_EQ(formatter.Format("", true, '*'), "");
+}
+
+TEST(CodeFormatter, LeavesCodesOfAnUnknownChartAsTheyAre) {
+    const CodeFormatter formatter(CodeStructure{});
+    EXPECT_EQ(formatter.Format("COLAC ", true, '*'), "COLAC");
+    EXPECT_EQ(formatter.Structure().display("COLAC"), "COLAC");
+}
+
+TEST(CodeFormatter, WritesCodesFilledWithZerosAsTheirChartShowsThem) {
+    const CodeFormatter formatter(structureOf(2));
+    EXPECT_EQ(formatter.Format("0112300001", true, '*'), "01/00001");
+    EXPECT_EQ(formatter.Format("0112300001", false, '*'), "0112300001");
+}
+
 } // namespace
 } // namespace veldran::services
