@@ -1,5 +1,6 @@
 #include "adapters/qt/control_binding.h"
 
+#include "adapters/qt/focus_moves.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/text.h"
 #include "platform/controls/form.h"
@@ -17,7 +18,7 @@ bool belongsToControl(const QKeyEvent& event) {
                            (event.key() == Qt::Key_C || event.key() == Qt::Key_X || event.key() == Qt::Key_V);
     const bool menu =
         event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
-    const bool list = event.key() == Qt::Key_F4 && event.modifiers() == Qt::NoModifier;
+    const bool list = event.key() == Qt::Key_F4 && (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
     return clipboard || menu || list;
 }
 
@@ -45,6 +46,9 @@ void ControlBinding::showProperties() {
     const QString name = toQt(control_.AccessibleName()).remove(QLatin1Char('&'));
     if (named_.accessibleName() != name) {
         named_.setAccessibleName(name);
+    }
+    if (!control_.Enabled() || !control_.Visible()) {
+        moveFocusOutOf(shown_);
     }
     shown_.setEnabled(control_.Enabled());
     if (shown_.parentWidget() != nullptr) { // a widget without a parent would become a window

@@ -1,16 +1,12 @@
 #pragma once
 
-#include "platform/controls/form.h"
+#include "adapters/qt/control_views.h"
 
 #include <QWidget>
-#include <string_view>
 #include <vector>
-
-class QBoxLayout;
 
 namespace veldran::controls {
 class ResizeControl;
-class TreeView;
 } // namespace veldran::controls
 
 namespace veldran::qt {
@@ -18,7 +14,7 @@ namespace veldran::qt {
 /// Draws a form: finds its controls by name, lays them out by hand, and keeps focus and tab order in step
 /// with the control objects, both ways. Every drawn control's widget has the control's name as its object
 /// name. Controls that the layout does not know, or that the form lacks, are left out. The first focus is the
-/// tree's.
+/// tree's. Shows the menus that the form opens.
 ///
 /// The form must outlive its view.
 class FormView : public QWidget {
@@ -28,7 +24,7 @@ public:
 
     controls::Form& form() const { return form_; }
     /// The widget that takes the focus for `control`; nullptr when the control is not drawn.
-    QWidget* viewOf(const controls::Control& control) const;
+    QWidget* viewOf(const controls::Control& control) const { return views_.viewOf(control); }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -38,21 +34,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    struct Place {
-        controls::Control* control;
-        QWidget* focused;
-        Subscription changed;
-    };
-
-    template<class T>
-    T* find(std::string_view name) const;
-    template<class View, class T>
-    View* place(std::string_view name, QWidget* parent);
-    QWidget* placeArea(std::string_view layoutName, QWidget* parent);
-    void layOut(QBoxLayout& column);
-    void layOutSearchRow(QBoxLayout& column, QWidget* area);
-    void layOutTree(QBoxLayout& column, QWidget* area);
-    void layOutButtons(QBoxLayout& column);
+    void layOut();
     void orderTabs();
     void giveFocusTo(const controls::Control* control);
     void takeInitialFocus();
@@ -60,11 +42,9 @@ private:
     controls::Form& form_;
     QWidget* content_;
     controls::ResizeControl* resize_;
-    controls::TreeView* tree_ = nullptr;
-    std::vector<Place> places_; ///< in the order of the design, which is the tab order
+    ControlViews views_;
     std::vector<QWidget*> tabChain_;
-    Subscription focusMoved_;
-    Subscription activated_;
+    std::vector<Subscription> kept_;
 };
 
 } // namespace veldran::qt

@@ -1,12 +1,15 @@
 #include "adapters/qt/lookup_field_view.h"
 
 #include "adapters/qt/control_binding.h"
+#include "adapters/qt/field_edit.h"
 #include "adapters/qt/text.h"
 #include "platform/controls/lookup_field.h"
 
-#include <QFocusEvent>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QPointer>
 
 namespace veldran::qt {
 
@@ -16,10 +19,9 @@ constexpr int longestText = 32767; ///< what a line edit takes when the field se
 
 }
 
-/// The part of the view where the code is typed.
-class LookupFieldView::CodeEdit : public QLineEdit {
+class LookupFieldView::CodeEdit : public FieldEdit {
 public:
-    CodeEdit(controls::LookupField& control, QWidget* parent) : QLineEdit(parent), control_(control) {}
+    CodeEdit(controls::LookupField& control, QWidget* parent) : FieldEdit(parent), control_(control) {}
 
     QSize sizeHint() const override {
         const int digits = fontMetrics().horizontalAdvance(QStringLiteral("00/00/00/00/00")) + 16;
@@ -30,31 +32,46 @@ protected:
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier) {
             control_.LookupFromView();
-        } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            control_.LeaveFromView();
+        } else if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::ShiftModifier) {
+            control_.PressKeyButtonMenuFromView(controls::LookupField::menuManagement);
         } else {
-            QLineEdit::keyPressEvent(event);
+            FieldEdit::keyPressEvent(event);
         }
     }
 
-    void focusOutEvent(QFocusEvent* event) override {
-        QLineEdit::focusOutEvent(event);
-        const bool comesBack = event->reason() == Qt::ActiveWindowFocusReason ||
-                               event->reason() == Qt::PopupFocusReason ||
-                               event->reason() == Qt::MenuBarFocusReason;
-        if (!comesBack) {
-            control_.LeaveFromView();
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu* menu = createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->addSeparator();
+        if (control_.LookupEnabled()) {
+            addItem(*menu, QStringLiteral("Scegli da un elenco…\tF4"), [this] { control_.LookupFromView(); });
         }
+        if (control_.ManagementEnabled()) {
+            addItem(*menu, QStringLiteral("Gestione…\tMaiusc+F4"),
+                    [this] { control_.PressKeyButtonMenuFromView(controls::LookupField::menuManagement); });
+        }
+        menu->popup(event->globalPos());
     }
 
 private:
+    /// The action runs once the menu has closed, because it opens a window of its own.
+    template<class Action>
+    void addItem(QMenu& menu, const QString& text, Action action) {
+        connect(menu.addAction(text), &QAction::triggered, this, action, Qt::QueuedConnection);
+    }
+
+    bool takeOver() override {
+        const QPointer<CodeEdit> self(this);
+        control_.LeaveFromView();
+        return !self || !control_.HasPendingText();
+    }
+
     controls::LookupField& control_;
 };
 
 LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent)
     : QWidget(parent), control_(control), edit_(new CodeEdit(control, this)), button_(new QToolButton(this)) {
     button_->setText(QStringLiteral("…"));
-    button_->setToolTip(QStringLiteral("Scegli da un elenco (F4)"));
     button_->setAccessibleName(QStringLiteral("Scegli da un elenco"));
     button_->setFocusPolicy(Qt::NoFocus); // the list opens from what is typed in the field
     auto* row = new QHBoxLayout(this);
@@ -67,12 +84,34 @@ LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     new ControlBinding(control, *this, edit_, [this] { showField(); });
+    completed_ = control_.Completed.subscribe([this] { edit_->moveOn(); });
     connect(edit_, &QLineEdit::textEdited, this,
             [this](const QString& text) { control_.TypeFromView(fromQt(text)); });
     connect(button_, &QToolButton::clicked, this, [this] {
         edit_->setFocus(Qt::OtherFocusReason);
         control_.LookupFromView();
     });
+}
+
+QLineEdit& LookupFieldView::edit() {
+    return *edit_;
+}
+
+void LookupFieldView::setEnterMovesOn(bool movesOn) {
+    edit_->setEnterMovesOn(movesOn);
+}
+
+void LookupFieldView::showTips() {
+    QString ofList = QStringLiteral("Scegli da un elenco (F4)");
+    QString ofField;
+    if (control_.ManagementEnabled()) {
+        const QString management = QStringLiteral("Gestione: tasto destro o Maiusc+F4");
+        ofList += QLatin1Char('\n') + management;
+        ofField = toQt(control_.ToolTipText());
+        ofField += (ofField.isEmpty() ? QString() : QStringLiteral("\n")) + management;
+    }
+    button_->setToolTip(ofList);
+    edit_->setToolTip(ofField); // without one of its own it shows that of the field
 }
 
 void LookupFieldView::showField() {
@@ -92,6 +131,7 @@ void LookupFieldView::showField() {
         edit_->setText(toQt(text));
     }
     button_->setVisible(control_.LookupEnabled());
+    showTips();
 }
 
 } // namespace veldran::qt

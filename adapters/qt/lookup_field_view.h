@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/event.h"
+
 #include <QLineEdit>
 #include <QToolButton>
 #include <QWidget>
@@ -11,21 +13,26 @@ class LookupField;
 namespace veldran::qt {
 
 /// A code field with the button that opens its list. Shows a decoded code in its display form; F4 opens the
-/// list; leaving the field decodes what was typed, and so does Enter when the form does not answer it.
+/// list, Shift+F4 or the context menu the maintenance of the code; leaving the field decodes what was typed,
+/// and so does Enter when the form does not answer it. A field that completes moves the focus on.
 class LookupFieldView : public QWidget {
 public:
     explicit LookupFieldView(controls::LookupField& control, QWidget* parent = nullptr);
 
-    QLineEdit& edit() { return *edit_; }
+    QLineEdit& edit();
     QToolButton& button() { return *button_; }
+    /// Enter then moves the focus on as well, as Tab does.
+    void setEnterMovesOn(bool movesOn);
 
 private:
     class CodeEdit;
     void showField();
+    void showTips();
 
     controls::LookupField& control_;
-    QLineEdit* edit_;
+    CodeEdit* edit_;
     QToolButton* button_;
+    Subscription completed_;
 };
 
 } // namespace veldran::qt

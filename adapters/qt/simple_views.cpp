@@ -2,6 +2,7 @@
 
 #include "adapters/qt/control_binding.h"
 #include "adapters/qt/text.h"
+#include "platform/controls/container.h"
 #include "platform/controls/simple_controls.h"
 
 #include <QHelpEvent>
@@ -67,6 +68,27 @@ QSize ButtonView::sizeHint() const {
     constexpr int breath = 16; // pixels beside a long caption, which the style draws to the edges
     const QSize size = QPushButton::sizeHint();
     return {std::max(size.width(), fontMetrics().horizontalAdvance(text()) + 2 * breath), size.height()};
+}
+
+CaptionView::CaptionView(const controls::Control& control, QWidget& field, QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setBuddy(&field);
+    changed_ = control.Changed.subscribe([this, &control] { showCaption(control); });
+    showCaption(control);
+}
+
+void CaptionView::showCaption(const controls::Control& control) {
+    setText(toQt(control.Caption()));
+    setEnabled(control.Enabled());
+    if (parentWidget() != nullptr) { // a widget without a parent would become a window
+        setVisible(control.Visible());
+    }
+}
+
+GroupBoxView::GroupBoxView(controls::GroupBox& control, QWidget* parent) : QGroupBox(parent) {
+    new ControlBinding(control, *this, nullptr, [this, &control] {
+        setTitle(toQt(control.Caption()).replace(QLatin1Char('&'), QStringLiteral("&&")));
+    });
 }
 
 } // namespace veldran::qt

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "platform/event.h"
+
+#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 
 namespace veldran::controls {
 class Button;
+class Control;
+class GroupBox;
 class Label;
 } // namespace veldran::controls
 
@@ -33,6 +38,23 @@ public:
     explicit ButtonView(controls::Button& control, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+};
+
+/// The caption of a field, shown beside it: there, visible and enabled as the field is.
+class CaptionView : public QLabel {
+public:
+    /// \param field takes the focus of a mnemonic in the caption
+    CaptionView(const controls::Control& control, QWidget& field, QWidget* parent = nullptr);
+
+private:
+    void showCaption(const controls::Control& control);
+
+    Subscription changed_;
+};
+
+class GroupBoxView : public QGroupBox {
+public:
+    explicit GroupBoxView(controls::GroupBox& control, QWidget* parent = nullptr);
 };
 
 } // namespace veldran::qt

@@ -1,15 +1,13 @@
 #include "adapters/qt/tree_icons.h"
 
-#include <QIconEngine>
+#include "adapters/qt/drawn_icon.h"
+
 #include <QPainter>
-#include <QPainterPath>
 #include <array>
 
 namespace veldran::qt {
 
 namespace {
-
-constexpr int grid = 16; ///< the pictures are drawn on a grid of 16 by 16
 
 const QColor bookCover(0x2F, 0x5D, 0x8A);
 const QColor bookEdge(0x1F, 0x41, 0x63);
@@ -86,40 +84,8 @@ void correlatedSheet(QPainter& painter) {
     }
 }
 
-using Picture = void (*)(QPainter&);
-constexpr std::array<Picture, treeIconCount> pictures{closedBook, openBook,     closedFolder,
-                                                      openFolder, accountSheet, correlatedSheet};
-
-class TreeIconEngine : public QIconEngine {
-public:
-    explicit TreeIconEngine(Picture picture) : picture_(picture) {}
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        const int side = std::min(rect.width(), rect.height());
-        painter->translate(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2);
-        painter->scale(double(side) / grid, double(side) / grid);
-        if (mode == QIcon::Disabled) {
-            painter->setOpacity(0.45);
-        }
-        picture_(*painter);
-        painter->restore();
-    }
-
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap image(size);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        paint(&painter, QRect(QPoint(), size), mode, state);
-        return image;
-    }
-
-    QIconEngine* clone() const override { return new TreeIconEngine(*this); }
-
-private:
-    Picture picture_;
-};
+constexpr std::array<IconDrawing, treeIconCount> pictures{closedBook, openBook,     closedFolder,
+                                                          openFolder, accountSheet, correlatedSheet};
 
 } // namespace
 
@@ -127,7 +93,7 @@ QIcon treeIcon(int image) {
     static const std::array<QIcon, treeIconCount> icons = [] {
         std::array<QIcon, treeIconCount> all;
         for (std::size_t i = 0; i < pictures.size(); ++i) {
-            all[i] = QIcon(new TreeIconEngine(pictures[i])); // the icon owns its engine
+            all[i] = drawnIcon(pictures[i]);
         }
         return all;
     }();

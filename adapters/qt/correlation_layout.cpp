@@ -1,0 +1,174 @@
+#include "adapters/qt/correlation_layout.h"
+
+#include "adapters/qt/combo_box_view.h"
+#include "adapters/qt/control_views.h"
+#include "adapters/qt/data_grid_view.h"
+#include "adapters/qt/focus_catcher_view.h"
+#include "adapters/qt/frame_navigator_view.h"
+#include "adapters/qt/layout_parts.h"
+#include "adapters/qt/lookup_field_view.h"
+#include "adapters/qt/numeric_field_view.h"
+#include "adapters/qt/report_list_view.h"
+#include "adapters/qt/simple_views.h"
+#include "platform/controls/edit_controls.h"
+#include "platform/controls/focus_catcher.h"
+#include "platform/controls/frame_navigator.h"
+#include "platform/controls/lookup_field.h"
+#include "platform/controls/simple_controls.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QSplitter>
+
+namespace veldran::qt {
+
+namespace {
+
+constexpr int groupEdge = 8;
+constexpr int linesOfGrid = 5;    ///< that are always in sight, the header included
+constexpr int columnsOfList = 18; ///< letters that the list is never narrower than
+
+void layOutHeading(ControlViews& views, QBoxLayout& column, QWidget* area) {
+    if (auto* account = views.place<LabelView, controls::Label>("TXT_CONTOSELEZIONATO", area)) {
+        QFont heading = account->font();
+        heading.setBold(true);
+        heading.setPointSizeF(heading.pointSizeF() * 1.2);
+        account->setFont(heading);
+        column.addWidget(account);
+    }
+}
+
+void layOutList(ControlViews& views, QSplitter& halves) {
+    if (auto* list = views.place<ReportListView, controls::ListView>("LST_CAUSALI", &halves)) {
+        list->setEmptyText(QStringLiteral("Nessuna causale correlata"));
+        list->setMinimumWidth(list->fontMetrics().averageCharWidth() * columnsOfList);
+        halves.addWidget(list);
+    }
+}
+
+/// A code field, the description of its code right behind it, and a caption before both.
+class FieldGrid {
+public:
+    FieldGrid(ControlViews& views, QWidget& parent) : views_(views), parent_(parent), grid_(new QGridLayout) {
+        grid_->setHorizontalSpacing(layoutGap);
+        grid_->setVerticalSpacing(layoutGap - 2);
+        grid_->setColumnStretch(lastColumn, 1);
+    }
+
+    QGridLayout* layout() const { return grid_; }
+
+    template<class View, class T>
+    void addField(int row, int column, std::string_view name) {
+        auto* control = views_.find<T>(name);
+        if (auto* view = views_.place<View, T>(name, &parent_)) {
+            view->setEnterMovesOn(true);
+            auto* caption = new CaptionView(*control, *views_.viewOf(*control), &parent_);
+            grid_->addWidget(caption, row, column);
+            grid_->addWidget(view, row, column + 1);
+        }
+    }
+
+    /// \param captionName of a label that stands for the field's own caption; empty for none
+    void addCode(int row, std::string_view name, std::string_view descriptionName,
+                 std::string_view captionName = {}) {
+        if (captionName.empty()) {
+            addField<LookupFieldView, controls::LookupField>(row, 0, name);
+        } else if (auto* field = views_.place<LookupFieldView, controls::LookupField>(name, &parent_)) {
+            field->setEnterMovesOn(true);
+            grid_->addWidget(field, row, 1);
+            if (auto* caption = views_.place<LabelView, controls::Label>(captionName, &parent_)) {
+                caption->setBuddy(&field->edit());
+                grid_->addWidget(caption, row, 0);
+            }
+        }
+        if (auto* description = views_.place<LabelView, controls::Label>(descriptionName, &parent_)) {
+            showAsReadOnlyField(*description);
+            grid_->addWidget(description, row, 2, 1, lastColumn - 1);
+        }
+    }
+
+private:
+    static constexpr int lastColumn = 4;
+
+    ControlViews& views_;
+    QWidget& parent_;
+    QGridLayout* grid_; ///< owned by the layout that it is added to
+};
+
+void addNavigator(ControlViews& views, std::string_view name, QBoxLayout& column, QWidget* parent) {
+    if (auto* navigator = views.place<FrameNavigatorView, controls::FrameNavigator>(name, parent)) {
+        column.addWidget(navigator);
+    }
+}
+
+void layOutHeader(ControlViews& views, QBoxLayout& column, QWidget* parent) {
+    auto* group = views.place<GroupBoxView, controls::GroupBox>("GRB_TESTATA", parent);
+    if (group == nullptr) {
+        return;
+    }
+    QBoxLayout& rows = *columnOf(*group, groupEdge);
+    FieldGrid fields(views, *group);
+    rows.addLayout(fields.layout());
+    fields.addCode(0, "TXT_CAUSALE", "TXT_DESCRCAUSALE");
+    addNavigator(views, "INV_TESTATA", rows, group);
+    column.addWidget(group);
+}
+
+void layOutRows(ControlViews& views, QBoxLayout& rows, QWidget* group) {
+    auto* row = newRow();
+    if (auto* grid = views.place<DataGridView, controls::DataGrid>("GRD_DETTAGLIO", group)) {
+        grid->showAsNumbers("PERCENTUALE");
+        grid->setEmptyText(QStringLiteral("Nessuna riga"));
+        grid->setMinimumHeight(grid->fontMetrics().lineSpacing() * 2 * linesOfGrid);
+        row->addWidget(grid, 1);
+    }
+    auto* moves = new QVBoxLayout;
+    moves->setSpacing(layoutGap / 2);
+    for (const char* name : {"CMD_SU", "CMD_GIU"}) {
+        if (auto* button = views.place<ButtonView, controls::Button>(name, group)) {
+            moves->addWidget(button);
+        }
+    }
+    moves->addStretch(1);
+    row->addLayout(moves);
+    rows.addLayout(row, 1);
+}
+
+void layOutDetail(ControlViews& views, QBoxLayout& column, QWidget* parent) {
+    auto* group = views.place<GroupBoxView, controls::GroupBox>("GRB_DETTAGLIO", parent);
+    if (group == nullptr) {
+        return;
+    }
+    QBoxLayout& rows = *columnOf(*group, groupEdge);
+    layOutRows(views, rows, group);
+    FieldGrid fields(views, *group);
+    rows.addLayout(fields.layout());
+    fields.addField<ComboBoxView, controls::ComboBox>(0, 0, "CBO_SEGNO");
+    fields.addField<NumericFieldView, controls::NumericField>(0, 2, "TXT_PERC");
+    fields.addCode(1, "TXT_CONTO", "TXT_DESCRCONTO");
+    fields.addCode(2, "TXT_VDS", "TXT_DESCRVDS", "LBL_VOCEDISPESA");
+    views.place<FocusCatcherView, controls::FocusCatcher>("PIC_FOCUSCATCH", group);
+    addNavigator(views, "GNV_DETTAGLIO", rows, group);
+    column.addWidget(group, 1);
+}
+
+} // namespace
+
+QWidget* layOutCorrelation(ControlViews& views, QWidget* parent) {
+    QWidget* area = views.placeArea("LAY_CORRELAZIONI", parent);
+    QBoxLayout& rows = *columnOf(*area, 0);
+    layOutHeading(views, rows, area);
+    auto* halves = new QSplitter(Qt::Horizontal, area);
+    halves->setChildrenCollapsible(false);
+    layOutList(views, *halves);
+    auto* editor = new QWidget(halves);
+    QBoxLayout& groups = *columnOf(*editor, 0);
+    layOutHeader(views, groups, editor);
+    layOutDetail(views, groups, editor);
+    halves->addWidget(editor);
+    halves->setStretchFactor(halves->indexOf(editor), 1);
+    rows.addWidget(halves, 1);
+    return area;
+}
+
+} // namespace veldran::qt

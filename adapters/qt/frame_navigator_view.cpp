@@ -1,0 +1,171 @@
+#include "adapters/qt/frame_navigator_view.h"
+
+#include "adapters/qt/control_binding.h"
+#include "adapters/qt/focus_moves.h"
+#include "adapters/qt/navigator_icons.h"
+#include "adapters/qt/text.h"
+#include "platform/controls/frame_navigator.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+namespace veldran::qt {
+
+namespace {
+
+constexpr int iconSide = 16;
+constexpr int groupGap = 10;
+
+} // namespace
+
+class FrameNavigatorView::BarButton : public QToolButton {
+public:
+    BarButton(FrameNavigatorView& bar, std::string key, int index)
+        : QToolButton(&bar), bar_(bar), key_(std::move(key)), index_(index) {
+        setIcon(navigatorIcon(key_));
+        setIconSize({iconSide, iconSide});
+        setAutoRaise(true);
+    }
+
+    const std::string& key() const { return key_; }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        switch (event->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Up:
+            bar_.step(index_ - 1, -1);
+            break;
+        case Qt::Key_Right:
+        case Qt::Key_Down:
+            bar_.step(index_ + 1, 1);
+            break;
+        case Qt::Key_Home:
+            bar_.step(0, 1);
+            break;
+        case Qt::Key_End:
+            bar_.step(static_cast<int>(bar_.buttons_.size()) - 1, -1);
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (!event->isAutoRepeat()) {
+                click();
+            }
+            break;
+        default:
+            QToolButton::keyPressEvent(event);
+        }
+    }
+
+private:
+    FrameNavigatorView& bar_;
+    std::string key_;
+    int index_;
+};
+
+FrameNavigatorView::FrameNavigatorView(controls::FrameNavigator& control, QWidget* parent)
+    : QWidget(parent), control_(control), position_(new QLabel(this)) {
+    position_->setAlignment(Qt::AlignCenter);
+    position_->setTextFormat(Qt::PlainText);
+    position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral(" 000 di 000 ")));
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(1);
+    for (const auto& button : control_.Buttons()) {
+        addButton(button.key);
+    }
+    row->addStretch(1);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto* binding = new ControlBinding(control_, *this, nullptr, [this] { showState(); });
+    for (BarButton* button : buttons_) {
+        button->installEventFilter(binding);
+        button->installEventFilter(this); // asked first: the button is known when the form hears of the bar
+    }
+}
+
+void FrameNavigatorView::addButton(const std::string& key) {
+    namespace keys = controls::navigatorKeys;
+    auto* button = new BarButton(*this, key, static_cast<int>(buttons_.size()));
+    button->setObjectName(toQt(control_.Name() + "_" + key));
+    auto* row = static_cast<QHBoxLayout*>(layout());
+    if (key == keys::nuovo) {
+        row->addSpacing(groupGap);
+    }
+    row->addWidget(button);
+    if (key == keys::precedente) {
+        row->addWidget(position_); // between the ways back and the ways on
+    }
+    connect(button, &QToolButton::clicked, this, [this, key] { control_.PressFromView(key); });
+    buttons_.push_back(button);
+    stops_.push_back(button);
+}
+
+FrameNavigatorView::BarButton* FrameNavigatorView::nearestEnabled(std::size_t index) const {
+    const auto enabledAt = [this](std::size_t at) {
+        return at < buttons_.size() && control_.Button(buttons_[at]->key()).enabled;
+    };
+    for (std::size_t distance = 0; distance < buttons_.size(); ++distance) {
+        if (enabledAt(index + distance)) {
+            return buttons_[index + distance];
+        }
+        if (distance <= index && enabledAt(index - distance)) {
+            return buttons_[index - distance];
+        }
+    }
+    return nullptr;
+}
+
+void FrameNavigatorView::showState() {
+    position_->setText(toQt(control_.PositionText()));
+    std::size_t chosen = 0;
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        BarButton* button = buttons_[i];
+        const auto& state = control_.Button(button->key());
+        const QString caption = toQt(state.caption);
+        const QString tip = toQt(state.toolTipText);
+        button->setToolTip(tip.isEmpty() || tip == caption ? caption : caption + QStringLiteral(": ") + tip);
+        button->setAccessibleName(caption);
+        button->setAccessibleDescription(tip);
+        if (state.enabled) {
+            button->setEnabled(true); // before the one that has the focus is disabled
+        }
+        if (button->key() == control_.FocusedButton()) {
+            chosen = i;
+        }
+    }
+    BarButton* stop = nearestEnabled(chosen);
+    for (BarButton* button : buttons_) {
+        button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+    setFocusProxy(stop);
+    if (stop != nullptr && isAncestorOf(window()->focusWidget())) {
+        stop->setFocus(Qt::OtherFocusReason);
+    }
+    for (BarButton* button : buttons_) {
+        if (!control_.Button(button->key()).enabled) {
+            moveFocusOutOf(*button);
+            button->setEnabled(false);
+        }
+    }
+}
+
+void FrameNavigatorView::step(int index, int direction) {
+    for (; index >= 0 && index < static_cast<int>(buttons_.size()); index += direction) {
+        BarButton* button = buttons_[static_cast<std::size_t>(index)];
+        if (button->isEnabled()) {
+            button->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
+bool FrameNavigatorView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn) {
+        control_.FocusButton(static_cast<BarButton*>(watched)->key());
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace veldran::qt

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+class QLabel;
+
+namespace veldran::controls {
+class FrameNavigator;
+}
+
+namespace veldran::qt {
+
+/// The bar of buttons that drives an editing frame. One of its buttons stands in the tab order, the arrow
+/// keys move between those that can be pressed; Enter and the space bar press. A button that is disabled
+/// while it has the focus hands it to its neighbour.
+class FrameNavigatorView : public QWidget {
+public:
+    explicit FrameNavigatorView(controls::FrameNavigator& control, QWidget* parent = nullptr);
+
+    /// In the order in which they stand. The one that takes the focus for the bar is its focus proxy.
+    const std::vector<QWidget*>& tabStops() const { return stops_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    class BarButton;
+
+    void addButton(const std::string& key);
+    void showState();
+    /// The button that can be pressed nearest to that one, which may be itself; nullptr when there is none.
+    BarButton* nearestEnabled(std::size_t index) const;
+    /// Gives the focus to the first button from `index` on in that direction that can be pressed.
+    void step(int index, int direction);
+
+    controls::FrameNavigator& control_;
+    QLabel* position_;
+    std::vector<BarButton*> buttons_;
+    std::vector<QWidget*> stops_;
+};
+
+} // namespace veldran::qt
