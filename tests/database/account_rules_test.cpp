@@ -26,7 +26,9 @@ TEST(AccountRules, AnalyticAccountOfAFourLevelChartIsNamedByItsWholeCode) {
     EXPECT_EQ(facts.level, 4);
     EXPECT_EQ(facts.analytic, true);
     EXPECT_EQ(facts.header, "0102030005");
+    EXPECT_EQ(facts.display, "01/02/03/0005");
     EXPECT_EQ(facts.parent, "0102030000");
+    EXPECT_EQ(facts.ancestors[3], "0102030005");
 }
 
 TEST(AccountRules, TwoLevelsShowNothingOfPositionsThreeToFive) {
@@ -35,6 +37,8 @@ TEST(AccountRules, TwoLevelsShowNothingOfPositionsThreeToFive) {
     EXPECT_EQ(facts.level, 2);
     EXPECT_EQ(facts.parent, "0100000000");
     EXPECT_EQ(facts.ancestors[1], "0112300001");
+    EXPECT_EQ(facts.ancestors[2], std::nullopt);
+    EXPECT_EQ(facts.analytic, true);
 }
 
 TEST(AccountRules, ThreeLevelsKeepPositionsThreeAndFourInHeaderAndParent) {
@@ -43,13 +47,20 @@ TEST(AccountRules, ThreeLevelsKeepPositionsThreeAndFourInHeaderAndParent) {
     EXPECT_EQ(facts.parent, "0199020000");
     EXPECT_EQ(factsOf(3, "0199020000").header, "019902");
     EXPECT_EQ(factsOf(3, "0199020000").parent, "0100000000");
+    EXPECT_EQ(factsOf(3, "0199000000").level, 1);
+    EXPECT_EQ(factsOf(3, "0199000000").ancestors[1], "0199000000");
 }
 
 TEST(AccountRules, FirstLevelHasNoParent) {
     const AccountFacts facts = factsOf(5, "0100000000");
     EXPECT_EQ(facts.level, 1);
+    EXPECT_EQ(facts.display, "01/00/00/00/00");
     EXPECT_EQ(facts.parent, std::nullopt);
     EXPECT_EQ(facts.header, "01");
+    EXPECT_EQ(facts.analytic, false);
+    for (const auto& ancestor : facts.ancestors) {
+        EXPECT_EQ(ancestor, "0100000000");
+    }
 }
 
 TEST(AccountRules, EveryFiveLevelStepHasItsOwnHeader) {

@@ -101,27 +101,6 @@ TEST_F(Activation, DoesNotRunForAPressThatChangedNoBox) {
     EXPECT_EQ(actions(), 0U);
 }
 
-TEST_F(Activation, SendsTheNodesDataByName) {
-    account->SetChecked(true);
-    activation().TRW_CONTI_NodeCheck(*account);
-    ASSERT_EQ(actions(), 1U);
-    const Request request = w.database.containing("SPCI_VELDRANACT")[0];
-    EXPECT_TRUE(request.value("@ON").toBool());
-    EXPECT_EQ(request.value("@DITTA").toInteger(), 31);
-    EXPECT_EQ(request.value("@GRUPPO").toInteger(), 7);
-    EXPECT_EQ(request.value("@CONTO").toText(), "0100000000");
-    EXPECT_EQ(request.value("@NATURA").toInteger(), 1);
-    EXPECT_EQ(request.value("@CORRELATI").toInteger(), 2);
-}
-
-TEST_F(Activation, MarksByPrefixAndWritesBack) {
-    account->SetChecked(true);
-    activation().TRW_CONTI_NodeCheck(*account);
-    ASSERT_EQ(w.database.containing("CONTO LIKE '01%'").size(), 1U);
-    EXPECT_EQ(w.database.containing("SET #CG24_TABPDC.ATTIVO").size(), 1U);
-    EXPECT_TRUE(w.messages->errors.empty());
-}
-
 TEST_F(Activation, MarksNothingWhenTheHeaderCodeIsMissing) {
     w.database.answer = [](const Request& request) {
         if (request.text.find("GETCODEHEADER") != std::string::npos) {
@@ -133,50 +112,6 @@ TEST_F(Activation, MarksNothingWhenTheHeaderCodeIsMissing) {
     activation().TRW_CONTI_NodeCheck(*account);
     EXPECT_TRUE(w.database.containing("LIKE").empty()) << "an empty prefix would mark the whole chart";
     EXPECT_EQ(actions(), 1U);
-}
-
-TEST_F(Activation, ReportsAFailedHeaderOnceAndLeavesTheWorkingTablesStale) {
-    w.database.answer = [](const Request& request) {
-        if (request.text.find("GETCODEHEADER") != std::string::npos) {
-            fail();
-        }
-        return twoAccounts(request);
-    };
-    account->SetChecked(true);
-    activation().TRW_CONTI_NodeCheck(*account);
-    EXPECT_EQ(w.labels(), Labels{"GetCodeHeader:"});
-    EXPECT_TRUE(w.database.containing("LIKE").empty());
-    EXPECT_TRUE(account->Checked());
-}
-
-TEST_F(Activation, LeavesTheBoxAsTheUserSetItWhenTheProcedureFails) {
-    w.database.answer = [](const Request& request) {
-        if (request.procedure) {
-            fail();
-        }
-        return twoAccounts(request);
-    };
-    account->SetChecked(true);
-    w.screen.pointers.clear();
-    activation().TRW_CONTI_NodeCheck(*account);
-    EXPECT_EQ(w.labels(), Labels{"AttivazioneConto:"});
-    EXPECT_TRUE(account->Checked());
-    EXPECT_EQ(w.screen.GetMousePointer(), services::mouseDefault);
-}
-
-TEST_F(Activation, GoesOnWithTheOtherAccountsOfARootWhenOneFails) {
-    w.database.answer = [](const Request& request) {
-        if (request.procedure && request.value("@CONTO").toText() == "0100000000") {
-            fail();
-        }
-        return twoAccounts(request);
-    };
-    controls::TreeNode& root = w.root(Patrimoniale);
-    root.SetChecked(true);
-    activation().TRW_CONTI_NodeCheck(root);
-    EXPECT_EQ(actions(), 2U);
-    EXPECT_EQ(w.labels(), Labels{"AttivazioneConto:"});
-    EXPECT_TRUE(w.node("*P0200000000*")->Checked());
 }
 
 TEST_F(Activation, IgnoresAPlaceholder) {
@@ -195,47 +130,6 @@ TEST_F(Activation, ForgetsAPendingPlaceholderThatIsRemoved) {
     w.areas->albero.EspansioneNodo(*parent);
     release();
     EXPECT_EQ(actions(), 0U);
-}
-
-TEST_F(Activation, BubblesACheckUpOnlyWhileAllSiblingsAreChecked) {
-    account->SetChecked(true);
-    activation().BubbleCheck(*account);
-    EXPECT_FALSE(w.root(Patrimoniale).Checked());
-    controls::TreeNode& other = *w.node("*P0200000000*");
-    other.SetChecked(true);
-    activation().BubbleCheck(other);
-    EXPECT_TRUE(w.root(Patrimoniale).Checked());
-    account->SetChecked(false);
-    activation().BubbleCheck(*account);
-    EXPECT_FALSE(w.root(Patrimoniale).Checked());
-}
-
-TEST_F(Activation, ReachesCorrelatedOrUncorrelatedAccountsByTheFilter) {
-    for (int tab = 4; tab <= 10; ++tab) {
-        w.controls.STR_FILTRI.AddTab("F" + std::to_string(tab), "");
-    }
-    const int expected[] = {2, 2, 2, 1, 0, 1, 0, 1, 0, 2};
-    for (int filter = 1; filter <= 10; ++filter) {
-        w.controls.STR_FILTRI.Select(filter);
-        w.database.requests.clear();
-        activation().AttivazioneConto(*account, true);
-        ASSERT_EQ(actions(), 1U);
-        EXPECT_EQ(w.database.requests[0].value("@CORRELATI").toInteger(), expected[filter - 1]) << filter;
-    }
-}
-
-TEST_F(Activation, KnowsARootCheckedOnlyWithAccountsAndAllOfThemActive) {
-    int inactive = 0;
-    int all = 0;
-    w.database.answer = [&](const Request& request) {
-        const bool asksInactive = request.text.find("ATTIVO = 0") != std::string::npos;
-        return (asksInactive ? inactive : all) > 0 ? rows({""}, {{1}}) : rows({""}, {});
-    };
-    EXPECT_FALSE(activation().PrimoLivelloChecked(Ordine)) << "no accounts";
-    all = 1;
-    EXPECT_TRUE(activation().PrimoLivelloChecked(Ordine));
-    inactive = 1;
-    EXPECT_FALSE(activation().PrimoLivelloChecked(Ordine));
 }
 
 } // namespace

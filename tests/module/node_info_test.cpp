@@ -1,6 +1,5 @@
 // What a node of the tree knows of itself.
 #include "platform/controls/form.h"
-#include "tests/module/scripted_driver.h"
 #include "tree/cnode_info.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +19,24 @@ protected:
         return attached;
     }
 
-    ScriptedDatabase database;
     std::shared_ptr<CCommandFactory> factory = std::make_shared<CCommandFactory>(); // shared by nodes
     controls::Form form{"F"};
     controls::TreeView tree{form, "TRW_CONTI"};
     controls::TreeNode& node = tree.Add(nullptr, "*E0102030005*", "Cassa", 5, 5);
 };
+
+TEST_F(NodeInfo, NumbersKindsAndNaturesAsTheChartDoes) {
+    EXPECT_EQ(NodoRadiceContiOrdine, 1);
+    EXPECT_EQ(NodoRadiceContiPatrimoniali, 2);
+    EXPECT_EQ(NodoRadiceContiEconomici, 3);
+    EXPECT_EQ(NodoRadiceContiNoStampa, 4);
+    EXPECT_EQ(NodoIntermedio, 5);
+    EXPECT_EQ(NodoConto, 6);
+    EXPECT_EQ(Ordine, 0);
+    EXPECT_EQ(Patrimoniale, 1);
+    EXPECT_EQ(Economico, 2);
+    EXPECT_EQ(DaNonStampare, 3);
+}
 
 TEST_F(NodeInfo, TakesItsIconsFromItsKind) {
     for (const EnumTipoNodo root : {NodoRadiceContiOrdine, NodoRadiceContiPatrimoniali,
@@ -37,6 +48,7 @@ TEST_F(NodeInfo, TakesItsIconsFromItsKind) {
     EXPECT_EQ(attach(NodoIntermedio, 1, 4).IconExpanded(), 4);
     EXPECT_EQ(attach(NodoIntermedio, 1, 4).IconCollapsed(), 3);
     EXPECT_EQ(attach(NodoConto, 4, 4).IconExpanded(), 5);
+    EXPECT_EQ(attach(NodoConto, 4, 4).IconCollapsed(), 5);
     EXPECT_EQ(attach(NodoConto, 4, 4, true).IconCollapsed(), 5)
         << "the look of a correlated account comes later";
 }
@@ -44,16 +56,21 @@ TEST_F(NodeInfo, TakesItsIconsFromItsKind) {
 TEST_F(NodeInfo, IsAnalyticAtTheLastLevelOnly) {
     EXPECT_TRUE(attach(NodoConto, 4, 4).IsAnalitico());
     EXPECT_FALSE(attach(NodoIntermedio, 3, 4).IsAnalitico());
+    EXPECT_FALSE(attach(NodoConto, 3, 4).IsAnalitico());
     EXPECT_FALSE(attach(NodoRadiceContiEconomici, 0, 0).IsAnalitico()) << "a root is never analytic";
+    EXPECT_FALSE(attach(NodoRadiceContiEconomici, 0, 4).IsAnalitico());
     EXPECT_TRUE(attach(NodoIntermedio, 4, 4).IsAnalitico()) << "the level decides, not the kind";
 }
 
 TEST_F(NodeInfo, StartsExploredOnlyAsALeaf) {
     EXPECT_TRUE(attach(NodoConto, 4, 4).Esplorato());
-    CNodeInfo& grouping = attach(NodoIntermedio, 1, 4);
-    EXPECT_FALSE(grouping.Esplorato());
-    grouping.MarkAsExplored();
-    EXPECT_TRUE(grouping.Esplorato());
+    for (const EnumTipoNodo kind : {NodoRadiceContiOrdine, NodoRadiceContiPatrimoniali,
+                                    NodoRadiceContiEconomici, NodoRadiceContiNoStampa, NodoIntermedio}) {
+        CNodeInfo& info = attach(kind, 1, 4);
+        EXPECT_FALSE(info.Esplorato());
+        info.MarkAsExplored();
+        EXPECT_TRUE(info.Esplorato());
+    }
 }
 
 TEST_F(NodeInfo, GivesBackWhatItWasInitializedWith) {
@@ -78,8 +95,12 @@ TEST_F(NodeInfo, MakesACollapsedCorrelatedAccountBoldAndRed) {
     EXPECT_EQ(node.ForeColor(), 255);
     EXPECT_EQ(node.Image(), 1);
     EXPECT_EQ(node.SelectedImage(), 6);
+    EXPECT_EQ(info.IconExpanded(), 6);
+    EXPECT_EQ(info.IconCollapsed(), 6);
     info.ChangeStatoCorrelazione(node, false);
     EXPECT_FALSE(info.IsCorrelato());
+    EXPECT_EQ(info.IconExpanded(), 5);
+    EXPECT_EQ(info.IconCollapsed(), 5);
     EXPECT_FALSE(node.Bold());
     EXPECT_EQ(node.ForeColor(), 0);
     EXPECT_EQ(node.Image(), 1);
@@ -102,27 +123,8 @@ TEST_F(NodeInfo, RemembersTheCorrelationOfAGroupingAccountWithoutChangingItsLook
     EXPECT_FALSE(node.Bold());
     EXPECT_EQ(node.ForeColor(), 0);
     EXPECT_EQ(node.Image(), 5);
+    EXPECT_EQ(node.SelectedImage(), 5);
     EXPECT_EQ(info.IconCollapsed(), 3);
-}
-
-TEST_F(NodeInfo, AsksTheFactoryForTheNatureOfItsRootKind) {
-    const auto connection = connectTo(database);
-    factory->Connessione(connection);
-    const std::pair<EnumTipoNodo, int> natures[] = {{NodoRadiceContiOrdine, 0},
-                                                    {NodoRadiceContiPatrimoniali, 1},
-                                                    {NodoRadiceContiEconomici, 2},
-                                                    {NodoRadiceContiNoStampa, 3}};
-    for (const auto& [kind, nature] : natures) {
-        const auto command = attach(kind, 0, 0).GetCMDGetChildren();
-        ASSERT_NE(command, nullptr);
-        EXPECT_EQ(command->Parameters()["@NATURA1"].Value(), Value(nature));
-        EXPECT_EQ(command->Parameters()["@NATURA2"].Value(), Value(nature));
-    }
-}
-
-TEST_F(NodeInfo, HasNoChildrenCommandAsALeafAndAsAnUnknownKind) {
-    EXPECT_EQ(attach(NodoConto, 4, 4).GetCMDGetChildren(), nullptr);
-    EXPECT_EQ(attach(static_cast<EnumTipoNodo>(9), 1, 4).GetCMDGetChildren(), nullptr);
 }
 
 } // namespace

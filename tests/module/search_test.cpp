@@ -86,51 +86,12 @@ TEST_F(Search, LeavesEveryOtherKeyAlone) {
     EXPECT_TRUE(w.database.requests.empty());
 }
 
-TEST_F(Search, TakesTheDescriptionAwayWhileTheUserTypesOn) {
-    lookups.descriptions["0102030005"] = "Cassa";
-    auto& field = w.controls.TXT_CONTORICERCA;
-    field.TypeFromView("0102030005");
-    field.LeaveFromView();
-    EXPECT_EQ(w.controls.LBB_DESCRCONTORICERCA.Caption(), "Cassa");
-    field.TypeFromView("0102030006");
-    EXPECT_EQ(w.controls.LBB_DESCRCONTORICERCA.Caption(), "");
-}
-
 TEST_F(Search, SaysThatATextLongerThanAnyAccountIsNotSelected) {
     search().EsecuzioneRicerca("01020300051");
     ASSERT_EQ(w.messages->boxes.size(), 1U);
     EXPECT_EQ(w.messages->boxes[0].title, "Ricerca conto");
     EXPECT_TRUE(w.database.requests.empty());
     EXPECT_TRUE(w.messages->errors.empty());
-}
-
-TEST_F(Search, ReportsOnceWhenALevelOfThePathCannotBeLoaded) {
-    for (int failing = 2; failing <= 5; ++failing) {
-        w.database.answer = [&](const Request& request) {
-            if (w.database.requests.size() == static_cast<std::size_t>(failing)) {
-                fail();
-            }
-            return oneBranch(request);
-        };
-        w.database.requests.clear();
-        w.messages->clear();
-        search().EsecuzioneRicerca("0102030005");
-        EXPECT_EQ(w.labels(), Labels{"CaricaChildren:"}) << failing;
-        EXPECT_EQ(w.screen.GetMousePointer(), services::mouseDefault);
-        w.database.answer = oneBranch;
-        w.messages->clear();
-        search().EsecuzioneRicerca("0102030005");
-        EXPECT_EQ(selected(), "*E0102030005*") << failing;
-        EXPECT_TRUE(w.messages->errors.empty());
-        w.areas->albero.LoadTree();
-    }
-}
-
-TEST_F(Search, ReportsALookUpThatFails) {
-    w.database.answer = [](const Request&) -> ado::StatementResult { fail(); };
-    search().EsecuzioneRicerca("0102030005");
-    EXPECT_EQ(w.labels(), Labels{"EsecuzioneRicerca:"});
-    EXPECT_TRUE(w.messages->boxes.empty());
 }
 
 TEST_F(Search, SaysWhichGroupingAccountTheTreeDoesNotHave) {
@@ -158,37 +119,6 @@ TEST_F(Search, SaysThatAnAccountHasAnUnknownNature) {
     };
     search().EsecuzioneRicerca("0102030005");
     EXPECT_EQ(w.labels(), Labels{"CostruzioneNodo:"});
-}
-
-TEST_F(Search, ReportsALookupServiceThatFailsUnderWhatItWasAsked) {
-    struct Broken final : services::LookupService {
-        std::optional<std::string> Decode(const services::LookupRequest&) override { fail(); }
-        std::optional<services::LookupChoice> Choose(const services::LookupRequest&) override { fail(); }
-        void Maintain(const services::LookupRequest&) override { fail(); }
-        services::CodeFormatter NewCodeFormatter(const std::shared_ptr<ado::Connection>&,
-                                                 std::int32_t) override {
-            fail();
-        }
-    } broken;
-    auto& field = w.controls.TXT_CONTORICERCA;
-    field.SetLookupService(&broken);
-    field.TypeFromView("01");
-    field.LeaveFromView();
-    field.LookupFromView();
-    EXPECT_EQ(w.labels(), (Labels{"TXT_CONTORICERCA_StartDecode", "TXT_CONTORICERCA_StartLookup"}));
-    EXPECT_EQ(w.messages->errors[0].error.Description, "Guasto simulato");
-    field.SetLookupService(&lookups);
-}
-
-TEST_F(Search, AsksTheHostForAccountsOfItsOwnChart) {
-    w.controls.TXT_CONTORICERCA.LookupFromView();
-    ASSERT_EQ(lookups.lists.size(), 1U);
-    EXPECT_EQ(lookups.lists[0].kind, services::LookupKind::ContiCoge);
-    EXPECT_EQ(lookups.lists[0].connection, w.connection);
-    EXPECT_EQ(lookups.lists[0].connectionString, "scritto=1");
-    EXPECT_EQ(lookups.lists[0].ditta, "31");
-    EXPECT_EQ(lookups.lists[0].pdc, 7);
-    EXPECT_EQ(lookups.lists[0].title, "Conti di contabilità generale");
 }
 
 TEST_F(Search, LetsGoOfTheHostsServiceWhenReleased) {

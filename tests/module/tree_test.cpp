@@ -37,6 +37,13 @@ struct Clipboard final : AppuntiCorrelazioni {
     std::vector<std::string> calls;
 };
 
+struct BrokenClipboard final : AppuntiCorrelazioni {
+    bool CorrelazioneInSospeso() const override { fail(); }
+    void AttivazioneCopiaTree(controls::TreeNode&) override { fail(); }
+    void AttivazioneTagliaTree(controls::TreeNode&) override { fail(); }
+    void IncollaCorrelazioneTree(controls::TreeNode&) override { fail(); }
+};
+
 class AccountsTree : public testing::Test {
 protected:
     AccountsTree() {
@@ -107,20 +114,6 @@ TEST_F(AccountsTree, StandsWithItsFourRootsWhenTheirStateCannotBeRead) {
     EXPECT_EQ(w.controls.TRW_CONTI.SelectedItem(), &w.root(Ordine));
 }
 
-TEST_F(AccountsTree, ReportsAFailedLoadOnceAndKeepsTheExpandButtonToTryAgain) {
-    w.database.answer = [](const Request&) -> ado::StatementResult { fail(); };
-    expand(w.root(Economico));
-    EXPECT_EQ(w.labels(), Labels{"CaricaChildren:"});
-    ASSERT_EQ(w.root(Economico).Children(), 1);
-    EXPECT_EQ(w.root(Economico).Child()->Key(), "CONTIECONOMICIDummyChild");
-    EXPECT_FALSE(CNodeInfo::Di(w.root(Economico))->Esplorato());
-    EXPECT_FALSE(w.root(Economico).Expanded());
-    w.database.answer = smallTree;
-    expand(w.root(Economico));
-    ASSERT_EQ(w.root(Economico).Children(), 1) << "a later expansion loads what the first could not";
-    EXPECT_NE(w.root(Economico).Child()->Tag(), nullptr);
-}
-
 TEST_F(AccountsTree, KeepsTheNodesOfALoadThatFailedHalfwayAndAddsTheRestLater) {
     w.database.answer = [](const Request&) {
         return children({childRow("0100000000", false, true, 1),
@@ -181,6 +174,21 @@ TEST_F(AccountsTree, GatesTheClipboardKeysByTheNode) {
     w.controls.TRW_CONTI.SetSelectedItem(&account);
     tree().TRW_CONTI_KeyDown(plain);
     EXPECT_TRUE(clipboard.calls.empty()) << "a grouping account, or a key without Ctrl";
+    tree().UsaAppunti(nullptr);
+}
+
+TEST_F(AccountsTree, ReportsAClipboardThatFailsUnderTheKey) {
+    expandAll();
+    BrokenClipboard clipboard;
+    tree().UsaAppunti(&clipboard);
+    controls::TreeNode& account = *w.node("*E0102030005*");
+    CNodeInfo::Di(account)->ChangeStatoCorrelazione(account, true);
+    w.controls.TRW_CONTI.SetSelectedItem(&account);
+    for (const int key : {controls::keyC, controls::keyX, controls::keyV}) {
+        w.messages->clear();
+        ctrl(key);
+        EXPECT_EQ(w.labels(), Labels{"TRW_CONTI_KeyDown"}) << key;
+    }
     tree().UsaAppunti(nullptr);
 }
 

@@ -184,8 +184,8 @@ TEST(Activation, UnderNotActivatedReachesAllAccountsBelowButMarksOnlyTheSelected
 }
 
 TEST(Activation, TellsTheProcedureWhichAccountsTheFilterMeans) {
-    const int expected[] = {2, 2, 2, 1, 0, 1, 0, 1, 0};
-    for (int filter = 1; filter <= 9; ++filter) {
+    const int expected[] = {2, 2, 2, 1, 0, 1, 0, 1, 0, 2};
+    for (int filter = 1; filter <= 10; ++filter) {
         // Of each combination one account, so that every filter shows one.
         Screen screen(Chart(2)
                           .account("0100000000", "Gruppo", 1)
@@ -200,6 +200,7 @@ TEST(Activation, TellsTheProcedureWhichAccountsTheFilterMeans) {
         screen.host.open();
         const ScreenUser user = screen.host.user();
         user.addFilterTabs();
+        user.filters().AddTab("Altro", "Altri conti");
         user.filter(filter);
         user.expand(user.root(1));
         screen.forget();

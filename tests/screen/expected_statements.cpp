@@ -1,14 +1,37 @@
 #include "tests/screen/expected_statements.h"
 
-#include <cctype>
+#include <fstream>
+#include <stdexcept>
+#include <utility>
 
 namespace veldran::test::expected {
 
 namespace {
 
-const char* const columns =
-    "INDICE,GRUPPO,CONTO,DESCRIZIONE,CG24_INDTIPOCONTO,CONTOF,CODEHEADER,PARENT,LIVELLO1,"
-    "LIVELLO2,LIVELLO3,LIVELLO4,LIVELLO5,NRLIVELLO,ISANALITICO,ATTIVO,CORRELATO";
+const std::vector<std::string>& columns() {
+    static const std::vector<std::string> all = {"    INDICE",
+                                                 "    , GRUPPO",
+                                                 "    , CONTO",
+                                                 "    , DESCRIZIONE",
+                                                 "    , CG24_INDTIPOCONTO",
+                                                 "    , CONTOF",
+                                                 "    , CODEHEADER",
+                                                 "    , PARENT",
+                                                 "    , LIVELLO1",
+                                                 "    , LIVELLO2",
+                                                 "    , LIVELLO3",
+                                                 "    , LIVELLO4",
+                                                 "    , LIVELLO5",
+                                                 "    , NRLIVELLO",
+                                                 "    , ISANALITICO",
+                                                 "    , ATTIVO",
+                                                 "    , CORRELATO"};
+    return all;
+}
+
+void append(std::vector<std::string>& texts, const std::vector<std::string>& more) {
+    texts.insert(texts.end(), more.begin(), more.end());
+}
 
 } // namespace
 
@@ -23,41 +46,28 @@ std::string lines(const std::vector<std::string>& texts) {
     return all;
 }
 
-std::string squeezed(std::string_view statement) {
-    const auto glues = [](char c) { return c == ',' || c == '(' || c == ')'; };
-    std::string result;
-    bool blank = false;
-    for (const char c : statement) {
-        if (std::isspace(static_cast<unsigned char>(c)) != 0) {
-            blank = true;
-            continue;
-        }
-        if (blank && !result.empty() && !glues(c) && !glues(result.back())) {
-            result += ' ';
-        }
-        blank = false;
-        result += c;
-    }
-    return result;
-}
-
 std::string levels(int chart) {
     return lines({"SELECT", "    CG10_NUMLIVELLI", "FROM", "    CG10_DESPDC", "WHERE",
                   "    CG10_GRUPPO = " + std::to_string(chart)});
 }
 
-std::vector<std::string> workingTableSelectList() {
-    return {"IDENTITY(INT,1,1)AS INDICE",    "CG24_GRUPPO_CG10 AS GRUPPO", "CG24_CONTO AS CONTO",
-            "CG24_DESCR AS DESCRIZIONE",     "CG24_INDTIPOCONTO",          "AS NVARCHAR(14))AS CONTOF",
-            "AS NVARCHAR(10))AS CODEHEADER", "AS NCHAR(10))AS PARENT",     "AS NCHAR(10))AS LIVELLO1",
-            "AS NCHAR(10))AS LIVELLO2",      "AS NCHAR(10))AS LIVELLO3",   "AS NCHAR(10))AS LIVELLO4",
-            "AS NCHAR(10))AS LIVELLO5",      "AS SMALLINT)AS NRLIVELLO",   "AS BIT)AS ISANALITICO",
-            "CAST(0 AS BIT)AS ATTIVO",       "CAST(0 AS BIT)AS CORRELATO"};
-}
-
-std::string workingTableTail(int chart) {
-    return "INTO #CG24_TABPDC FROM CG24_TABPDC WHERE CG24_GRUPPO_CG10 = " + std::to_string(chart) +
-           " ORDER BY CG24_GRUPPO_CG10 ASC,CG24_CONTO ASC";
+std::string workingTable(int chart, int levels) {
+    const std::string path = VELDRAN_SOURCE_DIR "/tests/screen/golden/working_table.sql";
+    std::ifstream file(path);
+    if (!file) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    std::vector<std::string> texts;
+    for (std::string line; std::getline(file, line);) {
+        for (const auto& [marker, value] : {std::pair<std::string, int>{"@NUMLIVELLI", levels},
+                                            std::pair<std::string, int>{"@CODICE_PDC_COGE", chart}}) {
+            if (line.ends_with(marker)) {
+                line.replace(line.size() - marker.size(), marker.size(), std::to_string(value));
+            }
+        }
+        texts.push_back(line);
+    }
+    return lines(texts);
 }
 
 std::string workingTableKey() {
@@ -73,16 +83,20 @@ std::string workingTableIndex2() {
 }
 
 std::string activationFlags(const std::string& ditta, int chart) {
-    return "UPDATE #CG24_TABPDC SET ATTIVO = ISNULL((SELECT TOP 1 1 FROM CI35_CONTIATTIVI WHERE "
-           "CI35_DITTA_CG18 = " +
-           ditta + " AND CI35_GRUPPO_CG10 = " + std::to_string(chart) + " AND CI35_CONTO_CG24 = CONTO),0)";
+    return lines({"UPDATE #CG24_TABPDC", "SET ATTIVO = ISNULL(", "    (", "        SELECT TOP 1 1",
+                  "        FROM CI35_CONTIATTIVI", "        WHERE CI35_DITTA_CG18 = " + ditta,
+                  "            AND CI35_GRUPPO_CG10 = " + std::to_string(chart),
+                  "            AND CI35_CONTO_CG24 = CONTO", "    )", "    , 0)"});
 }
 
 std::string correlationFlags(const std::string& ditta) {
-    return "UPDATE #CG24_TABPDC SET CORRELATO = CASE WHEN GRUPPOCORRELATO IS NULL THEN 0 ELSE 1 END "
-           "FROM #CG24_TABPDC LEFT OUTER JOIN(SELECT DISTINCT CI15_CODPDC_CG10 AS GRUPPOCORRELATO,"
-           "CI15_CONTO_CG24 AS CONTOCORRELATO FROM CI15_CORRCONTICOGE WHERE CI15_DITTA_CG18 = " +
-           ditta + ")AS CONTICORRELATI ON GRUPPO = GRUPPOCORRELATO AND CONTO = CONTOCORRELATO";
+    return lines({"UPDATE #CG24_TABPDC", "SET CORRELATO =", "    CASE",
+                  "        WHEN GRUPPOCORRELATO IS NULL THEN 0", "        ELSE 1", "    END",
+                  "FROM #CG24_TABPDC", "    LEFT OUTER JOIN", "    (", "        SELECT DISTINCT",
+                  "            CI15_CODPDC_CG10 AS GRUPPOCORRELATO",
+                  "            , CI15_CONTO_CG24 AS CONTOCORRELATO", "        FROM CI15_CORRCONTICOGE",
+                  "        WHERE CI15_DITTA_CG18 = " + ditta, "    ) AS CONTICORRELATI",
+                  "    ON GRUPPO = GRUPPOCORRELATO", "        AND CONTO = CONTOCORRELATO"});
 }
 
 std::string dropSelection() {
@@ -90,20 +104,26 @@ std::string dropSelection() {
 }
 
 std::string select(int filter) {
-    static const char* const conditions[] = {
-        "",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 1",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 0",
-        " WHERE ISANALITICO = 1 AND CORRELATO = 1",
-        " WHERE ISANALITICO = 1 AND CORRELATO = 0",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 1 AND CORRELATO = 1",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 1 AND CORRELATO = 0",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 0 AND CORRELATO = 1",
-        " WHERE ISANALITICO = 1 AND ATTIVO = 0 AND CORRELATO = 0",
+    static const std::vector<std::vector<std::string>> conditions = {
+        {},
+        {"    AND ATTIVO = 1"},
+        {"    AND ATTIVO = 0"},
+        {"    AND CORRELATO = 1"},
+        {"    AND CORRELATO = 0"},
+        {"    AND ATTIVO = 1", "    AND CORRELATO = 1"},
+        {"    AND ATTIVO = 1", "    AND CORRELATO = 0"},
+        {"    AND ATTIVO = 0", "    AND CORRELATO = 1"},
+        {"    AND ATTIVO = 0", "    AND CORRELATO = 0"},
     };
-    const std::string condition = filter >= 1 && filter <= 9 ? conditions[filter - 1] : "";
-    return std::string("SELECT ") + columns + " INTO #CG24_TABPDC_SELECTED FROM #CG24_TABPDC" + condition +
-           " ORDER BY INDICE ASC";
+    std::vector<std::string> texts = {"SELECT"};
+    append(texts, columns());
+    append(texts, {"INTO", "    #CG24_TABPDC_SELECTED", "FROM", "    #CG24_TABPDC"});
+    if (filter >= 2 && filter <= 9) {
+        append(texts, {"WHERE", "    ISANALITICO = 1"});
+        append(texts, conditions[static_cast<std::size_t>(filter) - 1]);
+    }
+    append(texts, {"ORDER BY", "    INDICE ASC"});
+    return lines(texts);
 }
 
 std::string identityInsertOn() {
@@ -111,13 +131,18 @@ std::string identityInsertOn() {
 }
 
 std::string completeSelection(int chart) {
-    return std::string("INSERT INTO #CG24_TABPDC_SELECTED(") + columns + ")SELECT " + columns +
-           " FROM #CG24_TABPDC WHERE GRUPPO = " + std::to_string(chart) +
-           " AND CONTO IN(SELECT DISTINCT CHILD_TABLE.PARENT FROM #CG24_TABPDC_SELECTED AS CHILD_TABLE "
-           "LEFT OUTER JOIN #CG24_TABPDC_SELECTED AS PARENT_TABLE ON CHILD_TABLE.GRUPPO = "
-           "PARENT_TABLE.GRUPPO "
-           "AND CHILD_TABLE.PARENT = PARENT_TABLE.CONTO WHERE PARENT_TABLE.GRUPPO IS NULL)ORDER BY INDICE "
-           "ASC";
+    std::vector<std::string> texts = {"INSERT INTO #CG24_TABPDC_SELECTED", "("};
+    append(texts, columns());
+    append(texts, {")", "SELECT"});
+    append(texts, columns());
+    append(texts, {"FROM", "    #CG24_TABPDC", "WHERE", "    GRUPPO = " + std::to_string(chart),
+                   "    AND CONTO IN (", "        SELECT DISTINCT", "            CHILD_TABLE.PARENT",
+                   "        FROM", "            #CG24_TABPDC_SELECTED AS CHILD_TABLE",
+                   "            LEFT OUTER JOIN", "            #CG24_TABPDC_SELECTED AS PARENT_TABLE",
+                   "            ON", "            CHILD_TABLE.GRUPPO = PARENT_TABLE.GRUPPO",
+                   "            AND CHILD_TABLE.PARENT = PARENT_TABLE.CONTO", "        WHERE",
+                   "            PARENT_TABLE.GRUPPO IS NULL", "    )", "ORDER BY", "    INDICE ASC"});
+    return lines(texts);
 }
 
 std::string selectionKey() {
@@ -143,12 +168,13 @@ std::vector<std::string> selectionIndexes(int levels) {
 }
 
 std::string anyInactive(int nature) {
-    return anyAnalytic(nature) + " AND ATTIVO = 0";
+    return lines({anyAnalytic(nature), "AND ATTIVO = 0"});
 }
 
 std::string anyAnalytic(int nature) {
-    return "SELECT TOP 1 1 FROM #CG24_TABPDC_SELECTED WHERE CG24_INDTIPOCONTO = " + std::to_string(nature) +
-           " AND ISANALITICO = 1";
+    return lines(
+        {"SELECT TOP 1 1 FROM #CG24_TABPDC_SELECTED WHERE CG24_INDTIPOCONTO = " + std::to_string(nature),
+         "AND ISANALITICO = 1"});
 }
 
 std::string rootChildren() {
@@ -200,8 +226,8 @@ std::string analyticChildren() {
 }
 
 std::string search(int chart) {
-    return "SELECT * FROM #CG24_TABPDC_SELECTED WHERE GRUPPO = " + std::to_string(chart) +
-           " AND CONTO = ? AND ISANALITICO = 1";
+    return lines({"SELECT * FROM #CG24_TABPDC_SELECTED WHERE GRUPPO = " + std::to_string(chart),
+                  "AND CONTO = ?", "AND ISANALITICO = 1"});
 }
 
 std::string header(int levels) {
@@ -219,6 +245,11 @@ std::string writeBack(const std::string& column) {
                   "    SET #CG24_TABPDC." + column + " = #CG24_TABPDC_SELECTED." + column, "FROM",
                   "    #CG24_TABPDC", "    INNER JOIN", "    #CG24_TABPDC_SELECTED", "    ON",
                   "    #CG24_TABPDC.INDICE = #CG24_TABPDC_SELECTED.INDICE"});
+}
+
+std::string markCorrelation(int chart) {
+    return lines({"UPDATE #CG24_TABPDC_SELECTED", "SET", "    CORRELATO = ?", "WHERE",
+                  "    GRUPPO = " + std::to_string(chart), "    AND CONTO = ?"});
 }
 
 } // namespace veldran::test::expected

@@ -1,12 +1,13 @@
 // Every statement of every routine made to fail in turn: one report under the routine's label, the stated
 // after-effects, and a screen that works on.
-#include "host/segnalazione_errori.h"
+#include "platform/controls/container.h"
 #include "tests/screen/expected_statements.h"
 #include "tests/screen/screen_fixture.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 
 namespace veldran::test {
 
@@ -101,15 +102,64 @@ std::vector<std::vector<std::string>> rowsOf(std::initializer_list<const char*> 
     return rows;
 }
 
+bool readsTheStateOfARoot(const std::string& text) {
+    for (int nature = 0; nature < 4; ++nature) {
+        if (text == expected::anyInactive(nature) || text == expected::anyAnalytic(nature)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::string labelOfFilterChange(const Message& message) {
-    return contains(message.text, "TOP 1 1") ? "PrimoLivelloChecked:" : "CaricamentoConti:";
+    return readsTheStateOfARoot(message.text) ? "PrimoLivelloChecked:" : "CaricamentoConti:";
+}
+
+/// Rows of a working table of the form; none when there is no such table.
+std::optional<int> rowCount(Screen& screen, const std::string& table) {
+    try {
+        return std::stoi(screen.query("SELECT COUNT(*) FROM " + table).at(0).at(0));
+    } catch (const ado::AdoError& error) {
+        EXPECT_EQ(error.first().Number, 208) << error.what();
+        return std::nullopt;
+    }
+}
+
+/// What a change from "Tutti" to "Non att." has left of the selection when that message fails: nine analytic
+/// accounts of which one is active, then seven, six and four grouping accounts level by level.
+std::optional<int> rowsSelectedUntil(Screen& screen, const Message& failed) {
+    if (failed.text == expected::dropSelection()) {
+        return 26; // the whole chart, as before
+    }
+    if (failed.text == expected::select(3)) {
+        return std::nullopt;
+    }
+    if (failed.text == expected::identityInsertOn()) {
+        return 8;
+    }
+    if (failed.text == expected::completeSelection(1)) {
+        const int rows[] = {8, 15, 21, 25};
+        return rows[screen.log().containing(failed.text).size() - 1];
+    }
+    return 25;
 }
 
 TEST(FilterFailures, AreReportedOnceAndTheNextFilterChangeRebuildsEverything) {
     Action action;
     action.chart.activated("0101010001");
+    action.prepare = [](Screen& screen) { screen.host.user().expand(screen.host.user().root(1)); };
     action.act = [](Screen& screen) { screen.host.user().filter(3); };
     action.label = labelOfFilterChange;
+    action.afterFailure = [](Screen& screen, const Message& failed) {
+        const ScreenUser user = screen.host.user();
+        EXPECT_EQ(rowCount(screen, "#CG24_TABPDC"), 26);
+        EXPECT_EQ(rowCount(screen, "#CG24_TABPDC_SELECTED"), rowsSelectedUntil(screen, failed));
+        EXPECT_EQ(user.control<controls::Label>("LBL_FILTRO_CORRENTE").Caption(), " Conti non attivati");
+        const bool rebuilt = readsTheStateOfARoot(failed.text);
+        EXPECT_EQ(user.find("*P0100000000*") == nullptr, rebuilt) << "the old tree stands until the new one";
+        EXPECT_EQ(user.tree().RootCount(), 4);
+        EXPECT_EQ(ScreenUser::hasPlaceholder(user.root(1)), rebuilt);
+    };
     action.repeat = action.act;
     action.expectDone = [](Screen& screen) {
         EXPECT_EQ(screen.query("SELECT COUNT(*) FROM #CG24_TABPDC_SELECTED"),
@@ -182,8 +232,7 @@ TEST(SearchFailures, AreReportedOnceAndTheNextSearchFindsTheAccount) {
     Action action;
     action.act = [](Screen& screen) { screen.host.user().search("0102030005"); };
     action.label = [](const Message& message) {
-        return expected::squeezed(message.text) == expected::search(1) ? "EsecuzioneRicerca:"
-                                                                       : "CaricaChildren:";
+        return message.text == expected::search(1) ? "EsecuzioneRicerca:" : "CaricaChildren:";
     };
     action.afterFailure = [](Screen& screen, const Message&) {
         EXPECT_EQ(screen.host.user().tree().SelectedItem()->Key(), "CONTIORDINE");
@@ -293,17 +342,16 @@ TEST(ActivationFailures, OfARootStopOnlyTheTopAccountThatFailed) {
 
 /// Reports of a start-up whose message of that text fails.
 std::vector<std::string> labelsOfStartUp(const std::string& text) {
-    const std::string statement = expected::squeezed(text);
-    if (contains(statement, "FROM CG10_DESPDC")) {
+    if (text == expected::levels(1)) {
         return {"GetLivelliPDC:"};
     }
-    if (contains(statement, "INTO #CG24_TABPDC FROM CG24_TABPDC")) {
+    if (text == expected::workingTable(1, 4)) {
         return {"ConfigurazioneTabelleTemporanee:", "CaricamentoConti:"}; // nothing to select from
     }
-    if (contains(statement, "TOP 1 1 FROM #CG24_TABPDC_SELECTED")) {
+    if (readsTheStateOfARoot(text)) {
         return {"PrimoLivelloChecked:"};
     }
-    return {contains(statement, "_SELECTED") ? "CaricamentoConti:" : "ConfigurazioneTabelleTemporanee:"};
+    return {contains(text, "_SELECTED") ? "CaricamentoConti:" : "ConfigurazioneTabelleTemporanee:"};
 }
 
 TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
@@ -338,6 +386,68 @@ TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
     }
 }
 
+/// What stands after a start-up one message of which failed.
+struct StartUpState {
+    std::optional<int> chart = 26;    ///< rows of the chart's working table
+    std::optional<int> selected = 26; ///< rows of the selection
+    int active = 1;                   ///< marked in the chart's working table
+    int correlated = 1;
+    int roots = 4;
+};
+
+StartUpState stateWithout(const std::string& text) {
+    StartUpState state;
+    if (text == expected::workingTable(1, 4)) {
+        return {std::nullopt, std::nullopt, 0, 0, 0};
+    }
+    if (text == expected::levels(1) || readsTheStateOfARoot(text)) {
+        return state;
+    }
+    if (text == expected::dropSelection() || text == expected::select(1)) {
+        state.selected = std::nullopt;
+    }
+    if (contains(text, "_SELECTED")) {
+        state.roots = 0;
+        return state;
+    }
+    state.correlated = 0;
+    if (text != expected::correlationFlags("1")) {
+        state.active = 0;
+    }
+    return state;
+}
+
+TEST(StartUpFailures, LeaveWhatWasBuiltBeforeThemAndASelectionCanBeMadeFromIt) {
+    const Chart chart = smallChart().activated("0102030005").correlated("0102030006");
+    std::vector<Message> messages;
+    {
+        Screen screen(chart);
+        screen.host.open();
+        messages = screen.log().messages();
+    }
+    for (std::size_t i = 0; i < messages.size(); ++i) {
+        SCOPED_TRACE("message " + std::to_string(i + 1) + ": " + messages[i].text);
+        const StartUpState state = stateWithout(messages[i].text);
+        Screen screen(chart);
+        screen.failures().failStatement(static_cast<int>(i) + 1);
+        screen.host.open();
+        const ScreenUser user = screen.host.user();
+        EXPECT_TRUE(user.control<controls::Layout>("LAY_ATTIVAZIONE").Visible());
+        EXPECT_EQ(user.control<controls::Label>("LBL_FILTRO_CORRENTE").Caption(), " Tutti i conti");
+        EXPECT_EQ(user.tree().RootCount(), state.roots);
+        EXPECT_EQ(rowCount(screen, "#CG24_TABPDC"), state.chart);
+        EXPECT_EQ(rowCount(screen, "#CG24_TABPDC_SELECTED"), state.selected);
+        if (state.chart) {
+            EXPECT_EQ(rowCount(screen, "#CG24_TABPDC WHERE ATTIVO = 1"), state.active);
+            EXPECT_EQ(rowCount(screen, "#CG24_TABPDC WHERE CORRELATO = 1"), state.correlated);
+        }
+        screen.host.messages->clear();
+        user.filter(1);
+        EXPECT_EQ(screen.host.messages->errors.size(), state.chart ? 0U : 1U);
+        EXPECT_EQ(user.tree().RootCount(), state.chart ? 4 : 0);
+    }
+}
+
 TEST(StartUpFailures, ThatGoOnAreReportedEachAndTheScreenStillCloses) {
     Screen screen(smallChart());
     screen.failures().failStatement(1, Times::Always);
@@ -363,28 +473,6 @@ TEST(StartUpFailures, OfACustomerLayoutAreReportedAndTheScreenOpens) {
     EXPECT_EQ(screen.host.messages->errors[0].error.Description, "riga 3: controllo sconosciuto");
     EXPECT_EQ(screen.host.scripts.script->events, std::vector<std::string>{"tsOpen"});
     EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
-}
-
-TEST(ErrorReport, AnswersAbortWhileThereIsNoMessageService) {
-    SegnalazioneErrori errors([] { return std::string("Modulo"); });
-    EXPECT_EQ(errors.SegnalazioneErrore("Form_Activate"), services::answerAbort);
-    EXPECT_EQ(errors.Esegui("Routine:", 7, []() -> int { throw std::runtime_error("guasto"); }), 7);
-}
-
-TEST(ErrorReport, GivesTheUsersAnswerBackAndForgetsTheError) {
-    const auto log = std::make_shared<MessageLog>();
-    log->answers = {services::answerRetry, services::answerIgnore};
-    SegnalazioneErrori errors([] { return std::string("Modulo"); });
-    errors.UsaMessaggi(std::make_unique<MessageRecorder>(log, std::make_shared<Journal>()), "Applicazione");
-    EXPECT_EQ(errors.SegnalazioneErrore("Prima:"), services::answerRetry);
-    EXPECT_EQ(errors.SegnalazioneErrore("Seconda:"), services::answerIgnore);
-    errors.Esegui("Terza:", [] { throw ado::AdoError(simulatedFailure("disco pieno")); });
-    ASSERT_EQ(log->errors.size(), 3U);
-    EXPECT_EQ(log->errors[2].error.Description, "disco pieno");
-    EXPECT_EQ(log->errors[2].error.Source, "\r\ntest");
-    EXPECT_FALSE(log->errors[2].hadConnectionErrors) << "no connection yet";
-    errors.SegnalazioneErrore("Quarta:");
-    EXPECT_EQ(log->errors[3].error.Description, "") << "the error was cleared by its report";
 }
 
 TEST(ErrorReport, ShowsAFailureOfTheLookupServiceUnderTheEventThatAsked) {

@@ -86,15 +86,15 @@ TEST(FormLifecycle, StartsUpInItsFixedOrder) {
                                                          "bind message service",
                                                          "new connection",
                                                          "open",
-                                                         "SELECT CG10_NUMLIVELLI FROM CG10_DESPDC",
-                                                         "INTO #CG24_TABPDC",
+                                                         "CG10_NUMLIVELLI",
+                                                         "INTO\r\n    #CG24_TABPDC",
                                                          "ALTER TABLE",
                                                          "CREATE NONCLUSTERED INDEX",
                                                          "CREATE NONCLUSTERED INDEX",
                                                          "UPDATE #CG24_TABPDC",
                                                          "UPDATE #CG24_TABPDC",
                                                          "DROP TABLE",
-                                                         "INTO #CG24_TABPDC_SELECTED",
+                                                         "INTO\r\n    #CG24_TABPDC_SELECTED",
                                                          "ALTER TABLE",
                                                          "CREATE NONCLUSTERED INDEX",
                                                          "CREATE NONCLUSTERED INDEX",
@@ -150,6 +150,18 @@ TEST(FormLifecycle, TakesTheRootCaptionsFromTheThesaurus) {
     EXPECT_EQ(user.root(1).Text(), "Balance");
     EXPECT_EQ(user.root(2).Text(), "Income");
     EXPECT_EQ(user.root(3).Text(), "Hidden");
+}
+
+TEST(FormLifecycle, KeepsItsOwnRootCaptionsForEntriesThatTheThesaurusLacks) {
+    Screen screen(smallChart());
+    screen.host.thesaurus.entries = {{15566, "Income"}};
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    EXPECT_EQ(user.root(0).Text(), "Conti d'ordine");
+    EXPECT_EQ(user.root(1).Text(), "Conti patrimoniali");
+    EXPECT_EQ(user.root(2).Text(), "Income");
+    EXPECT_EQ(user.root(3).Text(), "Conti non stampati");
+    EXPECT_TRUE(screen.host.messages->errors.empty());
 }
 
 TEST(FormLifecycle, TakesTranslatedCaptionsOfItsControls) {

@@ -177,9 +177,30 @@ TEST(AccountSearch, DecodesTheFieldThroughTheHostAndShowsTheDescription) {
     EXPECT_EQ(request.structure.codeLength, 10);
     EXPECT_EQ(request.structure.display("0102030005"), "01/02/03/0005");
     EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "Cassa contanti");
-    field.TypeFromView("0999999999");
+    field.TypeFromView("0102030006");
+    EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "")
+        << "what is being typed has no description yet";
     field.LeaveFromView();
-    EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "");
+    EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "") << "unknown to the host";
+}
+
+TEST(AccountSearch, TakesTheDescriptionAwayFromATextThatIsSetByCode) {
+    Screen screen(smallChart());
+    screen.host.lookups.descriptions = {{"0102030005", "Cassa contanti"}};
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    auto& field = user.control<controls::LookupField>("TXT_CONTORICERCA");
+    const auto& description = user.control<controls::Label>("LBB_DESCRCONTORICERCA");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    ASSERT_EQ(description.Caption(), "Cassa contanti");
+    field.SetText("0102030006");
+    EXPECT_EQ(description.Caption(), "");
+    field.ShowCode("0102030005", true);
+    EXPECT_EQ(description.Caption(), "Cassa contanti");
+    field.SetText("");
+    EXPECT_EQ(description.Caption(), "");
+    EXPECT_TRUE(screen.host.messages->errors.empty());
 }
 
 TEST(AccountSearch, GoesOnAfterEnterWhenTheHostCannotDecodeTheCode) {
@@ -206,6 +227,8 @@ TEST(AccountSearch, TypesTheAccountThatTheUserPicksFromTheHostsList) {
     ASSERT_EQ(screen.host.lookups.lists.size(), 1U);
     EXPECT_EQ(screen.host.lookups.lists[0].kind, services::LookupKind::ContiCoge);
     EXPECT_EQ(screen.host.lookups.lists[0].connection.get(), &screen.host.connection());
+    EXPECT_EQ(screen.host.lookups.lists[0].connectionString, screen.database.connectionString());
+    EXPECT_EQ(screen.host.lookups.lists[0].title, "Conti di contabilità generale");
     EXPECT_EQ(field.Text(), "0102030006");
     EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "Banca c/c");
     user.control<controls::Button>("BUT_RICERCA").ClickFromView();

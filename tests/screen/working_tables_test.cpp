@@ -7,45 +7,7 @@ namespace veldran::test {
 
 namespace {
 
-const char* const derivedColumns =
-    "CONTOF, CODEHEADER, PARENT, LIVELLO1, LIVELLO2, LIVELLO3, LIVELLO4, LIVELLO5, "
-    "NRLIVELLO, ISANALITICO";
-
-/// The derived columns of one account, opened in a chart of that many levels.
-std::vector<std::string> derived(int levels, const std::string& code) {
-    Screen screen(Chart(levels).account(code, "Conto", 1));
-    screen.host.open();
-    const auto rows = screen.query(std::string("SELECT ") + derivedColumns +
-                                   " FROM #CG24_TABPDC WHERE CONTO = '" + code + "'");
-    return rows.size() == 1 ? rows.front() : std::vector<std::string>{};
-}
-
 using Row = std::vector<std::string>;
-
-TEST(WorkingTables, DeriveAGroupingAccountOfTheThirdOfFourLevels) {
-    EXPECT_EQ(derived(4, "0102030000"), (Row{"01/02/03/0000", "010203", "0102000000", "0100000000",
-                                             "0102000000", "0102030000", "0102030000", "NULL", "3", "0"}));
-}
-
-TEST(WorkingTables, DeriveAnAnalyticAccountOfFourLevels) {
-    EXPECT_EQ(derived(4, "0102030005"), (Row{"01/02/03/0005", "0102030005", "0102030000", "0100000000",
-                                             "0102000000", "0102030000", "0102030005", "NULL", "4", "1"}));
-}
-
-TEST(WorkingTables, DropThePositionsThatTwoLevelsDoNotUse) {
-    EXPECT_EQ(derived(2, "0112300001"), (Row{"01/00001", "0112300001", "0100000000", "0100000000",
-                                             "0112300001", "NULL", "NULL", "NULL", "2", "1"}));
-}
-
-TEST(WorkingTables, IgnoreTheThirdAndFourthPositionWithThreeLevels) {
-    EXPECT_EQ(derived(3, "0199000000"), (Row{"01/00/0000", "01", "NULL", "0100000000", "0199000000",
-                                             "0199000000", "NULL", "NULL", "1", "0"}));
-}
-
-TEST(WorkingTables, DeriveATopAccountOfFiveLevelsWithoutAParent) {
-    EXPECT_EQ(derived(5, "0100000000"), (Row{"01/00/00/00/00", "01", "NULL", "0100000000", "0100000000",
-                                             "0100000000", "0100000000", "0100000000", "1", "0"}));
-}
 
 TEST(WorkingTables, NumberTheAccountsInChartOrderAndCopyThemUnchanged) {
     Screen screen(Chart(4)
@@ -109,18 +71,6 @@ TEST(WorkingTables, GiveTheSelectionOfThreeLevelsTheIndexesOfThreeLevelsOnly) {
     }
     EXPECT_EQ(names, (std::vector<std::string>{"IDX01", "IDX02", "IDX03", "IDX04", "IDX05", "IDX08", "IDX09",
                                                "IDX10"}));
-}
-
-TEST(WorkingTables, RefuseToBeBuiltTwiceInOneSession) {
-    Screen screen(smallChart());
-    screen.host.open();
-    try {
-        screen.host.connection().Execute("SELECT * INTO #CG24_TABPDC FROM CG24_TABPDC", nullptr,
-                                         ado::adCmdText | ado::adExecuteNoRecords);
-        FAIL() << "the table exists already";
-    } catch (const ado::AdoError& error) {
-        EXPECT_EQ(error.first().Number, 2714);
-    }
 }
 
 TEST(WorkingTables, ReportAChartThatHasNoRowOfItsOwnAndGoOnWithNoLevels) {

@@ -1,4 +1,4 @@
-// The object behind a tree node and the factory of its child queries, outside of any form.
+// The commands that list the children of a node, on a real session outside of any form.
 #include "platform/controls/form.h"
 #include "platform/controls/tree_view.h"
 #include "tests/support/recording_driver.h"
@@ -13,7 +13,7 @@ namespace veldran::test {
 namespace {
 
 CNodeInfo& tagged(controls::TreeNode& node, EnumTipoNodo kind, std::int16_t level, std::int16_t levels,
-                  std::shared_ptr<CCommandFactory> factory = std::make_shared<CCommandFactory>()) {
+                  std::shared_ptr<CCommandFactory> factory) {
     auto info = std::make_unique<CNodeInfo>();
     info->Initialize(kind, std::move(factory), true, false, Economico, 1, "0102030005", "Cassa", level,
                      levels);
@@ -22,112 +22,8 @@ CNodeInfo& tagged(controls::TreeNode& node, EnumTipoNodo kind, std::int16_t leve
     return result;
 }
 
-class TreeNodes : public testing::Test {
-protected:
-    controls::Form form{"FRM"};
-    controls::TreeView tree{form, "TRW"};
-};
-
-TEST_F(TreeNodes, KeepWhatTheyWereInitialisedWith) {
-    const CNodeInfo& info = tagged(tree.Add(nullptr, "k"), NodoConto, 4, 4);
-    EXPECT_EQ(info.TipoNodo(), NodoConto);
-    EXPECT_EQ(info.NaturaConto(), Economico);
-    EXPECT_EQ(info.CodiceConto(), "0102030005");
-    EXPECT_EQ(info.DescrizioneConto(), "Cassa");
-    EXPECT_FALSE(info.IsCorrelato());
-}
-
-TEST_F(TreeNodes, HaveTheValuesThatTheChartUses) {
-    EXPECT_EQ(NodoRadiceContiOrdine, 1);
-    EXPECT_EQ(NodoRadiceContiPatrimoniali, 2);
-    EXPECT_EQ(NodoRadiceContiEconomici, 3);
-    EXPECT_EQ(NodoRadiceContiNoStampa, 4);
-    EXPECT_EQ(NodoIntermedio, 5);
-    EXPECT_EQ(NodoConto, 6);
-    EXPECT_EQ(Ordine, 0);
-    EXPECT_EQ(Patrimoniale, 1);
-    EXPECT_EQ(Economico, 2);
-    EXPECT_EQ(DaNonStampare, 3);
-}
-
-TEST_F(TreeNodes, AreAnalyticAtTheLastLevelWhateverTheirKind) {
-    EXPECT_TRUE(tagged(tree.Add(nullptr, "a"), NodoConto, 4, 4).IsAnalitico());
-    EXPECT_TRUE(tagged(tree.Add(nullptr, "b"), NodoIntermedio, 3, 3).IsAnalitico());
-    EXPECT_FALSE(tagged(tree.Add(nullptr, "c"), NodoConto, 3, 4).IsAnalitico());
-    EXPECT_FALSE(tagged(tree.Add(nullptr, "d"), NodoRadiceContiOrdine, 0, 0).IsAnalitico());
-    EXPECT_FALSE(tagged(tree.Add(nullptr, "e"), NodoRadiceContiOrdine, 0, 4).IsAnalitico());
-}
-
-TEST_F(TreeNodes, AreExploredFromTheStartOnlyAsLeaves) {
-    for (const int kind : {1, 2, 3, 4, 5}) {
-        CNodeInfo& info =
-            tagged(tree.Add(nullptr, "k" + std::to_string(kind)), static_cast<EnumTipoNodo>(kind), 1, 4);
-        EXPECT_FALSE(info.Esplorato());
-        info.MarkAsExplored();
-        EXPECT_TRUE(info.Esplorato());
-    }
-    EXPECT_TRUE(tagged(tree.Add(nullptr, "leaf"), NodoConto, 4, 4).Esplorato());
-}
-
-TEST_F(TreeNodes, HaveTheIconsOfTheirKind) {
-    for (const int kind : {1, 2, 3, 4}) {
-        const CNodeInfo& root =
-            tagged(tree.Add(nullptr, "k" + std::to_string(kind)), static_cast<EnumTipoNodo>(kind), 0, 0);
-        EXPECT_EQ(root.IconExpanded(), 2);
-        EXPECT_EQ(root.IconCollapsed(), 1);
-    }
-    const CNodeInfo& group = tagged(tree.Add(nullptr, "g"), NodoIntermedio, 1, 4);
-    EXPECT_EQ(group.IconExpanded(), 4);
-    EXPECT_EQ(group.IconCollapsed(), 3);
-    const CNodeInfo& account = tagged(tree.Add(nullptr, "c"), NodoConto, 4, 4);
-    EXPECT_EQ(account.IconExpanded(), 5);
-    EXPECT_EQ(account.IconCollapsed(), 5);
-}
-
-TEST_F(TreeNodes, TurnBoldRedAndToTheirOwnSelectedIconWhenCorrelatedWhileCollapsed) {
-    controls::TreeNode& node = tree.Add(nullptr, "k", "Cassa", 5, 5);
-    CNodeInfo& info = tagged(node, NodoConto, 4, 4);
-    info.ChangeStatoCorrelazione(node, true);
-    EXPECT_TRUE(info.IsCorrelato());
-    EXPECT_EQ(info.IconExpanded(), 6);
-    EXPECT_EQ(info.IconCollapsed(), 6);
-    EXPECT_TRUE(node.Bold());
-    EXPECT_EQ(node.ForeColor(), 255);
-    EXPECT_EQ(node.Image(), 1);
-    EXPECT_EQ(node.SelectedImage(), 6);
-    info.ChangeStatoCorrelazione(node, false);
-    EXPECT_FALSE(info.IsCorrelato());
-    EXPECT_EQ(info.IconCollapsed(), 5);
-    EXPECT_FALSE(node.Bold());
-    EXPECT_EQ(node.ForeColor(), 0);
-    EXPECT_EQ(node.Image(), 1);
-    EXPECT_EQ(node.SelectedImage(), 5);
-}
-
-TEST_F(TreeNodes, TakeTheOtherFixedImageWhenCorrelatedWhileExpanded) {
-    controls::TreeNode& node = tree.Add(nullptr, "k", "Cassa", 5, 5);
-    CNodeInfo& info = tagged(node, NodoConto, 4, 4);
-    tree.Add(&node, "child");
-    tree.SetExpanded(node, true);
-    info.ChangeStatoCorrelazione(node, true);
-    EXPECT_EQ(node.Image(), 2);
-    EXPECT_EQ(node.SelectedImage(), 6);
-}
-
-TEST_F(TreeNodes, KeepTheirLookWhenTheyAreNoAccounts) {
-    controls::TreeNode& node = tree.Add(nullptr, "k", "Gruppo", 3, 3);
-    CNodeInfo& info = tagged(node, NodoIntermedio, 2, 4);
-    info.ChangeStatoCorrelazione(node, true);
-    EXPECT_TRUE(info.IsCorrelato());
-    EXPECT_EQ(info.IconCollapsed(), 3);
-    EXPECT_FALSE(node.Bold());
-    EXPECT_EQ(node.ForeColor(), 0);
-    EXPECT_EQ(node.Image(), 3);
-    EXPECT_EQ(node.SelectedImage(), 3);
-}
-
 /// A factory over a real session with an empty selection.
-class ChildQueries : public TreeNodes {
+class ChildQueries : public testing::Test {
 protected:
     void SetUp() override {
         connection->Open(database.connectionString());
@@ -143,6 +39,8 @@ protected:
         driver->log().clear();
     }
 
+    controls::Form form{"FRM"};
+    controls::TreeView tree{form, "TRW"};
     TestDatabase database{Chart(4)};
     std::shared_ptr<RecordingDriver> driver = std::make_shared<RecordingDriver>(database.driver());
     std::shared_ptr<ado::Connection> connection = ado::Connection::create(driver);
