@@ -1,5 +1,6 @@
 #include "host/frmci_veldran.h"
 
+#include "host/aree_correlazioni.h"
 #include "host/aree_di_lavoro.h"
 #include "host/clsci_veldran.h"
 
@@ -122,8 +123,8 @@ void FRMCI_VELDRAN::PreparaSchermo(services::GlobalObject& global) {
     aree_->albero.UsaCommandFactory(std::move(commandFactory));
     controlli_.STR_FILTRI.Select(1);
     aree_->ricerca.Configurazione(global.Lookups());
-    CaricamentoCombo();
-    FormatiGriglia();
+    correlazioni_->dettaglio.CaricamentoCombo();
+    correlazioni_->formati.Assegna(controlli_.GRD_DETTAGLIO);
     ConfigurazioneCampiCorrelazione(global);
     BuildScript();
     ApplicaLayOut();
@@ -137,7 +138,7 @@ void FRMCI_VELDRAN::Form_QueryUnload(bool& cancel) {
         if (!attivato_) {
             return;
         }
-        cancel = QueryUnloadFrames();
+        cancel = correlazioni_->frame.QueryUnloadFrames();
         if (cancel) {
             return;
         }
@@ -155,6 +156,9 @@ void FRMCI_VELDRAN::Form_Unload() {
     errori_.Esegui("Form_Unload", [this] { RilascioComandi(); });
     RilascioControllo(&controlli_.TXT_CONTO);
     RilascioControllo(&controlli_.TXT_VDS);
+    if (correlazioni_) {
+        correlazioni_->frame.RimozioneVirtualFrame();
+    }
     errori_.Esegui("Form_Unload", [this] { RilascioOggetti(); });
     RilascioAree();
     errori_.Esegui("Form_Unload", [this] { ChiudiConnessione(); });
@@ -177,11 +181,6 @@ void FRMCI_VELDRAN::MDIActiveX1_FormLoad() {
     });
 }
 
-bool FRMCI_VELDRAN::QueryUnloadFrames() {
-    // No editing frame exists outside correlation mode, so there is nobody to ask.
-    return errori_.Esegui("QueryUnloadFrames:", false, [] { return false; });
-}
-
 void FRMCI_VELDRAN::RilascioComandi() {
     if (aree_) {
         aree_->tabelle.Rilascia();
@@ -189,12 +188,17 @@ void FRMCI_VELDRAN::RilascioComandi() {
         aree_->attivazione.Rilascia();
         aree_->ricerca.Rilascia();
     }
+    if (correlazioni_) {
+        correlazioni_->archivio.Rilascia();
+        correlazioni_->campi.Rilascia();
+    }
 }
 
 void FRMCI_VELDRAN::RilascioControllo(controls::LookupField* controllo) {
     errori_.Esegui("RilascioControllo:", [&] {
         if (controllo) {
             controllo->SetLookupService(nullptr);
+            controllo->SetConnection(nullptr);
             controllo->SetCodeStructure({});
         }
     });
@@ -204,11 +208,8 @@ void FRMCI_VELDRAN::RilascioOggetti() {
     RilascioControllo(&controlli_.TXT_CAUSALE);
     RilascioControllo(&controlli_.TXT_CONTORICERCA);
     controlli_.QRV_RESIZEFORM.SetComponent(nullptr);
+    FormatiGriglia::Togli(controlli_.GRD_DETTAGLIO);
     RilascioAree();
-    formati_ = {};
-    for (std::size_t colonna = 0; colonna < controlli_.GRD_DETTAGLIO.Columns().size(); ++colonna) {
-        controlli_.GRD_DETTAGLIO.SetColumnFormat(colonna, nullptr);
-    }
     // The script object addresses this form: the navigator must not keep it longer.
     const auto navigatore = activeDll_ ? activeDll_->GetActiveNavigator() : nullptr;
     if (navigatore && script_ && navigatore->Script() == script_) {
@@ -219,6 +220,7 @@ void FRMCI_VELDRAN::RilascioOggetti() {
 
 void FRMCI_VELDRAN::RilascioAree() {
     eventiControlli_.clear();
+    correlazioni_.reset();
     if (aree_) {
         aree_->albero.SvuotaAlbero(); // the nodes share the command factory
         aree_.reset();

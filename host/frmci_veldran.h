@@ -15,6 +15,7 @@ namespace veldran {
 
 class Cinterface;
 class CLSCI_VELDRAN;
+struct AreeCorrelazioni;
 struct AreeDiLavoro;
 
 /// The screen's main form: start-up at its first activation, error report, close sequence with its veto.
@@ -56,9 +57,8 @@ private:
     void PreparaSchermo(services::GlobalObject& global);
     DidascalieRadici GetTraduzioneThesaurus();
     void CreaAreeDiLavoro(services::GlobalObject& global, DidascalieRadici didascalie);
-    void CollegaEventi();
-    void CaricamentoCombo();
-    void FormatiGriglia();
+    void CollegaAttivazione();
+    void CollegaCorrelazioni();
     void ConfigurazioneCampiCorrelazione(services::GlobalObject& global);
     void AvvioRidimensionamento();
 
@@ -66,7 +66,6 @@ private:
     void BuildScript();
     void ApplicaLayOut();
     bool ExecuteFormEvent(const std::string& evento);
-    bool QueryUnloadFrames();
 
     void RilascioComandi();
     void RilascioControllo(controls::LookupField* controllo);
@@ -86,18 +85,10 @@ private:
     std::string stringaConnessione_;
     std::shared_ptr<ado::Connection> connessione_; // shared with the component, commands and recordsets
     std::unique_ptr<AreeDiLavoro> aree_;
+    std::unique_ptr<AreeCorrelazioni> correlazioni_; ///< exists whenever the others do
     std::shared_ptr<services::ScriptObject> script_; // shared with the navigator
-    struct Formati {
-        // Shared with the columns they were given to.
-        std::shared_ptr<controls::DataFormat> gclsFormatConto;
-        std::shared_ptr<controls::DataFormat> gclsFormatDescrizioneConto;
-        std::shared_ptr<controls::DataFormat> gclsFormatVDS;
-        std::shared_ptr<controls::DataFormat> gclsFormatDescrizioneVDS;
-        std::shared_ptr<controls::DataFormat> gclsFormatPercentuale;
-    };
-    Formati formati_;
-    std::vector<Subscription> eventiForm_;      ///< of the window's life; kept while the form exists
-    std::vector<Subscription> eventiControlli_; ///< of the controls; while the work areas exist
+    std::vector<Subscription> eventiForm_;           ///< of the window's life; kept while the form exists
+    std::vector<Subscription> eventiControlli_;      ///< of the controls; while the work areas exist
 };
 
 } // namespace veldran

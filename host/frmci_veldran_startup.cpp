@@ -1,3 +1,4 @@
+#include "host/aree_correlazioni.h"
 #include "host/aree_di_lavoro.h"
 #include "host/clsci_veldran.h"
 #include "host/frmci_veldran.h"
@@ -63,10 +64,13 @@ void FRMCI_VELDRAN::CreaAreeDiLavoro(services::GlobalObject& global, DidascalieR
                                                             global.CodiceDitta(), global.CodicePdcCoge(), 0,
                                                             errori_, global.Screen()},
                                            controlli_, std::move(didascalie));
-    CollegaEventi();
+    correlazioni_ = std::make_unique<AreeCorrelazioni>(aree_->ambiente, global, controlli_, aree_->filtri,
+                                                       [this] { BuildScript(); });
+    CollegaAttivazione();
+    CollegaCorrelazioni();
 }
 
-void FRMCI_VELDRAN::CollegaEventi() {
+void FRMCI_VELDRAN::CollegaAttivazione() {
     ControlliFormPrincipale& c = controlli_;
     AreeDiLavoro& a = *aree_;
     const auto collega = [this](Subscription evento) { eventiControlli_.push_back(std::move(evento)); };
@@ -100,34 +104,62 @@ void FRMCI_VELDRAN::CollegaEventi() {
         [&a](controls::KeyEvent& tasto) { a.ricerca.TXT_CONTORICERCA_KeyDown(tasto); }));
 }
 
-void FRMCI_VELDRAN::CaricamentoCombo() {
-    errori_.Esegui("CaricamentoCombo:", [this] {
-        controlli_.CBO_SEGNO.Clear();
-        controlli_.CBO_SEGNO.AddItem("Avere", 2);
-        controlli_.CBO_SEGNO.AddItem("Dare", 1);
-    });
-}
+void FRMCI_VELDRAN::CollegaCorrelazioni() {
+    ControlliFormPrincipale& c = controlli_;
+    AreeCorrelazioni& a = *correlazioni_;
+    const auto collega = [this](Subscription evento) { eventiControlli_.push_back(std::move(evento)); };
 
-void FRMCI_VELDRAN::FormatiGriglia() {
-    formati_ = {std::make_shared<controls::DataFormat>(), std::make_shared<controls::DataFormat>(),
-                std::make_shared<controls::DataFormat>(), std::make_shared<controls::DataFormat>(),
-                std::make_shared<controls::DataFormat>()};
-    const auto formatoDi = [this](const controls::GridColumn& colonna) {
-        if (colonna.dataField == "AVERE" || colonna.dataField == "DARE") {
-            return formati_.gclsFormatConto;
-        }
-        if (colonna.dataField == "CONTO") {
-            return formati_.gclsFormatDescrizioneConto;
-        }
-        if (colonna.dataField == "CONTOVDS") {
-            return colonna.caption == "V.d.s." ? formati_.gclsFormatVDS : formati_.gclsFormatDescrizioneVDS;
-        }
-        return colonna.dataField == "PERCENTUALE" ? formati_.gclsFormatPercentuale : nullptr;
-    };
-    const auto& colonne = controlli_.GRD_DETTAGLIO.Columns();
-    for (std::size_t indice = 0; indice < colonne.size(); ++indice) {
-        controlli_.GRD_DETTAGLIO.SetColumnFormat(indice, formatoDi(colonne[indice]));
-    }
+    collega(c.CMD_ATTIVAZIONI.Click.subscribe([&a] { a.modi.CMD_ATTIVAZIONI_Click(); }));
+    collega(c.BUT_CORRELAZIONI.Click.subscribe([&a] { a.modi.BUT_CORRELAZIONI_ButtonClick(); }));
+    collega(c.BUT_EDITCORRELAZIONI.Click.subscribe([&a] { a.modi.BUT_EDITCORRELAZIONI_ButtonClick(); }));
+
+    collega(c.LST_CAUSALI.ItemClick.subscribe(
+        [&a](controls::ListItem& riga) { a.lista.LST_CAUSALI_ItemClick(riga); }));
+    collega(c.LST_CAUSALI.MouseDown.subscribe(
+        [&a](const controls::MouseEvent& evento) { a.lista.LST_CAUSALI_MouseDown(evento); }));
+    collega(c.LST_CAUSALI.KeyDown.subscribe(
+        [&a](controls::KeyEvent& tasto) { a.lista.LST_CAUSALI_KeyDown(tasto); }));
+
+    collega(c.TXT_CAUSALE.StartDecode.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.dettaglio.TXT_CAUSALE_StartDecode(richiesta); }));
+    collega(c.TXT_CAUSALE.StartLookup.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.dettaglio.TXT_CAUSALE_StartLookup(richiesta); }));
+    collega(c.TXT_CAUSALE.AfterItem.subscribe([&a] { a.dettaglio.TXT_CAUSALE_AfterItem(); }));
+    collega(
+        c.TXT_CAUSALE.Failed.subscribe([&a](const std::exception&) { a.dettaglio.TXT_CAUSALE_Failed(); }));
+    collega(c.INV_TESTATA.AfterButtonClick.subscribe([&a](bool riuscito, const std::string& tasto) {
+        a.dettaglio.INV_TESTATA_AfterButtonClick(riuscito, tasto);
+    }));
+
+    collega(c.GRD_DETTAGLIO.DblClick.subscribe([&a] { a.dettaglio.GRD_DETTAGLIO_DblClick(); }));
+    collega(c.GRD_DETTAGLIO.KeyDown.subscribe(
+        [&a](controls::KeyEvent& tasto) { a.dettaglio.GRD_DETTAGLIO_KeyDown(tasto); }));
+    collega(c.CMD_SU.Click.subscribe([&a] { a.dettaglio.CMD_SU_Click(); }));
+    collega(c.CMD_GIU.Click.subscribe([&a] { a.dettaglio.CMD_GIU_Click(); }));
+    collega(c.CBO_SEGNO.GotFocus.subscribe([&a] { a.dettaglio.CBO_SEGNO_GotFocus(); }));
+    collega(c.CBO_SEGNO.Click.subscribe([&a] { a.dettaglio.CBO_SEGNO_Click(); }));
+    collega(c.PIC_FOCUSCATCH.GotFocus.subscribe([&a] { a.dettaglio.PIC_FOCUSCATCH_GotFocus(); }));
+    collega(c.GNV_DETTAGLIO.GotFocus.subscribe([&a] { a.dettaglio.GNV_DETTAGLIO_GotFocus(); }));
+    collega(c.GNV_DETTAGLIO.AfterButtonClick.subscribe([&a](bool riuscito, const std::string& tasto) {
+        a.dettaglio.GNV_DETTAGLIO_AfterButtonClick(riuscito, tasto);
+    }));
+
+    collega(c.TXT_CONTO.GotFocus.subscribe([&a] { a.dettaglio.TXT_CONTO_GotFocus(); }));
+    collega(c.TXT_CONTO.StartDecode.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.campi.TXT_CONTO_StartDecode(richiesta); }));
+    collega(c.TXT_CONTO.StartLookup.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.campi.TXT_CONTO_StartLookup(richiesta); }));
+    collega(c.TXT_CONTO.KeyButtonMenuPress.subscribe(
+        [&a](const std::string& voce) { a.campi.TXT_CONTO_KeyButtonMenuPress(voce); }));
+    collega(c.TXT_CONTO.Failed.subscribe([&a](const std::exception&) { a.campi.CampoFailed(); }));
+    collega(c.TXT_VDS.GotFocus.subscribe([&a] { a.dettaglio.TXT_VDS_GotFocus(); }));
+    collega(c.TXT_VDS.StartDecode.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.campi.TXT_VDS_StartDecode(richiesta); }));
+    collega(c.TXT_VDS.StartLookup.subscribe(
+        [&a](services::LookupRequest& richiesta) { a.campi.TXT_VDS_StartLookup(richiesta); }));
+    collega(c.TXT_VDS.KeyButtonMenuPress.subscribe(
+        [&a](const std::string& voce) { a.campi.TXT_VDS_KeyButtonMenuPress(voce); }));
+    collega(c.TXT_VDS.Failed.subscribe([&a](const std::exception&) { a.campi.CampoFailed(); }));
 }
 
 void FRMCI_VELDRAN::ConfigurazioneCampiCorrelazione(services::GlobalObject& global) {

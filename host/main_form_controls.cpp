@@ -39,7 +39,6 @@ ControlliFormPrincipale::ControlliFormPrincipale(controls::Container& form)
       PIC_FOCUSCATCH(GRB_DETTAGLIO, "PIC_FOCUSCATCH"), GNV_DETTAGLIO(GRB_DETTAGLIO, "GNV_DETTAGLIO") {
     scritte(CMD_ATTIVAZIONI, "&Attivazioni / correlazioni",
             "Passa da attivazioni a correlazioni e viceversa");
-    CMD_ATTIVAZIONI.SetVisible(false);
     disegnaAttivazione();
     disegnaCorrelazioni();
 }

@@ -178,12 +178,13 @@ void LookupField::LookupFromView() {
 }
 
 /// Asks for the description of the code. \return false when a handler destroyed the field.
-bool LookupField::describe() {
+bool LookupField::describe(bool entered) {
     if (text_.empty()) {
         return true;
     }
     const auto life = lifeline();
     services::LookupRequest request = newRequest();
+    request.entered = entered;
     StartDecode.raise(request);
     if (life.expired()) {
         return false;
@@ -209,7 +210,7 @@ void LookupField::ShowCode(std::string code, bool described) {
     }
     text_ = std::move(code);
     forgetItem();
-    if (!described || describe()) {
+    if (!described || describe(false)) {
         changed();
     }
 }
@@ -230,7 +231,7 @@ bool LookupField::Decode() {
         changed();
         return false;
     }
-    if (!describe()) {
+    if (!describe(true)) {
         return false;
     }
     const bool valid = valid_;

@@ -86,7 +86,7 @@ private:
     services::LookupRequest newRequest() const;
     void forgetItem();
     bool type(std::string text);
-    bool describe();
+    bool describe(bool entered);
     bool isComplete() const;
     void changed();
 

@@ -32,7 +32,16 @@ public:
     }
 
     controls::Control& control() override { return field_; }
-    void show(const Value& value) override { field_.ShowCode(nullSafeText(value), described_); }
+    void show(const Value& value) override {
+        try {
+            field_.ShowCode(nullSafeText(value), described_);
+        } catch (const std::exception& failure) {
+            if (!field_.Failed.hasHandlers()) {
+                throw;
+            }
+            field_.Failed.raise(failure);
+        }
+    }
     bool hasPendingText() const override { return field_.HasPendingText(); }
     bool takePendingText() override {
         field_.LeaveFromView();

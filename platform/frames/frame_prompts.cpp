@@ -31,6 +31,12 @@ void FramePrompts::tellRefusedValue(const std::string& typed, const std::string&
                       services::styleExclamation, title);
 }
 
+void FramePrompts::tellDuplicate(const std::string& code) {
+    messages_.ShowBox("Non è possibile salvare " + noun_ + ": ne esiste già una con il codice «" + code +
+                          "».",
+                      services::styleExclamation, title);
+}
+
 void FramePrompts::tellNotANumber(const std::string& typed, const std::string& control) {
     messages_.ShowBox("«" + typed + "» non è un numero: correggere il campo «" + control + "».",
                       services::styleExclamation, title);

@@ -22,6 +22,8 @@ public:
     bool confirmDelete();
     /// What was typed into a control cannot be a value of its column.
     void tellRefusedValue(const std::string& typed, const std::string& control, const std::string& reason);
+    /// A new record has a code that another one has already.
+    void tellDuplicate(const std::string& code);
     void tellNotANumber(const std::string& typed, const std::string& control);
     /// A failure that nobody else tells the user.
     void tellFailure(const std::exception& failure);

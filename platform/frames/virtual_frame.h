@@ -45,6 +45,9 @@ public:
     void Bind(controls::LookupField& field, std::string column, controls::Label* description = nullptr);
     void Bind(controls::ComboBox& combo, std::string column);
     void Bind(controls::NumericField& field, std::string column);
+    /// No two records may hold the same value in `column`: a new record that would is refused, with a
+    /// message, before `BeforeUpdate`. Texts are compared blind to case and trailing blanks.
+    void Unique(std::string column) { unique_ = std::move(column); }
     /// Changes of `detail` are followed: this frame's navigator is brought up to date after each.
     void Follow(VirtualFrame& detail);
     ///@}
@@ -149,6 +152,7 @@ private:
     bool moveTo(std::int64_t position);
     bool pressed(const std::string& key);
     bool takePendingTexts();
+    bool isUnique() const;
     void deleteFromRecordset();
     void standNear(std::int64_t position);
 
@@ -177,6 +181,7 @@ private:
     bool underWay_ = false; ///< a public operation; another one of this frame is refused meanwhile
     std::shared_ptr<ado::Recordset> recordset_; // shared with the form's routines
     std::string source_;
+    std::string unique_; ///< column; "" when nothing has to be unique
     std::optional<ado::Bookmark> detachedAt_;
     controls::FrameNavigator* navigator_ = nullptr;
     controls::DataGrid* grid_ = nullptr;

@@ -1,5 +1,6 @@
 #include "platform/controls/control.h"
 #include "platform/frames/virtual_frame.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -107,6 +108,10 @@ bool VirtualFrame::update() {
             arrive(State::Browsing, statusEditing); // what was typed is what the record holds
         }
         return true;
+    }
+    if (isAdding() && !isUnique()) {
+        prompts_.tellDuplicate(nullSafeText(recordset_->Fields()[unique_].Value()));
+        return false;
     }
     bool cancel = false;
     BeforeUpdate.raise(cancel);
@@ -358,6 +363,22 @@ bool VirtualFrame::QueryUnload(bool mayPrompt, bool discardSilently, bool withDe
         }
         return false;
     });
+}
+
+bool VirtualFrame::isUnique() const {
+    if (unique_.empty()) {
+        return true;
+    }
+    const std::string value = nullSafeText(recordset_->Fields()[unique_].Value());
+    const ado::Bookmark own = recordset_->Bookmark();
+    const auto others = recordset_->Clone(ado::adLockReadOnly);
+    for (; !others->EndOfFile(); others->MoveNext()) {
+        if (!(others->Bookmark() == own) &&
+            compareBlindly(nullSafeText(others->Fields()[unique_].Value()), value) == 0) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool VirtualFrame::takePendingTexts() {

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "correlation/ambiente_correlazioni.h"
+#include "platform/ado/command.h"
+
+#include <memory>
+#include <string>
+
+namespace veldran {
+
+/// The permanent correlations of the current account and the working tables #TESTATA and #DETTAGLIO, in which
+/// they are edited. The tables live as long as the connection: they are created once, then refilled.
+class ArchivioCorrelazioni {
+public:
+    explicit ArchivioCorrelazioni(AmbienteCorrelazioni& ambiente) : ambiente_(ambiente) {}
+
+    /// (Re)fills the working tables. \return false after a failure.
+    bool PreparazioneTabelleTestataDettaglio();
+    /// Replaces the permanent rows of a causale by those of the working tables, in one transaction.
+    /// \return false after a failure; the permanent rows are then as they were.
+    bool AggiornamentoDatabase(const std::string& causale);
+    /// Deletes the permanent rows of a causale.
+    void CancellazioneCorrelazione(const std::string& causale);
+
+    /// \name For routines that report errors under labels of their own.
+    ///@{
+    /// Removes a causale's rows from #DETTAGLIO. \throws ado::AdoError
+    void RimozioneRigheDettaglio(const std::string& causale);
+    /// Permanent rows of an account, whatever the causale. \throws ado::AdoError
+    std::int64_t ConteggioCorrelazioni(const std::string& conto);
+    ///@}
+
+    /// Detaches the kept commands from the connection.
+    void Rilascia();
+
+private:
+    enum class Tabella { DaCreare, Creata };
+    void crea(Tabella& stato, const std::string& creazione, const std::string& svuotamento);
+    void riempi(std::shared_ptr<ado::Command>& comando, std::string (*testo)(const sql::CorrelationOwner&));
+
+    AmbienteCorrelazioni& ambiente_;
+    bool tabelleCreate_ = false;
+    Tabella testata_ = Tabella::DaCreare;
+    Tabella dettaglio_ = Tabella::DaCreare;
+    // Shared as ADO commands are.
+    std::shared_ptr<ado::Command> riempimentoTestata_;
+    std::shared_ptr<ado::Command> riempimentoDettaglio_;
+    std::shared_ptr<ado::Command> conteggio_;
+};
+
+} // namespace veldran

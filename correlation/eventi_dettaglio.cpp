@@ -1,0 +1,79 @@
+#include "correlation/eventi_dettaglio.h"
+
+#include "correlation/frame_correlazioni.h"
+#include "correlation/regole_correlazione.h"
+
+namespace veldran {
+
+void EventiDettaglio::gclsFrameDettaglio_AfterAddNew(bool riuscito) {
+    ambiente_.form.errori.Esegui("gclsFrameDettaglio_AfterAddNew", [&] {
+        if (!riuscito) {
+            return;
+        }
+        ado::Fields& campi = frame_.Dettaglio()->Recordset()->Fields();
+        campi["CAUSALE"].Value(controlli_.TXT_CAUSALE.Text());
+        campi["PDC"].Value(ambiente_.codicePDCCoin);
+        regole_.ImpostaDefaultSegno();
+    });
+}
+
+void EventiDettaglio::gclsFrameDettaglio_BeforeUpdate(bool& annulla) {
+    annulla = ambiente_.form.errori.Esegui("gclsFrameDettaglio_BeforeUpdate", true, [&] {
+        if (annulla) {
+            return true;
+        }
+        ado::Fields& campi = frame_.Dettaglio()->Recordset()->Fields();
+        const Value segno = campi["SEGNO"].Value();
+        const Value conto = campi["CONTO"].Value();
+        const auto seSegno = [&](SegnoCorrelazione voluto) {
+            return !segno.isNull() && segno.toInt32() == voluto ? conto : Value();
+        };
+        campi["AVERE"].Value(seSegno(segnoAvere));
+        campi["DARE"].Value(seSegno(segnoDare));
+        if (ambiente_.gestioneVds && !nullSafeText(campi["CONTOVDS"].Value()).empty()) {
+            campi["PDCVDS"].Value(ambiente_.codicePDCVds);
+        }
+        return false;
+    });
+}
+
+void EventiDettaglio::gclsFrameDettaglio_ChangeStatus(std::int16_t nuovo) {
+    ambiente_.form.errori.Esegui("gclsFrameDettaglio_ChangeStatus", [&] {
+        if (nuovo == frames::statusAddingNew) {
+            controlli_.CMD_SU.SetEnabled(false);
+            controlli_.CMD_GIU.SetEnabled(false);
+        } else if (nuovo == frames::statusBrowsing) {
+            const ado::Recordset& righe = *frame_.Dettaglio()->Recordset();
+            const auto posizione = righe.AbsolutePosition();
+            controlli_.CMD_SU.SetEnabled(posizione >= 2);
+            controlli_.CMD_GIU.SetEnabled(posizione >= 1 && posizione < righe.RecordCount());
+        }
+    });
+}
+
+void EventiDettaglio::gclsFrameDettaglio_UpdateBatchAll(bool& scritto) {
+    scritto = ambiente_.form.errori.Esegui("gclsFrameDettaglio_UpdateBatchAll", false, [this] {
+        frames::VirtualFrame& dettaglio = *frame_.Dettaglio();
+        const auto righe = dettaglio.Recordset();
+        if (dettaglio.HasPendingRow() && dettaglio.Status() == frames::statusAddingNew) {
+            righe->CancelUpdate();
+        }
+        // Deleted rows are still to be written when none is left.
+        if (righe->RecordCount() == 0 && !dettaglio.HasChangedRow()) {
+            return true;
+        }
+        dettaglio.DetachData();
+        if (!regole_.EnumerazioneRigheDettaglio()) {
+            return false; // the frame takes its data up again
+        }
+        righe->UpdateBatch(ado::adAffectAll);
+        dettaglio.AttachData();
+        return true;
+    });
+}
+
+void EventiDettaglio::gclsFrameDettaglio_Failed() {
+    ambiente_.form.errori.Esegui("gclsFrameDettaglio_Failed", [] { throw; });
+}
+
+} // namespace veldran

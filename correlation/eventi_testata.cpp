@@ -1,0 +1,120 @@
+#include "correlation/eventi_testata.h"
+
+#include "causali/lista_causali.h"
+#include "correlation/archivio_correlazioni.h"
+#include "correlation/controlli_dettaglio.h"
+#include "correlation/frame_correlazioni.h"
+#include "correlation/regole_correlazione.h"
+
+namespace veldran {
+
+void EventiTestata::gclsFrameTestata_BeforeUpdate(bool& annulla) {
+    annulla = ambiente_.form.errori.Esegui("gclsFrameTestata_BeforeUpdate", true, [&] {
+        if (annulla || !scriviRighe()) {
+            return true;
+        }
+        if (!vicini_.regole.CheckTotaleRigheOrigine()) {
+            rifiuta("attribuite alle righe di origine maggiore di 100");
+            return true;
+        }
+        if (!vicini_.regole.CheckTotalePartiteProposte()) {
+            rifiuta("attribuite ad un insieme contiguo di righe di destinazione maggiore di 100");
+            return true;
+        }
+        statoAlSalvataggio_ = vicini_.frame.Testata()->Status();
+        return false;
+    });
+}
+
+bool EventiTestata::scriviRighe() {
+    frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
+    return !(dettaglio.HasChangedRow() || dettaglio.HasNewRow()) || dettaglio.UpdateBatch();
+}
+
+void EventiTestata::rifiuta(const std::string& righe) {
+    ambiente_.form.errori.Messaggi()->ShowBox(
+        "Attenzione, non è ammesso salvare una correlazione con la somma delle percentuali\r\n" + righe,
+        services::styleExclamation, "Controllo correlazione");
+}
+
+void EventiTestata::gclsFrameTestata_AfterUpdate(bool riuscito) {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_AfterUpdate", [&] {
+        if (!riuscito) {
+            return;
+        }
+        const std::string causale = controlli_.TXT_CAUSALE.Text();
+        salvataggioMancato_ = !vicini_.archivio.AggiornamentoDatabase(causale);
+        if (statoAlSalvataggio_ == frames::statusAddingNew) {
+            vicini_.lista.Aggiungi(causale, controlli_.TXT_DESCRCAUSALE.Caption());
+        }
+    });
+}
+
+void EventiTestata::gclsFrameTestata_BeforeDelete(bool& annulla) {
+    annulla = ambiente_.form.errori.Esegui("gclsFrameTestata_BeforeDelete:", true, [&] {
+        if (annulla) {
+            return true;
+        }
+        causaleDaEliminare_ = nullSafeText(controlli_.TXT_CAUSALE.Text());
+        vicini_.archivio.RimozioneRigheDettaglio(causaleDaEliminare_);
+        return false;
+    });
+}
+
+void EventiTestata::gclsFrameTestata_AfterDelete(bool riuscito) {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_AfterDelete", [&] {
+        if (!riuscito) {
+            // The rows went before the header could not: they are fetched back from what is stored.
+            vicini_.archivio.PreparazioneTabelleTestataDettaglio();
+            vicini_.frame.Dettaglio()->Requery();
+            return;
+        }
+        salvataggioMancato_ = false;
+        vicini_.archivio.CancellazioneCorrelazione(causaleDaEliminare_);
+        vicini_.lista.Rimuovi(causaleDaEliminare_);
+    });
+}
+
+void EventiTestata::gclsFrameTestata_AfterUndo(bool riuscito) {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_AfterUndo", [&] {
+        if (!riuscito) {
+            return;
+        }
+        if (salvataggioMancato_) {
+            salvataggioMancato_ = false;
+            vicini_.archivio.PreparazioneTabelleTestataDettaglio(); // what is stored is shown again
+        }
+        vicini_.frame.Dettaglio()->Requery();
+        vicini_.frame.Dettaglio()->Refresh();
+    });
+}
+
+void EventiTestata::gclsFrameTestata_ChangeStatus(std::int16_t nuovo, std::int16_t precedente) {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_ChangeStatus", [&] {
+        controlli_.TXT_CAUSALE.SetEnabled(nuovo == frames::statusAddingNew);
+        if (nuovo == frames::statusBrowsing) {
+            if (precedente != frames::statusSaving) {
+                vicini_.frame.ShowChild();
+            }
+            const std::string causale = vicini_.frame.CausaleCorrente();
+            vicini_.dettaglio.AbilitazioneDettaglio(!causale.empty()); // rows belong to a causale
+            vicini_.lista.Seleziona(causale);
+        } else if (nuovo == frames::statusAddingNew) {
+            vicini_.frame.ClearChild();
+            vicini_.dettaglio.AbilitazioneDettaglio(false);
+        }
+    });
+}
+
+void EventiTestata::gclsFrameTestata_IsRecordChanged(bool& modificato) {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_IsRecordChanged", [&] {
+        const frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
+        modificato = modificato || dettaglio.HasChangedRow() || dettaglio.HasNewRow() || salvataggioMancato_;
+    });
+}
+
+void EventiTestata::gclsFrameTestata_Failed() {
+    ambiente_.form.errori.Esegui("gclsFrameTestata_Failed", [] { throw; });
+}
+
+} // namespace veldran

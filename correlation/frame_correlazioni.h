@@ -1,0 +1,85 @@
+#pragma once
+
+#include "correlation/ambiente_correlazioni.h"
+#include "platform/controls/data_grid.h"
+#include "platform/controls/edit_controls.h"
+#include "platform/controls/frame_navigator.h"
+#include "platform/controls/lookup_field.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/frames/virtual_frame.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace veldran {
+
+class ArchivioCorrelazioni;
+class EventiDettaglio;
+class EventiTestata;
+
+/// The two editing frames of correlation mode: `gclsFrameTestata` over the causali of the current account,
+/// `gclsFrameDettaglio` over the rows of one causale. They exist from `ConfigurazioneVirtualFrame` to
+/// `RimozioneVirtualFrame`.
+class FrameCorrelazioni {
+public:
+    struct Controlli {
+        controls::LookupField& TXT_CAUSALE;
+        controls::Label& TXT_DESCRCAUSALE;
+        controls::FrameNavigator& INV_TESTATA;
+        controls::DataGrid& GRD_DETTAGLIO;
+        controls::FrameNavigator& GNV_DETTAGLIO;
+        controls::ComboBox& CBO_SEGNO;
+        controls::NumericField& TXT_PERC;
+        controls::LookupField& TXT_CONTO;
+        controls::Label& TXT_DESCRCONTO;
+        controls::LookupField& TXT_VDS;
+        controls::Label& TXT_DESCRVDS;
+    };
+
+    FrameCorrelazioni(AmbienteCorrelazioni& ambiente, Controlli controlli, ArchivioCorrelazioni& archivio);
+    ~FrameCorrelazioni();
+    FrameCorrelazioni(const FrameCorrelazioni&) = delete;
+    FrameCorrelazioni& operator=(const FrameCorrelazioni&) = delete;
+    /// The neighbours that answer the frames' events.
+    void UsaEventi(EventiTestata& testata, EventiDettaglio& dettaglio);
+
+    /// Fills the working tables for the current account, creates both frames and binds them.
+    void ConfigurazioneVirtualFrame();
+    /// Closes and releases both frames, the header's first. Nothing happens when there are none.
+    void RimozioneVirtualFrame();
+    /// Refills the working tables and shows them anew; the header stays on its causale if that still exists.
+    void RefreshVirtualFrames();
+    /// Point the detail at the rows of the current header; at none when the header has no record.
+    void RefreshChild() { mostraRighe("RefreshChild:"); }
+    void ShowChild() { mostraRighe("ShowChild:"); }
+    /// Points the detail at no rows.
+    void ClearChild();
+    /// \return true when the form must not be left: the user stays with the pending changes.
+    bool QueryUnloadFrames();
+
+    /// nullptr outside correlation mode.
+    frames::VirtualFrame* Testata() const { return gclsFrameTestata_.get(); }
+    frames::VirtualFrame* Dettaglio() const { return gclsFrameDettaglio_.get(); }
+    /// CAUSALE of the current header, without trailing blanks; "" without one. \throws ado::AdoError
+    std::string CausaleCorrente() const;
+    /// The header's record of a causale; nothing when there is none, or more than one. \throws ado::AdoError
+    std::optional<ado::Bookmark> RecordDiCausale(const std::string& causale) const;
+
+private:
+    std::unique_ptr<frames::VirtualFrame> nuovoFrame(std::string nome, frames::LeavePolicy uscita) const;
+    void collegaEventi();
+    void mostraRighe(const char* etichetta);
+    void rilasciaFrame(std::unique_ptr<frames::VirtualFrame>& frame);
+
+    AmbienteCorrelazioni& ambiente_;
+    Controlli controlli_;
+    ArchivioCorrelazioni& archivio_;
+    EventiTestata* eventiTestata_ = nullptr;
+    EventiDettaglio* eventiDettaglio_ = nullptr;
+    std::unique_ptr<frames::VirtualFrame> gclsFrameDettaglio_; // outlives the header, which follows it
+    std::unique_ptr<frames::VirtualFrame> gclsFrameTestata_;
+    std::vector<Subscription> eventi_;
+};
+
+} // namespace veldran

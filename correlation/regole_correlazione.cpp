@@ -1,0 +1,121 @@
+#include "correlation/regole_correlazione.h"
+
+#include "correlation/frame_correlazioni.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+
+namespace veldran {
+
+namespace {
+
+constexpr double percentualePiena = 100;
+
+bool eOrigine(ado::Fields& campi) {
+    return campi["SEGNO"].Value().toInt32() == segnoAvere;
+}
+
+/// An empty percentage counts as 0.
+double percentuale(ado::Fields& campi) {
+    return nullSafeNumber(campi["PERCENTUALE"].Value());
+}
+
+double aDueDecimali(double numero) {
+    return std::nearbyint(numero * 100) / 100;
+}
+
+} // namespace
+
+std::shared_ptr<ado::Recordset> RegoleCorrelazione::copiaRighe() const {
+    if (frame_.Dettaglio() == nullptr) {
+        throw std::logic_error("Non c'è alcuna correlazione in modifica");
+    }
+    return frame_.Dettaglio()->Recordset()->Clone();
+}
+
+bool RegoleCorrelazione::CheckTotaleRigheOrigine() {
+    return ambiente_.form.errori.Esegui("CheckTotaleRigheOrigine:", false, [this] {
+        const auto righe = copiaRighe();
+        double totale = 0;
+        if (righe->RecordCount() > 0) {
+            righe->Filter("SEGNO = 2");
+            if (righe->RecordCount() > 0) {
+                for (righe->MoveFirst(); !righe->EndOfFile(); righe->MoveNext()) {
+                    totale += percentuale(righe->Fields());
+                }
+            }
+            righe->Filter(ado::adFilterNone);
+        }
+        return totale <= percentualePiena;
+    });
+}
+
+bool RegoleCorrelazione::CheckTotalePartiteProposte() {
+    return ambiente_.form.errori.Esegui("CheckTotalePartiteProposte:", false, [this] {
+        const auto righe = copiaRighe();
+        double serie = 0;
+        bool violata = false;
+        if (righe->RecordCount() > 0) {
+            righe->MoveFirst();
+        }
+        for (; !righe->EndOfFile() && !violata; righe->MoveNext()) {
+            if (eOrigine(righe->Fields())) {
+                violata = serie > percentualePiena;
+                serie = 0;
+            } else {
+                serie += aDueDecimali(percentuale(righe->Fields()));
+            }
+        }
+        return !violata && aDueDecimali(serie) <= percentualePiena;
+    });
+}
+
+void RegoleCorrelazione::ImpostaDefaultSegno() {
+    ambiente_.form.errori.Esegui("ImpostaDefaultSegno:", [this] {
+        ado::Field& segno = frame_.Dettaglio()->Recordset()->Fields()["SEGNO"];
+        const auto righe = copiaRighe();
+        righe->MoveFirst();
+        if (righe->RecordCount() < 2) {
+            segno.Value(static_cast<std::int16_t>(segnoAvere));
+            return;
+        }
+        // In hundredths, as the column holds them: a run that is full is full. An empty percentage makes the
+        // run unknown until the next origin, and an unknown run has no room.
+        std::optional<std::int64_t> serie = 0;
+        bool dopoOrigine = false;
+        for (; righe->AbsolutePosition() < righe->RecordCount(); righe->MoveNext()) {
+            dopoOrigine = eOrigine(righe->Fields());
+            const Value valore = righe->Fields()["PERCENTUALE"].Value();
+            if (dopoOrigine) {
+                serie = 0;
+            } else if (valore.isNull()) {
+                serie.reset();
+            } else if (serie) {
+                *serie += std::llround(valore.toDouble() * 100);
+            }
+        }
+        const bool restaSpazio = serie && *serie < std::llround(percentualePiena * 100);
+        segno.Value(static_cast<std::int16_t>(dopoOrigine || restaSpazio ? segnoDare : segnoAvere));
+    });
+}
+
+bool RegoleCorrelazione::EnumerazioneRigheDettaglio() {
+    return ambiente_.form.errori.Esegui("EnumerazioneRigheDettaglio:", false, [this] {
+        const auto righe = copiaRighe();
+        std::int16_t numero = 0;
+        if (righe->RecordCount() > 0) {
+            righe->MoveFirst();
+        }
+        for (; !righe->EndOfFile(); righe->MoveNext()) {
+            if (numero == std::numeric_limits<std::int16_t>::max()) {
+                throw std::overflow_error("La correlazione ha troppe righe per poterle numerare");
+            }
+            righe->Fields()["PROG"].Value(++numero);
+        }
+        return true;
+    });
+}
+
+} // namespace veldran
