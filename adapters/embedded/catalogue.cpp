@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <sstream>
+#include <utility>
 
 namespace veldran::embedded {
 
@@ -53,6 +55,23 @@ std::string columnList(const Table& table, const std::vector<std::size_t>& colum
         text += (text.empty() ? "" : ", ") + quoteName(table.columns[column].name);
     }
     return text;
+}
+
+std::string createIndexSql(const Table& table, std::string_view name, const std::string& list, bool unique) {
+    return std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + table.schema() + "." +
+           quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")";
+}
+
+// How many columns of the index, from its first, are among those sought.
+std::size_t servedColumns(const std::vector<std::string>& index, const std::vector<std::string>& sought) {
+    const auto end = std::find_if(index.begin(), index.end(), [&](const std::string& column) {
+        return std::find(sought.begin(), sought.end(), column) == sought.end();
+    });
+    return static_cast<std::size_t>(end - index.begin());
+}
+
+bool beginsWith(const std::vector<std::string>& columns, std::span<const std::string> begin) {
+    return columns.size() >= begin.size() && std::equal(begin.begin(), begin.end(), columns.begin());
 }
 
 std::string createTableSql(const Table& table) {
@@ -122,6 +141,7 @@ void Catalogue::ensureLoaded() {
     load("temp");
     loadIndexes("main");
     loadIndexes("temp");
+    pendingIndexes_ = countPending();
     loaded_ = true;
 }
 
@@ -157,17 +177,25 @@ void Catalogue::load(const std::string& schema) {
     }
 }
 
-// The definition of an index is its columns, one a line.
+// The definition of an index is its columns, one a line. Behind them and a tab stands what builds one that
+// was put off; it is there when SQLite knows it, so that a rollback takes back the building too.
 void Catalogue::loadIndexes(const std::string& schema) {
-    SqliteStatement rows = database_.prepare("SELECT parent, name, definition FROM " + schema +
-                                             ".veldran_catalogue WHERE kind = 'index'");
+    SqliteStatement rows =
+        database_.prepare("SELECT parent, name, definition, EXISTS (SELECT 1 FROM " + schema +
+                          ".sqlite_master AS m WHERE m.type = 'index' AND m.name = parent || '.' || c.name) "
+                          "FROM " +
+                          schema + ".veldran_catalogue AS c WHERE kind = 'index'");
     const ResetGuard guard(rows);
     while (rows.step()) {
-        std::vector<std::string>& columns =
-            entries_[toUpper(rows.text(0))].indexes[std::string(rows.text(1))];
-        std::istringstream lines{std::string(rows.text(2))};
+        Index& index = entries_[toUpper(rows.text(0))].indexes[std::string(rows.text(1))];
+        const std::string_view definition = rows.text(2);
+        const std::size_t end = std::min(definition.find('\t'), definition.size());
+        std::istringstream lines{std::string(definition.substr(0, end))};
         for (std::string line; std::getline(lines, line);) {
-            columns.push_back(line);
+            index.columns.push_back(line);
+        }
+        if (end < definition.size() && rows.integer(3) == 0) {
+            index.pending = definition.substr(end + 1);
         }
     }
 }
@@ -226,8 +254,8 @@ std::optional<UniqueRule> Catalogue::uniqueRule(std::string_view table,
     if (identity != nullptr && columns.size() == 1 && columns.front() == identity->name) {
         return UniqueRule{UniqueRule::Kind::RowNumber, identity->name};
     }
-    for (const auto& [name, names] : found->second.indexes) {
-        if (names == columns) {
+    for (const auto& [name, index] : found->second.indexes) {
+        if (index.columns == columns) {
             return UniqueRule{UniqueRule::Kind::Index, name};
         }
     }
@@ -313,9 +341,7 @@ void Catalogue::createTable(const Table& table) {
 
 void Catalogue::createKeyIndex(const Table& table, const Key& key) {
     if (key.storage == KeyStorage::Index) {
-        database_.execute("CREATE UNIQUE INDEX " + std::string(table.schema()) + "." +
-                          quoteName(indexName(table, key.name)) + " ON " + quoteName(table.name) + " (" +
-                          columnList(table, key.columns) + ")");
+        database_.execute(createIndexSql(table, key.name, columnList(table, key.columns), true));
     }
 }
 
@@ -329,6 +355,7 @@ void Catalogue::dropTable(const Table& table) {
     indexes.bind(1, std::string_view(name));
     indexes.run();
     entries_.erase(toUpper(name));
+    pendingIndexes_ = countPending();
     changed();
 }
 
@@ -369,16 +396,67 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
              "Un indice o una statistica denominata '" + name + "' esiste già nella tabella '" + table.name +
                  "'.");
     }
-    database_.execute(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + table.schema() + "." +
-                      quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")");
+    Index index{std::move(names), createIndexSql(table, name, list, unique)};
+    if (table.isTemporary() && !unique) {
+        definition += "\t" + index.pending;
+    } else {
+        database_.execute(index.pending);
+        index.pending.clear();
+    }
     store(table.schema(), kindIndex, name, table.name, definition);
-    entries_[toUpper(table.name)].indexes[name] = names;
+    entries_[toUpper(table.name)].indexes[name] = std::move(index);
+    pendingIndexes_ = countPending();
     changed();
+}
+
+void Catalogue::buildIndexes(const std::string& table, const std::vector<std::string>& columns) {
+    ensureLoaded();
+    if (pendingIndexes_ == 0) {
+        return;
+    }
+    const auto found = entries_.find(toUpper(table));
+    if (found == entries_.end()) {
+        return;
+    }
+    // Of several indexes that serve the same columns one is enough, the narrowest; those that serve most come
+    // first, because they serve every beginning of these columns as well.
+    std::vector<std::pair<std::size_t, Index*>> wanted;
+    std::vector<const Index*> present;
+    for (auto& [name, index] : found->second.indexes) {
+        if (index.pending.empty()) {
+            present.push_back(&index);
+        } else if (const std::size_t served = servedColumns(index.columns, columns); served > 0) {
+            wanted.emplace_back(served, &index);
+        }
+    }
+    std::stable_sort(wanted.begin(), wanted.end(), [](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first > b.first : a.second->columns.size() < b.second->columns.size();
+    });
+    for (const auto& [served, index] : wanted) {
+        const std::span<const std::string> begin(index->columns.data(), served);
+        if (std::none_of(present.begin(), present.end(),
+                         [&](const Index* other) { return beginsWith(other->columns, begin); })) {
+            database_.execute(index->pending);
+            index->pending.clear();
+            present.push_back(index);
+        }
+    }
+    pendingIndexes_ = countPending();
+}
+
+std::size_t Catalogue::countPending() const {
+    std::size_t count = 0;
+    for (const auto& [key, entry] : entries_) {
+        count += static_cast<std::size_t>(
+            std::count_if(entry.indexes.begin(), entry.indexes.end(),
+                          [](const auto& index) { return !index.second.pending.empty(); }));
+    }
+    return count;
 }
 
 void Catalogue::dropIndex(const Table& table, const std::string& name) {
     SqliteStatement known =
-        database_.prepare("SELECT 1 FROM " + std::string(table.schema()) +
+        database_.prepare("SELECT name FROM " + std::string(table.schema()) +
                           ".veldran_catalogue WHERE kind = 'index' AND parent = ? AND name = ?");
     known.bind(1, std::string_view(table.name));
     known.bind(2, std::string_view(name));
@@ -388,10 +466,10 @@ void Catalogue::dropIndex(const Table& table, const std::string& name) {
         fail(3701, "42S12",
              "Impossibile eliminare l'indice '" + table.name + "." + name + "' perché non esiste.");
     }
-    database_.execute("DROP INDEX " + std::string(table.schema()) + "." + quoteName(indexName(table, name)));
+    database_.execute("DROP INDEX IF EXISTS " + std::string(table.schema()) + "." +
+                      quoteName(indexName(table, name)));
     remove(table.schema(), kindIndex, name, table.name);
-    entries_[toUpper(table.name)].indexes.erase(name);
-    changed();
+    forget(); // a name may be written in another case
 }
 
 void Catalogue::createRoutine(const Routine& routine, tsql::DefinitionMode mode) {

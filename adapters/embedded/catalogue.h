@@ -38,9 +38,13 @@ public:
     void redefineTable(const Table& table);
     /// Makes the unique index that stands for a key, where SQLite does not keep the key otherwise.
     void createKeyIndex(const Table& table, const Key& key);
+    /// An index of a working table that guards nothing is only noted: it is built when a statement that it
+    /// serves comes, and most are never needed before the table goes.
     void createIndex(const Table& table, const std::string& name,
                      const std::vector<tsql::IndexColumn>& columns, bool unique);
     void dropIndex(const Table& table, const std::string& name);
+    /// Builds the indexes of a working table that were put off and serve conditions on these columns.
+    void buildIndexes(const std::string& table, const std::vector<std::string>& columns);
     void createRoutine(const Routine& routine, tsql::DefinitionMode mode);
     void dropRoutine(const Routine& routine);
     std::vector<std::string> temporaryTables();
@@ -58,18 +62,22 @@ private:
     void load(const std::string& schema);
     void loadIndexes(const std::string& schema);
     void ensureLoaded();
+    std::size_t countPending() const;
     std::int64_t store(const std::string& schema, std::string_view kind, std::string_view name,
                        std::string_view parent, std::string_view definition);
     void remove(const std::string& schema, std::string_view kind, std::string_view name,
                 std::string_view parent);
     void checkNameIsFree(const tsql::QualifiedName& name);
 
+    struct Index {
+        std::vector<std::string> columns;
+        std::string pending; ///< the SQLite text that builds it; empty when it is there
+    };
     struct Entry {
         std::shared_ptr<const Table> table;     // shared with the statements bound to it
         std::shared_ptr<const Routine> routine; // shared with the statements bound to it
         std::int64_t id = 0;
-        std::map<std::string, std::vector<std::string>>
-            indexes; ///< of a table: the columns by the index's name
+        std::map<std::string, Index> indexes; ///< of a table, by name
     };
     static bool isOfType(const Entry& entry, std::string_view type);
     using Entries = std::map<std::string, Entry>; // by name in capitals
@@ -81,6 +89,7 @@ private:
     SqliteStatement schemaVersionQuery_;
     Entries entries_;
     bool loaded_ = false;
+    std::size_t pendingIndexes_ = 0; ///< of all tables
     std::int64_t schemaVersion_ = -1;
     std::uint64_t generation_ = 1;
 };

@@ -223,6 +223,20 @@ void Executor::bind(const tsql::Statement& statement, Activation& activation) {
     }
 }
 
+void Executor::buildIndexes(const Program& program) {
+    for (const Sought& sought : program.sought) {
+        session_.catalogue().buildIndexes(sought.table, sought.columns);
+    }
+}
+
+void Executor::prepare(Compiled& entry) {
+    buildIndexes(entry.program());
+    if (!entry.statement) {
+        entry.statement = session_.database().prepare(entry.program().sql);
+        entry.replans = 0;
+    }
+}
+
 void Executor::bindSlots(SqliteStatement& statement, const std::vector<Slot>& slots, Activation& activation) {
     // Folding may have dropped the last slots from the text.
     const auto count = static_cast<std::size_t>(sqlite3_bind_parameter_count(statement.handle()));
@@ -236,9 +250,7 @@ Stored Executor::evaluate(const tsql::Expression& expression, const SqlType* typ
         session_.catalogue(), activation, activation.plan().markers, activation.text, {}};
     Compiled& entry =
         compiled(&expression, activation, [&] { return Translator(context).value(expression, type, {}); });
-    if (!entry.statement) {
-        entry.statement = session_.database().prepare(entry.program().sql);
-    }
+    prepare(entry);
     bindSlots(entry.statement, entry.program().slots, activation);
     const ResetGuard guard(entry.statement);
     return entry.statement.step() ? entry.statement.stored(0) : Stored();
@@ -249,9 +261,7 @@ bool Executor::holds(const tsql::Expression& condition, Activation& activation) 
         session_.catalogue(), activation, activation.plan().markers, activation.text, {}};
     Compiled& entry =
         compiled(&condition, activation, [&] { return Translator(context).condition(condition); });
-    if (!entry.statement) {
-        entry.statement = session_.database().prepare(entry.program().sql);
-    }
+    prepare(entry);
     bindSlots(entry.statement, entry.program().slots, activation);
     const ResetGuard guard(entry.statement);
     return entry.statement.step() && entry.statement.integer(0) != 0;

@@ -70,6 +70,8 @@ private:
                        const std::function<TranslatedStatement()>& translate);
     Compiled& compiledStatement(const tsql::Statement& statement, Activation& activation);
     bool isCurrent(Compiled& entry);
+    void buildIndexes(const Program& program);
+    void prepare(Compiled& entry);
     void bindSlots(SqliteStatement& statement, const std::vector<Slot>& slots, Activation& activation);
     void runStatement(const tsql::Statement& statement, Activation& activation);
     /// False when another program has changed the schema under the binding: nothing was done then.

@@ -76,10 +76,7 @@ bool Executor::runProgram(Compiled& entry, Activation& activation) {
         runInto(entry, activation);
         return true;
     }
-    if (!entry.statement) {
-        entry.statement = session_.database().prepare(entry.program().sql);
-        entry.replans = 0;
-    }
+    prepare(entry);
     const Program& program = entry.program();
     if (program.columns.empty()) {
         // A change cannot be taken back to be bound anew, so it looks first; beside the commit this costs
@@ -192,6 +189,7 @@ void Executor::runKeyUpdate(Compiled& entry, Activation& activation) {
 
 void Executor::runInto(Compiled& entry, Activation& activation) {
     const auto& into = std::get<IntoProgram>(entry.translated);
+    buildIndexes(into.fill);
     AtomicScope scope(session_, !into.table.isTemporary());
     session_.catalogue().createTable(into.table);
     SqliteStatement fill = session_.database().prepare(into.fill.sql);

@@ -32,6 +32,12 @@ struct Dependency {
     std::shared_ptr<const Routine> routine;
 };
 
+/// The columns of a working table that a text tests or sorts by: what an index could serve.
+struct Sought {
+    std::string table;
+    std::vector<std::string> columns;
+};
+
 /// One SQLite statement that stands for a T-SQL query or change.
 struct Program {
     std::string sql;
@@ -39,6 +45,7 @@ struct Program {
     std::vector<ResultColumn> columns;  ///< of a query; empty for a change
     std::vector<std::string> variables; ///< of SELECT @V = ...: one for each column
     std::vector<Dependency> dependencies;
+    std::vector<Sought> sought;
     bool changesFile = false; ///< it writes a table of the file, not a working table
     bool inserts = false;     ///< it is an INSERT
     bool numbersRows = false; ///< into a table with an identity column

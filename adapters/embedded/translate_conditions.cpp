@@ -3,10 +3,12 @@
 #include "adapters/embedded/overloaded.h"
 #include "adapters/embedded/sqlite.h"
 #include "adapters/embedded/translator.h"
+#include "adapters/embedded/translator_frames.h"
 
 namespace veldran::embedded {
 
 Condition Translator::truth(const tsql::Expression& node) {
+    const SeekFrame frame(*this);
     return std::visit(
         Overloaded{
             [&](const tsql::Comparison& n) {

@@ -267,12 +267,14 @@ std::string Translator::orderItems(const std::vector<tsql::OrderItem>& items, co
                                    bool single) {
     const std::vector<SelectedItem>& selected = query.items();
     const bool byPlace = !single || query.arms.front().distinct;
+    const SeekFrame frame(*this);
     std::string sql;
     const auto add = [&](const std::string& text, bool descending) {
         sql += (sql.empty() ? " ORDER BY " : ", ") + text + (descending ? " DESC" : "");
     };
     const auto addPlace = [&](std::size_t place, bool descending) {
         const Fragment& value = selected[place].value;
+        noteSought(value);
         if (byPlace) {
             add(std::to_string(place + 1), descending);
         } else if (!value.constant) {

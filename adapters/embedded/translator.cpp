@@ -79,7 +79,23 @@ Program Translator::finish(std::string sql) {
     program.sql = std::move(sql);
     program.slots = slots_;
     program.dependencies = dependencies_;
+    program.sought = sought_;
     return program;
+}
+
+void Translator::noteSought(const Fragment& column) {
+    if (seeks_ == 0 || column.column == nullptr || !column.table->isTemporary()) {
+        return;
+    }
+    auto entry = std::find_if(sought_.begin(), sought_.end(),
+                              [&](const Sought& other) { return other.table == column.table->name; });
+    if (entry == sought_.end()) {
+        entry = sought_.insert(sought_.end(), Sought{column.table->name, {}});
+    }
+    const std::string& name = column.column->name;
+    if (std::find(entry->columns.begin(), entry->columns.end(), name) == entry->columns.end()) {
+        entry->columns.push_back(name);
+    }
 }
 
 Fragment Translator::column(const tsql::QualifiedName& name) {
@@ -104,6 +120,7 @@ Fragment Translator::column(const tsql::QualifiedName& name) {
             }
         }
         if (found != nullptr) {
+            noteSought(found->value);
             return found->value;
         }
         if (qualified && tableSeen) {

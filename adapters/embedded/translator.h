@@ -131,6 +131,8 @@ private:
     std::map<std::string, Fragment> boundParameters(const std::vector<tsql::RoutineParameter>& parameters,
                                                     const std::vector<Fragment>& arguments,
                                                     const std::string& name, const tsql::NodeSpan& span);
+    void noteSought(const Fragment& column);
+    friend class SeekFrame;
     friend class InlineFrame;
     friend class ScopeFrame;
 
@@ -141,8 +143,10 @@ private:
     int inlineDepth_ = 0;
     int aliases_ = 0;
     bool aggregates_ = false; ///< the SELECT being bound has shown an aggregate
+    int seeks_ = 0;           ///< parts being bound that an index could serve
     std::vector<Slot> slots_;
     std::vector<Dependency> dependencies_;
+    std::vector<Sought> sought_;
 };
 
 } // namespace veldran::embedded

@@ -20,6 +20,18 @@ private:
     const Scope* saved_;
 };
 
+/// While it lives, the columns that are named are noted as what an index could serve.
+class SeekFrame {
+public:
+    explicit SeekFrame(Translator& translator) : translator_(translator) { ++translator_.seeks_; }
+    ~SeekFrame() { --translator_.seeks_; }
+    SeekFrame(const SeekFrame&) = delete;
+    SeekFrame& operator=(const SeekFrame&) = delete;
+
+private:
+    Translator& translator_;
+};
+
 /// While it lives, the body of a function is bound: its parameters are the arguments, and nothing around it
 /// is seen. \throws AdoError 217 when functions nest too deeply
 class InlineFrame {

@@ -1,0 +1,123 @@
+#include "tests/embedded/session_fixture.h"
+
+namespace veldran::embedded::test {
+
+namespace {
+
+/// A working table of three accounts whose indexes are looked at from outside.
+class WorkingIndexes : public SessionTest {
+protected:
+    WorkingIndexes() {
+        run({"CREATE TABLE #C (INDICE INT IDENTITY(1, 1) PRIMARY KEY, NATURA DECIMAL(1) NOT NULL, ATTIVO BIT "
+             "NOT "
+             "NULL, CONTO NCHAR(10) NOT NULL)",
+             "INSERT INTO #C VALUES (1, 0, '0101'), (2, 1, '0201'), (2, 0, '0202')"});
+    }
+
+    std::vector<std::string> built() {
+        SqliteStatement names =
+            session_->state().database().prepare("SELECT substr(name, 4) FROM temp.sqlite_master WHERE type "
+                                                 "= 'index' AND name LIKE '#C.%' ORDER BY 1");
+        std::vector<std::string> result;
+        while (names.step()) {
+            result.emplace_back(names.text(0));
+        }
+        return result;
+    }
+};
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(WorkingIndexes, AreBuiltWhenAStatementTestsTheirColumns) {
+    run({"CREATE INDEX PER_NATURA ON #C (NATURA, ATTIVO)"});
+    EXPECT_EQ(rows("SELECT CONTO FROM #C"), (Rows{{"0101      "}, {"0201      "}, {"0202      "}}));
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(cell("SELECT CONTO FROM #C WHERE NATURA = 2 AND ATTIVO = 1"), "0201      ");
+    EXPECT_EQ(built(), Names{"PER_NATURA"});
+}
+
+TEST_F(WorkingIndexes, AreBuiltWhenAStatementSortsByTheirColumns) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO DESC)"});
+    EXPECT_EQ(cell("SELECT TOP 1 CONTO AS C FROM #C ORDER BY CONTO DESC"), "0202      ");
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+}
+
+TEST_F(WorkingIndexes, AreBuiltForChangesConditionsAndCopies) {
+    const std::string definition = "CREATE INDEX PER_CONTO ON #C (CONTO)";
+    const auto builtBy = [&](const std::string& text) {
+        run({definition, text});
+        const Names names = built();
+        run({"DROP INDEX PER_CONTO ON #C"});
+        return names;
+    };
+    EXPECT_EQ(builtBy("UPDATE #C SET ATTIVO = 1 WHERE CONTO = '0101'"), Names{"PER_CONTO"});
+    EXPECT_EQ(builtBy("IF EXISTS (SELECT 1 FROM #C WHERE CONTO = '0101') PRINT 'c''è'"), Names{"PER_CONTO"});
+    EXPECT_EQ(builtBy("SELECT CONTO INTO #D FROM #C WHERE CONTO > '0101'"), Names{"PER_CONTO"});
+    EXPECT_EQ(builtBy("DELETE FROM #C WHERE CONTO = '0101'"), Names{"PER_CONTO"});
+    EXPECT_EQ(rows("SELECT CONTO, ATTIVO FROM #C"), (Rows{{"0201      ", "1"}, {"0202      ", "0"}}));
+}
+
+TEST_F(WorkingIndexes, OfTheSameColumnsOnlyTheNarrowestIsBuilt) {
+    run({"CREATE INDEX TRE ON #C (NATURA, ATTIVO, CONTO)", "CREATE INDEX DUE ON #C (NATURA, ATTIVO)"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2"), "2");
+    EXPECT_EQ(built(), Names{"DUE"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2 AND ATTIVO = 0"), "1");
+    EXPECT_EQ(built(), Names{"DUE"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2 AND ATTIVO = 0 AND CONTO = '0202'"), "1");
+    EXPECT_EQ(built(), (Names{"DUE", "TRE"}));
+}
+
+TEST_F(WorkingIndexes, AreBuiltFromTheRowsThatAreThereThen) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)", "INSERT INTO #C VALUES (3, 1, '0301')",
+         "UPDATE #C SET CONTO = '0401' WHERE NATURA = 1"});
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(rows("SELECT INDICE FROM #C WHERE CONTO >= '0301' ORDER BY INDICE"), (Rows{{"1"}, {"4"}}));
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+}
+
+TEST_F(WorkingIndexes, AreBuiltAgainAfterARollbackTookThemBack) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)"});
+    session_->begin();
+    EXPECT_EQ(cell("SELECT NATURA FROM #C WHERE CONTO = '0201'"), "2");
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+    session_->rollback();
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(cell("SELECT NATURA FROM #C WHERE CONTO = '0201'"), "2");
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+}
+
+TEST_F(WorkingIndexes, ThatWereTakenBackThemselvesAreNeverBuilt) {
+    session_->begin();
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)"});
+    session_->rollback();
+    EXPECT_EQ(cell("SELECT NATURA FROM #C WHERE CONTO = '0201'"), "2");
+    EXPECT_EQ(built(), Names{});
+}
+
+TEST_F(WorkingIndexes, HoldTheirNameBeforeTheyAreBuilt) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)"});
+    EXPECT_EQ(error("CREATE INDEX PER_CONTO ON #C (NATURA)").Number, 1913);
+    run({"DROP INDEX PER_CONTO ON #C", "CREATE INDEX PER_CONTO ON #C (NATURA)"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE CONTO = '0201'"), "1");
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2"), "2");
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+}
+
+TEST_F(WorkingIndexes, GoWithTheirTable) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)", "DROP TABLE #C",
+         "CREATE TABLE #C (CONTO NCHAR(10) NOT NULL)", "INSERT INTO #C VALUES ('0101')"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE CONTO = '0101'"), "1");
+    EXPECT_EQ(built(), Names{});
+}
+
+TEST_F(WorkingIndexes, ThatGuardUniquenessAreBuiltAtOnce) {
+    EXPECT_EQ(error("CREATE UNIQUE INDEX UNA ON #C (NATURA)").Number, 1505);
+    run({"CREATE UNIQUE INDEX UNO ON #C (CONTO)"});
+    EXPECT_EQ(built(), Names{"UNO"});
+    EXPECT_EQ(error("INSERT INTO #C VALUES (3, 1, '0101')").Number, 2601);
+}
+
+} // namespace veldran::embedded::test
