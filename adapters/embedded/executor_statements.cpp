@@ -153,8 +153,10 @@ void Executor::assignVariables(Compiled& entry, bool hasRow, Activation& activat
 
 void Executor::runChange(Compiled& entry) {
     sqlite3* handle = session_.database().handle();
+    session_.database().functions().comparedRows = 0;
     entry.statement.run();
-    counted(sqlite3_changes64(handle));
+    counted(entry.program().sparesRows ? session_.database().functions().comparedRows
+                                       : sqlite3_changes64(handle));
     if (entry.program().inserts) {
         session_.lastIdentity =
             entry.program().numbersRows ? std::optional(sqlite3_last_insert_rowid(handle)) : std::nullopt;

@@ -4,6 +4,7 @@
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/function_call.h"
 
+#include <cstring>
 #include <exception>
 
 namespace veldran::embedded {
@@ -105,6 +106,37 @@ void finishSingle(sqlite3_context* context) {
     sqlite3_value_free(single->value);
 }
 
+bool isSame(sqlite3_value* a, sqlite3_value* b) {
+    const int type = sqlite3_value_type(a);
+    if (type != sqlite3_value_type(b)) {
+        return false;
+    }
+    switch (type) {
+    case SQLITE_NULL:
+        return true;
+    case SQLITE_INTEGER:
+        return sqlite3_value_int64(a) == sqlite3_value_int64(b);
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(a) == sqlite3_value_double(b);
+    default:
+        break;
+    }
+    const auto* x = sqlite3_value_text(a);
+    const auto* y = sqlite3_value_text(b);
+    const int size = sqlite3_value_bytes(a);
+    return size == sqlite3_value_bytes(b) && std::memcmp(x, y, static_cast<std::size_t>(size)) == 0;
+}
+
+// (old, new, old, new, ...): whether a row has to be written. Counts the rows that it is asked about.
+void changed(sqlite3_context* context, int count, sqlite3_value** values) {
+    ++FunctionCall(context, 0, nullptr).state().comparedRows;
+    bool same = true;
+    for (int i = 0; same && i + 1 < count; i += 2) {
+        same = isSame(values[i], values[i + 1]);
+    }
+    sqlite3_result_int(context, same ? 0 : 1);
+}
+
 } // namespace
 
 void registerFunctions(sqlite3* database, FunctionState& state) {
@@ -122,8 +154,11 @@ void registerFunctions(sqlite3* database, FunctionState& state) {
     for (const FunctionEntry& entry : numberFunctions()) {
         add(entry);
     }
-    auto* single = new Registration{&state, nullptr};
     const auto destroy = [](void* data) { delete static_cast<Registration*>(data); };
+    // Not deterministic: it must be asked about every row.
+    sqlite3_create_function_v2(database, "ts_changed", -1, SQLITE_UTF8 | SQLITE_INNOCUOUS,
+                               new Registration{&state, nullptr}, &changed, nullptr, nullptr, destroy);
+    auto* single = new Registration{&state, nullptr};
     sqlite3_create_function_v2(database, "ts_single", 1,
                                SQLITE_UTF8 | SQLITE_INNOCUOUS | SQLITE_DETERMINISTIC, single, nullptr,
                                &stepSingle, &finishSingle, destroy);

@@ -49,6 +49,7 @@ struct Program {
     bool changesFile = false; ///< it writes a table of the file, not a working table
     bool inserts = false;     ///< it is an INSERT
     bool numbersRows = false; ///< into a table with an identity column
+    bool sparesRows = false;  ///< rows that have their new values already are counted and left as they are
 };
 
 /// SELECT ... INTO: the table to make, and the statement that fills it.

@@ -21,6 +21,7 @@ struct Source {
     std::string alias;                  ///< by which the emitted text calls it
     std::shared_ptr<const Table> table; ///< empty unless it is a base table
     std::vector<SourceColumn> columns;
+    bool distinct = false; ///< no two of its rows are alike
 };
 
 /// What names mean at one place of a query; `outer` is the query around it.

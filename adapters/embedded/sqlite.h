@@ -21,6 +21,8 @@ class ObjectResolver;
 struct FunctionState {
     /// The refusal behind SQLite's generic "a function failed", set just before it.
     std::optional<ado::Error> error;
+    /// Rows that ts_changed was asked about, whatever it said.
+    std::int64_t comparedRows = 0;
     /// Answers for the catalogue; set by the session that owns the database.
     ObjectResolver* objects = nullptr;
 };

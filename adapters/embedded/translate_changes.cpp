@@ -6,6 +6,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <set>
 
 namespace veldran::embedded {
 
@@ -24,6 +25,40 @@ bool joinsInnerOnly(const std::vector<tsql::TableSource>& from) {
     return std::all_of(from.begin(), from.end(), [&](const tsql::TableSource& source) {
         return !std::holds_alternative<tsql::NestedJoin>(source.first.node) &&
                std::all_of(source.joins.begin(), source.joins.end(), inner);
+    });
+}
+
+// The comparisons that all hold for a row that meets the condition.
+void collectEquals(const tsql::Expression& node, std::vector<const tsql::Comparison*>& equals) {
+    if (const auto* logical = std::get_if<tsql::Logical>(&node.node);
+        logical != nullptr && logical->op == tsql::LogicalOperator::And) {
+        for (const tsql::Expression& operand : logical->operands) {
+            collectEquals(operand, equals);
+        }
+    } else if (const auto* comparison = std::get_if<tsql::Comparison>(&node.node);
+               comparison != nullptr && comparison->op == tsql::ComparisonOperator::Equal) {
+        equals.push_back(comparison);
+    }
+}
+
+// The place of the column among those of the source.
+std::optional<std::size_t> placeOf(const Fragment& column, const Source& source) {
+    const auto found =
+        std::find_if(source.columns.begin(), source.columns.end(),
+                     [&](const SourceColumn& candidate) { return candidate.value.sql == column.sql; });
+    return found == source.columns.end()
+               ? std::nullopt
+               : std::optional(static_cast<std::size_t>(found - source.columns.begin()));
+}
+
+// Whether these columns tell the rows of the source apart.
+bool tellRowsApart(const Source& source, const std::set<std::size_t>& columns) {
+    if (!source.table) {
+        return source.distinct && columns.size() == source.columns.size();
+    }
+    return std::any_of(source.table->keys.begin(), source.table->keys.end(), [&](const Key& key) {
+        return std::all_of(key.columns.begin(), key.columns.end(),
+                           [&](std::size_t column) { return columns.contains(column); });
     });
 }
 
@@ -142,13 +177,82 @@ TranslatedStatement Translator::update(const tsql::UpdateStatement& statement) {
     return writeUpdate(statement, target, assigned, from, allOf(std::move(conditions)), scope);
 }
 
+// Whether FROM surely offers each row of the target once at most: it names the target alone, or one source
+// more whose rows are told apart by columns that equal columns of the target.
+bool Translator::meetsOnce(const tsql::UpdateStatement& statement, const Target& target, const Scope& scope) {
+    if (scope.sources.size() == 1) {
+        return true;
+    }
+    if (scope.sources.size() > 2 || target.added) {
+        return false;
+    }
+    std::vector<const tsql::Comparison*> equals;
+    for (const tsql::TableSource& source : statement.from) {
+        for (const tsql::JoinStep& step : source.joins) {
+            const bool inner = step.kind == tsql::JoinKind::Inner || step.kind == tsql::JoinKind::Cross;
+            if (!inner && (step.kind != tsql::JoinKind::LeftOuter || target.source != 0)) {
+                return false;
+            }
+            if (step.on) {
+                collectEquals(*step.on, equals);
+            }
+        }
+    }
+    if (statement.where) {
+        collectEquals(*statement.where, equals);
+    }
+    const Source& own = scope.sources[target.source];
+    const Source& other = scope.sources[1 - target.source];
+    std::set<std::size_t> matched;
+    for (const tsql::Comparison* equal : equals) {
+        const auto* left = std::get_if<tsql::ColumnReference>(&equal->left->node);
+        const auto* right = std::get_if<tsql::ColumnReference>(&equal->right->node);
+        if (left == nullptr || right == nullptr) {
+            continue;
+        }
+        const Fragment a = column(left->name);
+        const Fragment b = column(right->name);
+        // Many texts may stand for one number.
+        if (a.type.isText() != b.type.isText()) {
+            continue;
+        }
+        for (const auto& [mine, theirs] : {std::pair(a, b), std::pair(b, a)}) {
+            if (const auto place = placeOf(theirs, other); place && placeOf(mine, own)) {
+                matched.insert(*place);
+            }
+        }
+    }
+    return tellRowsApart(other, matched);
+}
+
 TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                             const std::vector<AssignedColumn>& assigned,
-                                            const std::string& from, const Condition& where,
-                                            const Scope& scope) {
+                                            const std::string& from, Condition where, const Scope& scope) {
     const Table& table = *target.table;
     const std::string alias = scope.sources[target.source].alias;
     const std::string named = table.sqlName() + (alias == table.name ? "" : " AS " + quoteName(alias));
+    const bool movesKeys = std::any_of(assigned.begin(), assigned.end(), [&](const AssignedColumn& column) {
+        return std::any_of(table.keys.begin(), table.keys.end(), [&](const Key& key) {
+            return std::find(key.columns.begin(), key.columns.end(), column.column) != key.columns.end();
+        });
+    });
+    // Writing a row costs far more than looking at it, above all where indexes hang on it. The condition is
+    // asked once more before a row is counted, because SQLite tests the parts of a condition in an order of
+    // its own.
+    const bool spares =
+        !movesKeys && where.sql.find("SELECT ") == std::string::npos && meetsOnce(statement, target, scope);
+    if (spares) {
+        std::string changes;
+        for (const AssignedColumn& column : assigned) {
+            changes += (changes.empty() ? "ts_changed(" : ", ") + quoteName(alias) + "." +
+                       quoteName(table.columns[column.column].name) + ", " + column.value.sql;
+        }
+        changes += ")";
+        if (!where.isTrue()) {
+            changes = "CASE WHEN " + where.sql + " THEN " + changes + " END";
+        }
+        where = allOf({where, {std::move(changes), Condition::Form::Predicate, std::nullopt}});
+    }
     const bool direct = joinsInnerOnly(statement.from);
     std::string sql = "UPDATE " + (direct ? named : table.sqlName()) + " SET ";
     std::string values;
@@ -173,13 +277,10 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         sql += " FROM (SELECT " + keys + values + " FROM " + from + whereClause(where) + ") AS \"$\" WHERE " +
                match;
     }
-    const bool movesKeys = std::any_of(assigned.begin(), assigned.end(), [&](const AssignedColumn& column) {
-        return std::any_of(table.keys.begin(), table.keys.end(), [&](const Key& key) {
-            return std::find(key.columns.begin(), key.columns.end(), column.column) != key.columns.end();
-        });
-    });
     if (!movesKeys) {
-        return finishChange(std::move(sql), table);
+        Program program = finishChange(std::move(sql), table);
+        program.sparesRows = spares;
+        return program;
     }
     KeyUpdateProgram program;
     std::string columns;

@@ -151,6 +151,7 @@ std::string Translator::derivedTable(const tsql::DerivedTable& node, Scope& scop
         bound.items()[i].name = node.columns[i];
     }
     addDerived(scope, bound, node.alias, node.columns, node.query->span);
+    scope.sources.back().distinct = bound.arms.size() == 1 && bound.arms.front().distinct;
     return "(" + write(bound, true, true) + ") AS " + quoteName(node.alias);
 }
 

@@ -123,9 +123,10 @@ private:
         Fragment value;
     };
     std::vector<AssignedColumn> assignments(const tsql::UpdateStatement& statement, const Target& target);
+    bool meetsOnce(const tsql::UpdateStatement& statement, const Target& target, const Scope& scope);
     TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                     const std::vector<AssignedColumn>& assigned, const std::string& from,
-                                    const Condition& where, const Scope& scope);
+                                    Condition where, const Scope& scope);
 
     // Function bodies
     std::map<std::string, Fragment> boundParameters(const std::vector<tsql::RoutineParameter>& parameters,

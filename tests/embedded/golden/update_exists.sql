@@ -1,4 +1,4 @@
--- A value between 0 and 1 is a bit already.
+-- A value between 0 and 1 is a bit already; rows that have it are counted and left as they are.
 UPDATE CONTI SET ATTIVO = ISNULL((SELECT TOP 1 1 FROM #SCELTI WHERE #SCELTI.CONTO = CONTI.CONTO), 0)
 ----
-UPDATE main."CONTI" SET "ATTIVO" = ifnull((SELECT 1 FROM temp."#SCELTI" WHERE "#SCELTI"."CONTO" = "CONTI"."CONTO" LIMIT 1), 0)
+UPDATE main."CONTI" SET "ATTIVO" = ifnull((SELECT 1 FROM temp."#SCELTI" WHERE "#SCELTI"."CONTO" = "CONTI"."CONTO" LIMIT 1), 0) WHERE ts_changed("CONTI"."ATTIVO", ifnull((SELECT 1 FROM temp."#SCELTI" WHERE "#SCELTI"."CONTO" = "CONTI"."CONTO" LIMIT 1), 0))

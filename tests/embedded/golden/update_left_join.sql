@@ -1,4 +1,4 @@
--- An outer join becomes a query that finds rows and values.
+-- An outer join becomes a query that finds rows and values; distinct rows meet each row once.
 UPDATE CONTI SET ATTIVO = CASE WHEN S IS NULL THEN 0 ELSE 1 END FROM CONTI LEFT OUTER JOIN (SELECT DISTINCT CONTO AS S FROM #SCELTI) AS T ON CONTO = S
 ----
-UPDATE main."CONTI" SET "ATTIVO" = "$"."v0" FROM (SELECT "CONTI"."GRUPPO" AS "k0", "CONTI"."CONTO" AS "k1", CASE WHEN "T"."S" IS NULL THEN 0 ELSE 1 END AS "v0" FROM main."CONTI" LEFT JOIN (SELECT DISTINCT "#SCELTI"."CONTO" AS "S" FROM temp."#SCELTI") AS "T" ON "CONTI"."CONTO" = "T"."S") AS "$" WHERE "CONTI"."GRUPPO" = "$"."k0" AND "CONTI"."CONTO" = "$"."k1"
+UPDATE main."CONTI" SET "ATTIVO" = "$"."v0" FROM (SELECT "CONTI"."GRUPPO" AS "k0", "CONTI"."CONTO" AS "k1", CASE WHEN "T"."S" IS NULL THEN 0 ELSE 1 END AS "v0" FROM main."CONTI" LEFT JOIN (SELECT DISTINCT "#SCELTI"."CONTO" AS "S" FROM temp."#SCELTI") AS "T" ON "CONTI"."CONTO" = "T"."S" WHERE ts_changed("CONTI"."ATTIVO", CASE WHEN "T"."S" IS NULL THEN 0 ELSE 1 END)) AS "$" WHERE "CONTI"."GRUPPO" = "$"."k0" AND "CONTI"."CONTO" = "$"."k1"
