@@ -12,6 +12,10 @@ struct Pair {
     const char* a;
     const char* b;
     int order;
+
+    friend void PrintTo(const Pair& pair, std::ostream* out) {
+        *out << '"' << pair.a << "\" and \"" << pair.b << '"';
+    }
 };
 
 class TextOrder : public ::testing::TestWithParam<Pair> {};
@@ -20,6 +24,10 @@ struct LikeCase {
     const char* text;
     const char* pattern;
     bool matches;
+
+    friend void PrintTo(const LikeCase& like, std::ostream* out) {
+        *out << '"' << like.text << "\" LIKE \"" << like.pattern << '"';
+    }
 };
 
 class LikeTable : public ::testing::TestWithParam<LikeCase> {};

@@ -11,6 +11,8 @@ namespace {
 struct BadString {
     const char* text;
     const char* named; ///< what the message must quote
+
+    friend void PrintTo(const BadString& bad, std::ostream* out) { *out << '"' << bad.text << '"'; }
 };
 
 class BadConnectionStrings : public ::testing::TestWithParam<BadString> {};

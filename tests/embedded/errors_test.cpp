@@ -9,6 +9,8 @@ struct Refusal {
     int number;
     const char* state;
     const char* named;
+
+    friend void PrintTo(const Refusal& shown, std::ostream* out) { *out << shown.text; }
 };
 
 class Refusals : public SessionTest, public ::testing::WithParamInterface<Refusal> {

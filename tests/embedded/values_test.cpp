@@ -8,12 +8,20 @@ struct Refusal {
     const char* type;
     const char* value;
     int number;
+
+    friend void PrintTo(const Refusal& shown, std::ostream* out) {
+        *out << shown.type << " of " << shown.value;
+    }
 };
 
 struct Stored {
     const char* type;
     const char* value;
     const char* expected;
+
+    friend void PrintTo(const Stored& shown, std::ostream* out) {
+        *out << shown.type << " of " << shown.value;
+    }
 };
 
 class RefusedValues : public SessionTest, public ::testing::WithParamInterface<Refusal> {};

@@ -188,6 +188,8 @@ struct BadValue {
     std::uint8_t scale;
     Value value;
     int error;
+
+    friend void PrintTo(const BadValue& shown, std::ostream* out) { *out << shown.why; }
 };
 
 class BadParameterTest : public CommandTest, public ::testing::WithParamInterface<BadValue> {};

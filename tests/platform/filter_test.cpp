@@ -50,6 +50,8 @@ struct BadFilter {
     const char* text;
     int error;
     const char* place;
+
+    friend void PrintTo(const BadFilter& filter, std::ostream* out) { *out << '"' << filter.text << '"'; }
 };
 class RefusedFilter : public ::testing::TestWithParam<BadFilter> {};
 TEST_P(RefusedFilter, IsRefusedWithItsPlace) {

@@ -97,6 +97,10 @@ struct BadScript {
     const char* text;
     const char* place;
     const char* reason;
+
+    friend void PrintTo(const BadScript& shown, std::ostream* out) {
+        *out << shown.place << ", " << shown.reason;
+    }
 };
 
 class BrokenScript : public CustomerScriptTest, public testing::WithParamInterface<BadScript> {};
@@ -140,6 +144,8 @@ TEST_F(CustomerScriptTest, IsSilentForACustomerWithoutScript) {
 struct BadAction {
     const char* text;
     const char* reason;
+
+    friend void PrintTo(const BadAction& shown, std::ostream* out) { *out << shown.text; }
 };
 
 class FailingHandler : public CustomerScriptTest, public testing::WithParamInterface<BadAction> {};

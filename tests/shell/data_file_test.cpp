@@ -40,6 +40,8 @@ struct BadText {
     const char* text;
     const char* place;
     const char* reason;
+
+    friend void PrintTo(const BadText& bad, std::ostream* out) { *out << bad.reason << ", " << bad.place; }
 };
 
 class BrokenJson : public testing::TestWithParam<BadText> {};
