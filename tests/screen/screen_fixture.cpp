@@ -1,5 +1,7 @@
 #include "tests/screen/screen_fixture.h"
 
+#include "adapters/markers/marker_resolving_driver.h"
+
 #include <stdexcept>
 
 namespace veldran::test {
@@ -20,6 +22,11 @@ std::string shortened(const std::string& text) {
         return std::string("TOP 1 1 nature ") + text[text.find(nature) + nature.size()];
     }
     return text;
+}
+
+std::shared_ptr<ado::Driver> resolving(std::shared_ptr<ado::Driver> driver, const Company& company) {
+    return std::make_shared<MarkerResolvingDriver>(
+        std::move(driver), std::map<std::string, std::string>{{"<DITTA>", company.ditta}});
 }
 
 } // namespace
@@ -76,11 +83,12 @@ Chart smallChart() {
     return chart;
 }
 
-Screen::Screen(const Chart& chart, Company company)
+Screen::Screen(const Chart& chart, Company company, Markers markers)
     : recorder_(std::make_shared<Recorder>()), database(chart),
       failing(std::make_shared<FailingDriver>(database.driver())),
-      host(std::make_shared<InterceptingDriver>(failing, recorder_), database.connectionString(),
-           std::move(company)) {
+      host(std::make_shared<InterceptingDriver>(
+               markers == Markers::Resolved ? resolving(failing, company) : failing, recorder_),
+           database.connectionString(), company) {
     recorder_->journal = host.journal;
 }
 

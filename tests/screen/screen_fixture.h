@@ -24,7 +24,10 @@ Chart smallChart();
 /// Every message to the database is recorded and may be made to fail.
 class Screen {
 public:
-    explicit Screen(const Chart& chart, Company company = {});
+    /// Whether the host's connections resolve the marker of the company in statement texts.
+    enum class Markers { Resolved, Unknown };
+
+    explicit Screen(const Chart& chart, Company company = {}, Markers markers = Markers::Resolved);
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;

@@ -1,0 +1,410 @@
+// The correlation editor as the accountant uses it: enter, key, check, save, come back.
+#include "tests/screen/correlation_fixture.h"
+#include "tree/cnode_info.h"
+
+#include <gtest/gtest.h>
+
+namespace veldran::test {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const std::string account = "0102030005";
+
+class CorrelationEditor : public ::testing::Test {
+protected:
+    void open(const Chart& chart = costChart(), Company company = costCompany()) {
+        screen.emplace(chart, std::move(company));
+        screen->host.lookups.descriptions = {{"ACQ", "Acquisti"},
+                                             {"VEND", "Vendite"},
+                                             {"GIRO", "Giroconto"},
+                                             {"COLACQ0010", "Costi di acquisto"},
+                                             {"CDCPRO0010", "Reparto produzione"},
+                                             {"CDCPRO0020", "Reparto verniciatura"},
+                                             {"MATPRI", "Materie prime"},
+                                             {"SERTRA", "Trasporti"}};
+        screen->host.lookups.structures[101] = {10, {{0, 3}, {3, 3}, {6, 4}}, '.', false};
+        screen->host.lookups.structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
+        screen->host.open();
+        editor.emplace(*screen);
+    }
+
+    Editor& e() { return *editor; }
+    MessageLog& messages() { return *screen->host.messages; }
+    std::string mark(const std::string& table) {
+        return screen->query("SELECT CORRELATO FROM " + table + " WHERE CONTO = '" + account + "'")
+            .at(0)
+            .at(0);
+    }
+
+    std::optional<Screen> screen;
+    std::optional<Editor> editor;
+};
+
+const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
+                        {"1", "60.00", "CDCPRO0010", "MATPRI"},
+                        {"1", "40.00", "CDCPRO0020", "SERTRA"}};
+
+Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ") {
+    Chart chart = costChart();
+    store(chart, account, causale, rows);
+    return chart;
+}
+
+TEST_F(CorrelationEditor, OpensForAnAccountWithoutCorrelationsOnANewHeaderWithTheFocusOnTheCausale) {
+    open();
+    e().enter();
+    EXPECT_TRUE(e().isOpen());
+    EXPECT_FALSE(e().control<controls::Layout>("LAY_ATTIVAZIONE").Visible());
+    EXPECT_EQ(e().control<controls::Label>("TXT_CONTOSELEZIONATO").Caption(),
+              "01/02/03/0005 - Cassa contanti");
+    EXPECT_EQ(e().focus(), "TXT_CAUSALE");
+    EXPECT_TRUE(e().causale().Enabled());
+    EXPECT_EQ(e().grid().RowCount(), 0U);
+    EXPECT_FALSE(e().grid().Enabled());
+    EXPECT_FALSE(e().sign().Enabled());
+    EXPECT_TRUE(e().listed().empty());
+    EXPECT_EQ(e().workingCausali(), Texts{});
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, ShowsTheStoredRowsThroughTheFormatsOfTheGrid) {
+    open(withStored());
+    e().enter();
+    EXPECT_EQ(e().focus(), "GRD_DETTAGLIO");
+    EXPECT_EQ(
+        e().shown(),
+        (std::vector<Texts>{{"COL.ACQ.0010", "", "Costi di acquisto", "100.00%", "", ""},
+                            {"", "CDC.PRO.0010", "Reparto produzione", "60.00%", "MAT.PRI", "Materie prime"},
+                            {"", "CDC.PRO.0020", "Reparto verniciatura", "40.00%", "SER.TRA", "Trasporti"}}));
+    EXPECT_EQ(e().listed(), Texts{"ACQ"});
+    EXPECT_EQ(e().list().Items()[0]->Key(), "*ACQ*");
+    EXPECT_EQ(e().list().Items()[0]->SubItem(0), "Acquisti");
+    EXPECT_EQ(e().list().SelectedItem(), e().list().Items()[0]);
+    EXPECT_EQ(e().causale().Text(), "ACQ");
+    EXPECT_FALSE(e().causale().Enabled());
+    EXPECT_EQ(e().control<controls::Label>("TXT_DESCRCAUSALE").Caption(), "Acquisti");
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, StoresAWholeCorrelationKeyedRowAfterRow) {
+    open();
+    e().enter();
+    e().addCorrelation("acq", wholeRows);
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    EXPECT_EQ(e().working("ACQ"), wholeRows);
+    EXPECT_EQ(e().listed(), Texts{"ACQ"});
+    EXPECT_EQ(screen->database.rows("SELECT DISTINCT CI15_CODPDC_PC01, CI15_CODVDS_PC01 FROM "
+                                    "CI15_CORRCONTICOGE ORDER BY CI15_CODVDS_PC01"),
+              (std::vector<Texts>{{"101", "NULL"}, {"101", "201"}}));
+    EXPECT_TRUE(messages().errors.empty());
+    EXPECT_TRUE(messages().boxes.empty());
+}
+
+TEST_F(CorrelationEditor, KeepsTheAccountOfARowInTheColumnOfItsSignOnly) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", wholeRows);
+    e().save();
+    EXPECT_EQ(screen->query("SELECT AVERE, DARE FROM #DETTAGLIO ORDER BY PROG"),
+              (std::vector<Texts>{{"COLACQ0010", "NULL"}, {"NULL", "CDCPRO0010"}, {"NULL", "CDCPRO0020"}}));
+}
+
+TEST_F(CorrelationEditor, MarksTheAccountWhenItComesBackWithAFirstCorrelation) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", wholeRows);
+    e().save();
+    e().toggleMode();
+    EXPECT_FALSE(e().isOpen());
+    const auto* info = CNodeInfo::Di(screen->host.user().node(accountKey(1, account)));
+    EXPECT_TRUE(info->IsCorrelato());
+    EXPECT_EQ(mark("#CG24_TABPDC"), "1");
+    EXPECT_EQ(mark("#CG24_TABPDC_SELECTED"), "1");
+    EXPECT_EQ(e().focus(), "TRW_CONTI");
+}
+
+TEST_F(CorrelationEditor, ClearsTheMarkWhenTheLastCorrelationIsGone) {
+    open(withStored());
+    e().enter();
+    messages().answers = {services::answerYes};
+    e().header().PressFromView("Elimina");
+    EXPECT_EQ(messages().boxes.at(0).text, "Eliminare la correlazione?");
+    EXPECT_TRUE(e().stored("ACQ").empty());
+    EXPECT_TRUE(e().listed().empty());
+    EXPECT_TRUE(e().working("ACQ").empty());
+    e().toggleMode();
+    EXPECT_FALSE(CNodeInfo::Di(screen->host.user().node(accountKey(1, account)))->IsCorrelato());
+    EXPECT_EQ(mark("#CG24_TABPDC"), "0");
+    EXPECT_EQ(mark("#CG24_TABPDC_SELECTED"), "0");
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, RefusesToBeLeftWhileTheUserStaysWithHisChanges) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("55");
+    e().percentage().LeaveFromView();
+    messages().answers = {services::answerCancel};
+    e().toggleMode();
+    EXPECT_TRUE(e().isOpen());
+    EXPECT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(e().shown()[1][3], "55.00%");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    messages().answers = {services::answerNo};
+    e().toggleMode();
+    EXPECT_FALSE(e().isOpen());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
+TEST_F(CorrelationEditor, SavesOnLeavingWhenTheUserSaysSo) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("55");
+    messages().answers = {services::answerYes};
+    e().toggleMode();
+    EXPECT_FALSE(e().isOpen());
+    EXPECT_EQ(e().stored("ACQ")[1].percentage, "55.00");
+}
+
+TEST_F(CorrelationEditor, RefillsItsTablesWhenEnteredAgainInsteadOfCreatingThem) {
+    open(withStored());
+    e().enter();
+    e().toggleMode();
+    screen->forget();
+    e().enter();
+    EXPECT_TRUE(screen->log().containing("CREATE TABLE").empty());
+    EXPECT_EQ(screen->log().containing("DELETE FROM #DETTAGLIO").size(), 1U);
+    EXPECT_EQ(screen->log().containing("DELETE FROM #TESTATA").size(), 1U);
+    EXPECT_EQ(e().shown().size(), 3U);
+    EXPECT_EQ(screen->log().prepareCount("INSERT INTO #DETTAGLIO"), 0U) << "prepared once for each form";
+}
+
+TEST_F(CorrelationEditor, DeletesTheRowsOfACausaleThatIsSavedWithoutRows) {
+    open(withStored());
+    e().enter();
+    messages().answers = {services::answerYes, services::answerYes, services::answerYes};
+    for (int row = 0; row < 3; ++row) {
+        e().detail().PressFromView("Elimina");
+    }
+    EXPECT_EQ(e().grid().RowCount(), 0U);
+    EXPECT_TRUE(e().save());
+    EXPECT_TRUE(e().stored("ACQ").empty());
+    EXPECT_EQ(e().workingCausali(), Texts{"ACQ"});
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, NumbersTheRowsAnewAfterOneWasDeleted) {
+    const Rows four = {{"2", "100.00"}, {"1", "10.00"}, {"1", "20.00"}, {"1", "30.00"}};
+    open(withStored(four));
+    e().enter();
+    e().clickRow(1);
+    messages().answers = {services::answerYes};
+    e().detail().PressFromView("Elimina");
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), (Rows{four[0], four[2], four[3]}));
+    EXPECT_EQ(e().working("ACQ"), (Rows{four[0], four[2], four[3]}));
+}
+
+TEST_F(CorrelationEditor, RefusesOriginRowsAboveAHundredAndKeepsTheRowsAsEdited) {
+    open();
+    e().enter();
+    const Rows rows = {{"2", "60.00"}, {"2", "40.01"}};
+    e().addCorrelation("ACQ", rows);
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].title, "Controllo correlazione");
+    EXPECT_EQ(messages().boxes[0].style, services::styleExclamation);
+    EXPECT_EQ(messages().boxes[0].text,
+              "Attenzione, non è ammesso salvare una correlazione con la somma delle percentuali\r\n"
+              "attribuite alle righe di origine maggiore di 100");
+    EXPECT_TRUE(e().stored("ACQ").empty());
+    EXPECT_EQ(e().workingCausali(), Texts{});
+    EXPECT_EQ(e().shown().size(), 2U);
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("40");
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), (Rows{rows[0], {"2", "40.00"}}));
+}
+
+TEST_F(CorrelationEditor, RefusesARunOfDestinationRowsAboveAHundred) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", {{"2", "100.00"}, {"1", "60.00"}, {"1", "50.00"}});
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text,
+              "Attenzione, non è ammesso salvare una correlazione con la somma delle percentuali\r\n"
+              "attribuite ad un insieme contiguo di righe di destinazione maggiore di 100");
+    EXPECT_TRUE(e().stored("ACQ").empty());
+}
+
+TEST_F(CorrelationEditor, ProposesAnOriginThenDestinationsUntilTheirRunIsFull) {
+    open();
+    e().enter();
+    e().typeCausale("ACQ");
+    const auto nextSign = [&](const char* percentage) {
+        e().detail().PressFromView("Nuovo");
+        const std::string proposed = e().sign().Text();
+        e().percentage().SetFocus();
+        e().percentage().TypeFromView(percentage);
+        e().percentage().LeaveFromView();
+        return proposed;
+    };
+    EXPECT_EQ(nextSign("100"), "Avere");
+    EXPECT_EQ(nextSign("60"), "Dare");
+    EXPECT_EQ(nextSign("40"), "Dare");
+    EXPECT_EQ(nextSign("100"), "Avere");
+    EXPECT_EQ(nextSign("33.33"), "Dare");
+}
+
+TEST_F(CorrelationEditor, TreatsARunWithAnEmptyPercentageAsFull) {
+    open(withStored({{"2", "100.00"}, {"1", "NULL"}}));
+    e().enter();
+    e().detail().PressFromView("Nuovo");
+    EXPECT_EQ(e().sign().Text(), "Avere");
+}
+
+TEST_F(CorrelationEditor, MovesARowUpWithItsNumberStayingInPlaceAndStoresTheNewOrder) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    EXPECT_TRUE(e().control<controls::Button>("CMD_SU").Enabled());
+    e().control<controls::Button>("CMD_SU").ClickFromView();
+    EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(0))
+        << "the moved row stays the current one";
+    EXPECT_FALSE(e().control<controls::Button>("CMD_SU").Enabled());
+    EXPECT_TRUE(e().control<controls::Button>("CMD_GIU").Enabled());
+    EXPECT_EQ(e().focus(), "GRD_DETTAGLIO");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows) << "nothing is written before the header is saved";
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), (Rows{wholeRows[1], wholeRows[0], wholeRows[2]}));
+}
+
+TEST_F(CorrelationEditor, MovesARowDownAndBackAgain) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().control<controls::Button>("CMD_GIU").ClickFromView();
+    EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(2));
+    EXPECT_FALSE(e().control<controls::Button>("CMD_GIU").Enabled());
+    e().control<controls::Button>("CMD_SU").ClickFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
+TEST_F(CorrelationEditor, EmptiesTheAccountWhenTheSignChangesAndLeavesItForTheSameSign) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().sign().SetFocus();
+    e().sign().ChooseFromView(1);
+    EXPECT_EQ(e().account().Text(), "CDCPRO0010");
+    e().sign().ChooseFromView(0);
+    EXPECT_EQ(e().account().Text(), "");
+    EXPECT_EQ(e().control<controls::Label>("TXT_DESCRCONTO").Caption(), "");
+}
+
+TEST_F(CorrelationEditor, LeavesTheDetailDisabledForACausaleThatDoesNotDecode) {
+    open();
+    e().enter();
+    e().typeCausale("ZZZ");
+    EXPECT_FALSE(e().grid().Enabled());
+    EXPECT_FALSE(e().sign().Enabled());
+    EXPECT_EQ(e().focus(), "INV_TESTATA");
+    EXPECT_EQ(e().header().FocusedButton(), "Nuovo");
+    e().typeCausale("ACQ");
+    EXPECT_TRUE(e().sign().Enabled());
+    EXPECT_EQ(e().focus(), "CBO_SEGNO");
+}
+
+TEST_F(CorrelationEditor, KeepsTheCostItemClosedWhereTheCompanyManagesNone) {
+    Company company = costCompany();
+    company.costItems = false;
+    open(withStored(), company);
+    e().enter();
+    EXPECT_TRUE(e().account().Enabled());
+    EXPECT_FALSE(e().item().Enabled());
+    EXPECT_EQ(e().shown()[1][4], "MATPRI");
+    EXPECT_EQ(e().shown()[1][5], "MATPRI");
+}
+
+TEST_F(CorrelationEditor, ShowsTwoDecimalsAndNothingForAnEmptyPercentage) {
+    open(withStored({{"2", "12.5"}, {"2", "NULL"}}));
+    e().enter();
+    EXPECT_EQ(e().shown()[0][3], "12.50%");
+    EXPECT_EQ(e().shown()[1][3], "");
+}
+
+TEST_F(CorrelationEditor, RefusesACausaleThatHasACorrelationAlready) {
+    open(withStored());
+    e().enter();
+    e().addCorrelation("ACQ", {});
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text,
+              "Non è possibile salvare la correlazione: ne esiste già una con il codice «ACQ».");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, CarriesTheRowsAlongWhenTheCausaleOfANewCorrelationIsCorrected) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", wholeRows);
+    e().typeCausale("GIRO");
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("GIRO"), wholeRows);
+    EXPECT_TRUE(e().stored("ACQ").empty());
+}
+
+TEST_F(CorrelationEditor, UndoesToWhatIsStored) {
+    open(withStored());
+    e().enter();
+    e().clickRow(2);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("1");
+    e().percentage().LeaveFromView();
+    EXPECT_TRUE(e().header().PressFromView("Annulla"));
+    EXPECT_EQ(e().shown()[2][3], "40.00%");
+    EXPECT_FALSE(e().header().CanPress("Conferma"));
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
+TEST_F(CorrelationEditor, TellsThatAnAnalyticAccountIsNeeded) {
+    open();
+    screen->host.user().click(screen->host.user().root(1));
+    e().toggleMode();
+    EXPECT_FALSE(e().isOpen());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text, "Selezionare un conto analitico per gestirne le correlazioni.");
+}
+
+TEST_F(CorrelationEditor, ReportsASaveThatFailsAndOffersItAgain) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("50");
+    screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
+    e().save();
+    ASSERT_EQ(messages().errors.size(), 1U);
+    EXPECT_EQ(messages().errors[0].routine, "AggiornamentoDatabase:");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows) << "neither deleted nor half inserted";
+    EXPECT_EQ(e().working("ACQ")[1].percentage, "50.00");
+    EXPECT_TRUE(e().header().CanPress("Conferma")) << "the save is still due";
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ")[1].percentage, "50.00");
+    EXPECT_FALSE(e().header().CanPress("Conferma"));
+}
+
+} // namespace
+
+} // namespace veldran::test
