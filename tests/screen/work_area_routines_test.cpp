@@ -29,9 +29,6 @@ protected:
         }
         return all;
     }
-    void execute(const std::string& statement) {
-        w.connection->Execute(statement, nullptr, ado::adCmdText | ado::adExecuteNoRecords);
-    }
     std::shared_ptr<ado::Connection> opened() {
         auto connection = ado::Connection::create(recording);
         connection->Open(database.connectionString());
@@ -43,6 +40,14 @@ protected:
         tables().ConfigurazioneTabelleTemporanee();
         filters().CaricamentoConti();
         ASSERT_TRUE(w.messages->errors.empty());
+        recording->log().clear();
+    }
+    /// The selection differs from the chart's working table in both flags.
+    void changeBothFlags() {
+        buildTables();
+        filters().ImpostazioneCorrelato(true, "0100000002");
+        w.connection->Execute("UPDATE #CG24_TABPDC_SELECTED SET ATTIVO = 1", nullptr,
+                              ado::adCmdText | ado::adExecuteNoRecords);
         recording->log().clear();
     }
 
@@ -145,10 +150,7 @@ TEST_F(WorkAreaRoutines, LeaveAFailedCorrelationToTheirCallerAndWorkTheNextTime)
 }
 
 TEST_F(WorkAreaRoutines, WriteTheCorrelationBackAndNothingElse) {
-    buildTables();
-    filters().ImpostazioneCorrelato(true, "0100000002");
-    execute("UPDATE #CG24_TABPDC_SELECTED SET ATTIVO = 1");
-    recording->log().clear();
+    changeBothFlags();
     filters().RiportoCorrelato();
     ASSERT_EQ(recording->log().messages().size(), 1U);
     EXPECT_EQ(recording->log().messages()[0], sent(expected::writeBack("CORRELATO")).withoutRows());
@@ -157,15 +159,12 @@ TEST_F(WorkAreaRoutines, WriteTheCorrelationBackAndNothingElse) {
 }
 
 TEST_F(WorkAreaRoutines, WriteTheActivationBackAndNothingElse) {
-    buildTables();
-    filters().ImpostazioneCorrelato(true, "0100000002");
-    execute("UPDATE #CG24_TABPDC_SELECTED SET ATTIVO = 1");
-    recording->log().clear();
+    changeBothFlags();
     filters().RiportoAttivo();
     ASSERT_EQ(recording->log().messages().size(), 1U);
     EXPECT_EQ(recording->log().messages()[0], sent(expected::writeBack("ATTIVO")).withoutRows());
-    EXPECT_EQ(query(activeInChart), flagOf("1", "1", "1"));
     EXPECT_EQ(query(correlatedInChart), flagOf("0", "0", "0"));
+    EXPECT_EQ(query(activeInChart), flagOf("1", "1", "1"));
 }
 
 TEST_F(WorkAreaRoutines, WriteNothingBackForAccountsThatTheFilterHides) {
