@@ -58,7 +58,7 @@ private:
     FileThesaurus thesaurus_;
     MessageCatalogue catalogue_;
     QtScreen screen_;
-    LookupListService lookups_;
+    LookupListService lookups_{file_.rights};
 };
 
 } // namespace veldran::shell

@@ -17,6 +17,7 @@ namespace veldran::shell {
 namespace {
 
 constexpr QSize openingSize(620, 480);
+constexpr int codeMargin = 16; ///< on both sides of a code together, and between it and its description
 
 QTableView* makeTable(LookupModel* model, QWidget* parent) {
     auto* table = new QTableView(parent);
@@ -37,8 +38,9 @@ QTableView* makeTable(LookupModel* model, QWidget* parent) {
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setStretchLastSection(true);
-    table->setColumnWidth(LookupModel::codeColumn,
-                          table->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00/00/00/00")));
+    const int longest = table->fontMetrics().horizontalAdvance(model->longestDisplay());
+    const int usual = table->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00/00/00"));
+    table->setColumnWidth(LookupModel::codeColumn, std::max(longest, usual) + codeMargin);
     return table;
 }
 

@@ -24,14 +24,17 @@ public:
 
     LookupModel(std::vector<LookupRow> rows, QObject* parent);
 
-    /// Shows the rows whose code begins with `code` (typed with or without "/") and whose description holds
-    /// all words of `words`.
+    /// Shows the rows whose code begins with `code` (typed in any case, with or without the separators of its
+    /// display form) and whose description holds all words of `words`.
     void setFilter(const QString& code, const QString& words);
     int total() const { return static_cast<int>(rows_.size()); }
     const LookupRow& row(int visibleRow) const {
         return rows_[visible_[static_cast<std::size_t>(visibleRow)]];
     }
-    /// The first visible row whose stored code is `code` or follows it; -1 when all come before it.
+    /// The code of most characters as shown, of all rows.
+    QString longestDisplay() const;
+    /// The first visible row whose stored code is `code`, in any case, or follows it; -1 when all come
+    /// before.
     int rowAtOrAfter(const QString& code) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -3,6 +3,8 @@
 #include "adapters/qt/text.h"
 #include "platform/ado/command.h"
 #include "platform/ado/recordset.h"
+#include "platform/text.h"
+#include "shell/cost_kinds.h"
 #include "shell/word_filter.h"
 
 #include <algorithm>
@@ -17,7 +19,7 @@ namespace {
 using services::LookupKind;
 using services::LookupRequest;
 
-/// Where the codes of a kind are, with the company's own values written in.
+/// Where the codes of a list are, with the company's own values written in.
 struct Source {
     std::string codeColumn;
     std::string descriptionColumn;
@@ -25,9 +27,16 @@ struct Source {
     int codeSize = 0; ///< characters
 };
 
-Source sourceOf(const LookupRequest& request) {
+/// Only a list of cost accounts is narrowed by kind: a code that is stored already is described whatever its
+/// kind.
+std::string kindsOfList(const LookupRequest& request) {
+    const bool narrowed = request.kind == LookupKind::ContiCoin && request.tipologie &&
+                          (*request.tipologie & everyCostKind) != everyCostKind;
+    return narrowed ? std::to_string(*request.tipologie) : "NULL";
+}
+
+Source sourceOf(const LookupRequest& request, const std::string& kinds) {
     const std::string pdc = std::to_string(request.pdc);
-    const std::string kinds = request.tipologie ? std::to_string(*request.tipologie) : "NULL";
     switch (request.kind) {
     case LookupKind::Causali:
         return {"CI03_CODCAUS", "CI03_DESCR", "FNCI03_CAUSALI(NULL, " + request.ditta + ") WHERE 1 = 1", 4};
@@ -60,16 +69,22 @@ void requireConnection(const std::shared_ptr<ado::Connection>& connection) {
     }
 }
 
-std::size_t characters(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(
-        text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+/// The separator as stored; a blank one sets the groups apart by a blank. Codes are cut and joined by single
+/// bytes, which a separator beyond ASCII is not.
+char separatorOf(const std::string& stored) {
+    constexpr char blank = ' ';
+    constexpr char usual = '.';
+    if (stored.empty()) {
+        return blank;
+    }
+    return static_cast<unsigned char>(stored.front()) < 0x80U ? stored.front() : usual;
 }
 
 } // namespace
 
 std::optional<std::string> queryDescription(const LookupRequest& request) {
-    const Source source = sourceOf(request);
-    if (request.code.empty() || characters(request.code) > static_cast<std::size_t>(source.codeSize)) {
+    const Source source = sourceOf(request, "NULL");
+    if (request.code.empty() || utf16Length(request.code) > static_cast<std::size_t>(source.codeSize)) {
         return std::nullopt;
     }
     requireConnection(request.connection);
@@ -95,21 +110,20 @@ services::CodeStructure queryStructure(const std::shared_ptr<ado::Connection>& c
     if (rows->EndOfFile()) {
         return structure;
     }
-    structure.separator = valueOrDefault(rows->Fields()[0].Value(), ".").toText().front();
+    structure.separator = separatorOf(nullSafeText(rows->Fields()[0].Value()));
     for (std::size_t column = 1; column < rows->Fields().Count(); ++column) {
         const int length = rows->Fields()[column].Value().toInt32();
-        if (length <= 0) {
-            break;
+        if (length > 0) {
+            structure.groups.push_back({structure.codeLength, length});
+            structure.codeLength += length;
         }
-        structure.groups.push_back({structure.codeLength, length});
-        structure.codeLength += length;
     }
     return structure;
 }
 
 std::vector<LookupRow> queryRows(const LookupRequest& request) {
     requireConnection(request.connection);
-    const Source source = sourceOf(request);
+    const Source source = sourceOf(request, kindsOfList(request));
     const auto records =
         request.connection->Execute("SELECT " + source.codeColumn + ", " + source.descriptionColumn +
                                     " FROM " + source.from + " ORDER BY " + source.codeColumn);

@@ -9,12 +9,13 @@
 
 namespace veldran::shell {
 
-/// The description of `request.code` in the company's database; none when the code is unknown.
+/// The description of `request.code` in the company's database; none when the code is unknown, only groups
+/// others, or is reserved to another company. The kinds of the request do not matter here.
 /// \throws AdoError
 std::optional<std::string> queryDescription(const services::LookupRequest& request);
 
-/// How the codes of a chart of cost accounting are cut into groups; no structure for an unknown chart.
-/// \throws AdoError
+/// How the codes of a chart of cost accounting are cut into groups: those whose length is not 0, one behind
+/// the other. No structure for an unknown chart. \throws AdoError
 services::CodeStructure queryStructure(const std::shared_ptr<ado::Connection>& connection, std::int32_t pdc);
 
 /// All codes that the request admits, in the order of their codes. Of codes with a structure only those of

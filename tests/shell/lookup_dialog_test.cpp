@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStyle>
 #include <QTableView>
 #include <QTest>
 
@@ -63,6 +64,27 @@ TEST(LookupModel, FiltersByTheBeginningOfTheCodeTypedEitherWay) {
     EXPECT_EQ(shown("68/05/1"), 3);
     EXPECT_EQ(shown("0510"), 0);
     EXPECT_EQ(shown(" 01 "), 1);
+}
+
+TEST(LookupModel, FiltersByACodeOfLettersTypedInAnyCaseWithAnySeparator) {
+    LookupModel model({row("CDCPRD0010", "CDC.PRD.0010", "Taglio"),
+                       row("CDCPRD0020", "CDC.PRD.0020", "Tornitura"),
+                       row("COLACQ0010", "COL.ACQ.0010", "Costi di acquisto")},
+                      nullptr);
+    const auto shown = [&](const char* typed) {
+        model.setFilter(typed, "");
+        return model.rowCount();
+    };
+    EXPECT_EQ(shown("c"), 3);
+    EXPECT_EQ(shown("cdcprd002"), 1);
+    EXPECT_EQ(shown("cdc.prd.002"), 1);
+    EXPECT_EQ(shown("CDC.P"), 2);
+    EXPECT_EQ(shown("cdc prd"), 2);
+    EXPECT_EQ(shown("CDCP.RD"), 0) << "a separator where the code has none";
+    EXPECT_EQ(shown("PRD"), 0);
+    EXPECT_EQ(model.rowAtOrAfter("cdcprd0015"), -1) << "no row is shown";
+    EXPECT_EQ(shown(""), 3);
+    EXPECT_EQ(model.rowAtOrAfter("cdcprd0015"), 1);
 }
 
 TEST(LookupModel, FindsWhereAListOpens) {
@@ -147,6 +169,17 @@ TEST_F(LookupDialogTest, TakesNothingWhenNoRowPasses) {
     QTest::keyClick(code_, Qt::Key_Return);
     EXPECT_TRUE(dialog_->isVisible());
     EXPECT_EQ(chosen(), "nessuno");
+}
+
+TEST(LookupDialog, ShowsTheLongestCodeWhole) {
+    const QString longest = "LAV.COM.2024.00013";
+    shell::LookupDialog dialog(
+        {row("LAVSVI0010", "LAV.SVI.0010", "Riduttore"), row("LAVCOM202400013", longest, "")}, "Conti", {},
+        {}, nullptr);
+    const auto* table = dialog.findChild<QTableView*>("elenco");
+    const int margins = 2 * (table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, table) + 1);
+    EXPECT_GE(table->columnWidth(LookupModel::codeColumn),
+              table->fontMetrics().horizontalAdvance(longest) + margins);
 }
 
 TEST_F(LookupDialogTest, SaysWhyItDoesNotShowEverything) {
