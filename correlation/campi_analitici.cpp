@@ -45,10 +45,9 @@ std::shared_ptr<ado::Command> CampiAnalitici::CMDGetTipologiaContoIndustriale() 
     return ambiente_.form.errori.Esegui(
         "CMDGetTipologiaContoIndustriale:", std::shared_ptr<ado::Command>(), [this] {
             if (!tipologia_) {
-                constexpr int lunghezzaCausale = 4;
                 tipologia_ = sql::textCommand(
                     ambiente_.form.connessione, sql::tipologiaContoIndustriale(),
-                    {ado::Parameter("@CAUSALE", ado::adWChar, ado::adParamInput, lunghezzaCausale),
+                    {ado::Parameter("@CAUSALE", ado::adWChar, ado::adParamInput, sql::lunghezzaCausale),
                      parametroSegno()},
                     sql::Preparation::Prepared);
             }

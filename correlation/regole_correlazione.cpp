@@ -57,7 +57,7 @@ bool RegoleCorrelazione::CheckTotalePartiteProposte() {
         const auto righe = copiaRighe();
         double serie = 0;
         bool violata = false;
-        if (righe->RecordCount() > 0) {
+        if (righe->RecordCount() > 0) { // a correlation without rows can be saved: it deletes what is stored
             righe->MoveFirst();
         }
         for (; !righe->EndOfFile() && !violata; righe->MoveNext()) {
@@ -74,8 +74,8 @@ bool RegoleCorrelazione::CheckTotalePartiteProposte() {
 
 void RegoleCorrelazione::ImpostaDefaultSegno() {
     ambiente_.form.errori.Esegui("ImpostaDefaultSegno:", [this] {
-        ado::Field& segno = frame_.Dettaglio()->Recordset()->Fields()["SEGNO"];
         const auto righe = copiaRighe();
+        ado::Field& segno = frame_.Dettaglio()->Recordset()->Fields()["SEGNO"];
         righe->MoveFirst();
         if (righe->RecordCount() < 2) {
             segno.Value(static_cast<std::int16_t>(segnoAvere));

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "accounts/filtri.h"
+#include "causali/appunti_albero.h"
+#include "causali/appunti_lista.h"
+#include "causali/copie_correlazioni.h"
 #include "causali/lista_causali.h"
 #include "correlation/archivio_correlazioni.h"
 #include "correlation/campi_analitici.h"
@@ -12,6 +15,7 @@
 #include "correlation/regole_correlazione.h"
 #include "host/main_form_controls.h"
 #include "host/modi_di_lavoro.h"
+#include "tree/albero_conti.h"
 
 #include <functional>
 #include <utility>
@@ -20,9 +24,15 @@ namespace veldran {
 
 /// The work areas of correlation mode and what they share, in the order of their dependence.
 struct AreeCorrelazioni {
-    AreeCorrelazioni(AmbienteDiLavoro& form, services::GlobalObject& globale, ControlliFormPrincipale& c,
-                     Filtri& filtri, std::function<void()> buildScript)
-        : ambiente{form, globale, globale.CodicePdcCoin(), globale.CodicePdcVds(),
+    /// Activation mode's areas that this mode works with.
+    struct Vicini {
+        AlberoConti& albero;
+        Filtri& filtri;
+    };
+
+    AreeCorrelazioni(AmbienteDiLavoro& condiviso, services::GlobalObject& globale, controls::Form& form,
+                     ControlliFormPrincipale& c, Vicini vicini, std::function<void()> buildScript)
+        : ambiente{condiviso, globale, globale.CodicePdcCoin(), globale.CodicePdcVds(),
                    globale.GestioneVociDiSpesa()},
           archivio(ambiente),
           campi(ambiente,
@@ -44,8 +54,12 @@ struct AreeCorrelazioni {
           modi(ambiente,
                {c.LAY_ATTIVAZIONE, c.LAY_CORRELAZIONI, c.TRW_CONTI, c.TXT_CONTOSELEZIONATO, c.TXT_CAUSALE,
                 c.GRD_DETTAGLIO},
-               {frame, archivio, campi, lista, filtri}) {
+               {frame, archivio, campi, lista, vicini.filtri}),
+          copie(ambiente), appuntiAlbero(ambiente, c.TRW_CONTI, form, {vicini.albero, vicini.filtri, copie}),
+          appuntiLista(ambiente, {form, c.LST_CAUSALI, c.TXT_CAUSALE}, {frame, lista, copie}) {
         frame.UsaEventi(eventiTestata, eventiDettaglio);
+        lista.UsaAppunti(&appuntiLista);
+        vicini.albero.UsaAppunti(&appuntiAlbero);
     }
     AreeCorrelazioni(const AreeCorrelazioni&) = delete;
     AreeCorrelazioni& operator=(const AreeCorrelazioni&) = delete;
@@ -61,6 +75,9 @@ struct AreeCorrelazioni {
     EventiDettaglio eventiDettaglio;
     EventiTestata eventiTestata;
     ModiDiLavoro modi;
+    CopieCorrelazioni copie;
+    AppuntiAlbero appuntiAlbero;
+    AppuntiLista appuntiLista;
 };
 
 } // namespace veldran

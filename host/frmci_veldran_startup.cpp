@@ -3,6 +3,7 @@
 #include "host/clsci_veldran.h"
 #include "host/frmci_veldran.h"
 #include "platform/text.h"
+#include "sql/commands.h"
 
 #include <functional>
 #include <utility>
@@ -64,7 +65,8 @@ void FRMCI_VELDRAN::CreaAreeDiLavoro(services::GlobalObject& global, DidascalieR
                                                             global.CodiceDitta(), global.CodicePdcCoge(), 0,
                                                             errori_, global.Screen()},
                                            controlli_, std::move(didascalie));
-    correlazioni_ = std::make_unique<AreeCorrelazioni>(aree_->ambiente, global, controlli_, aree_->filtri,
+    correlazioni_ = std::make_unique<AreeCorrelazioni>(aree_->ambiente, global, *this, controlli_,
+                                                       AreeCorrelazioni::Vicini{aree_->albero, aree_->filtri},
                                                        [this] { BuildScript(); });
     CollegaAttivazione();
     CollegaCorrelazioni();
@@ -163,10 +165,9 @@ void FRMCI_VELDRAN::CollegaCorrelazioni() {
 }
 
 void FRMCI_VELDRAN::ConfigurazioneCampiCorrelazione(services::GlobalObject& global) {
-    constexpr int lunghezzaCausale = 4;
     constexpr int lunghezzaContoCoan = 15;
     controlli_.TXT_CAUSALE.SetLookupService(&global.Lookups());
-    controlli_.TXT_CAUSALE.SetMaxLength(lunghezzaCausale);
+    controlli_.TXT_CAUSALE.SetMaxLength(sql::lunghezzaCausale);
     controlli_.TXT_CONTO.SetLookupService(&global.Lookups());
     controlli_.TXT_CONTO.SetMaxLength(lunghezzaContoCoan);
     controlli_.TXT_VDS.SetLookupService(&global.Lookups());

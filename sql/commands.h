@@ -31,6 +31,8 @@ std::shared_ptr<ado::Command> procedureCommand(const std::shared_ptr<ado::Connec
 
 /// Characters of an account code.
 inline constexpr int lunghezzaConto = 10;
+/// Characters of a transaction type's code.
+inline constexpr int lunghezzaCausale = 4;
 
 /// Input parameter of an account code: fixed-length Unicode text of its whole length.
 ado::Parameter contoParameter(std::string name);

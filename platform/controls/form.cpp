@@ -131,4 +131,16 @@ void Form::forget(Control& control) {
     }
 }
 
+FormRedrawLock::FormRedrawLock(Form& form) : form_(form) {
+    if (form_.redrawLocks_++ == 0) {
+        form_.RedrawLocked.raise(true);
+    }
+}
+
+FormRedrawLock::~FormRedrawLock() {
+    if (--form_.redrawLocks_ == 0) {
+        form_.RedrawLocked.raise(false);
+    }
+}
+
 } // namespace veldran::controls

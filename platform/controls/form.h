@@ -49,11 +49,13 @@ public:
     mutable Event<> Unloading;        ///< the form releases what it holds
     mutable Event<> Unloaded;         ///< the window is to go away; raised last
     mutable Event<Control*> FocusMoved;
+    mutable Event<bool> RedrawLocked; ///< the view holds back its painting while it is true
     mutable Event<KeyEvent&> FormKeyDown;
     mutable Event<PopupMenu&, const PopupPlace&> PopupRequested; ///< the view is to show a menu
 
 private:
     friend class Control;
+    friend class FormRedrawLock;
     void forget(Control& control);
 
     FormWindowState windowState_ = windowNormal;
@@ -62,6 +64,19 @@ private:
     unsigned moves_ = 0;        ///< a handler's own focus move overtakes the one that called it
     bool loaded_ = false;
     bool unloading_ = false;
+    int redrawLocks_ = 0;
+};
+
+/// Holds back the painting of a form's window while it lives. The form outlives it.
+class FormRedrawLock {
+public:
+    explicit FormRedrawLock(Form& form);
+    ~FormRedrawLock();
+    FormRedrawLock(const FormRedrawLock&) = delete;
+    FormRedrawLock& operator=(const FormRedrawLock&) = delete;
+
+private:
+    Form& form_;
 };
 
 } // namespace veldran::controls
