@@ -25,7 +25,7 @@ void layOutSearchRow(ControlViews& views, QBoxLayout& column, QWidget* area) {
     if (auto* code = views.place<LookupFieldView, controls::LookupField>("TXT_CONTORICERCA", area)) {
         row->addWidget(code);
         if (caption != nullptr) {
-            caption->setBuddy(&code->edit());
+            caption->standFor(code->edit());
         }
     }
     if (auto* description = views.place<LabelView, controls::Label>("LBB_DESCRCONTORICERCA", area)) {

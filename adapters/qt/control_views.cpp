@@ -14,14 +14,10 @@ QWidget* ControlViews::placeArea(std::string_view layoutName, QWidget* parent) c
     return area;
 }
 
-QWidget* ControlViews::focusedPartOf(QWidget& view) {
-    return view.focusProxy() != nullptr ? view.focusProxy() : &view;
-}
-
 QWidget* ControlViews::viewOf(const controls::Control& control) const {
     const auto place = std::find_if(places_.begin(), places_.end(),
                                     [&](const Place& candidate) { return candidate.control == &control; });
-    return place == places_.end() ? nullptr : focusedPartOf(*place->view);
+    return place == places_.end() ? nullptr : place->focused();
 }
 
 std::vector<QWidget*> ControlViews::tabChain() const {

@@ -3,6 +3,7 @@
 #include "platform/controls/form.h"
 
 #include <QWidget>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -14,8 +15,8 @@ class ControlViews {
 public:
     struct Place {
         controls::Control* control;
-        QWidget* view;
-        std::vector<QWidget*> tabStops; ///< none for what takes no focus
+        std::function<QWidget*()> focused; ///< the widget that takes the focus now
+        std::vector<QWidget*> tabStops;    ///< none for what takes no focus
     };
 
     explicit ControlViews(controls::Form& form) : form_(form) {}
@@ -38,8 +39,6 @@ public:
     std::vector<QWidget*> tabChain() const;
 
 private:
-    static QWidget* focusedPartOf(QWidget& view);
-
     controls::Form& form_;
     std::vector<Place> places_;
 };
@@ -51,11 +50,14 @@ View* ControlViews::place(std::string_view name, QWidget* parent) {
         return nullptr;
     }
     auto* view = new View(*control, parent);
-    Place place{control, view, {}};
+    Place place{control, [view]() -> QWidget* { return view; }, {}};
+    if constexpr (requires { view->focusPart(); }) {
+        place.focused = [view] { return &view->focusPart(); };
+    }
     if constexpr (requires { view->tabStops(); }) {
         place.tabStops = view->tabStops();
-    } else if (QWidget* focused = focusedPartOf(*view); (focused->focusPolicy() & Qt::TabFocus) != 0) {
-        place.tabStops = {focused};
+    } else if ((place.focused()->focusPolicy() & Qt::TabFocus) != 0) {
+        place.tabStops = {place.focused()};
     }
     places_.push_back(std::move(place));
     return view;

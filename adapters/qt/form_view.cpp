@@ -2,6 +2,7 @@
 
 #include "adapters/qt/activation_layout.h"
 #include "adapters/qt/correlation_layout.h"
+#include "adapters/qt/duplication_layout.h"
 #include "adapters/qt/layout_parts.h"
 #include "adapters/qt/popup_menus.h"
 #include "adapters/qt/simple_views.h"
@@ -32,17 +33,18 @@ FormView::FormView(controls::Form& form, QWidget* parent)
     new PopupMenus(form_, *this, [this](const controls::Control& control) { return viewOf(control); });
     kept_.push_back(form_.FocusMoved.subscribe([this](controls::Control* control) { giveFocusTo(control); }));
     kept_.push_back(form_.Activated.subscribe([this] { takeInitialFocus(); }));
+    kept_.push_back(form_.RedrawLocked.subscribe([this](bool locked) { setUpdatesEnabled(!locked); }));
     takeInitialFocus();
 }
 
 FormView::~FormView() = default;
 
 QSize FormView::sizeHint() const {
-    return designSize.expandedTo(minimumSizeHint());
+    return isDialog_ ? content_->sizeHint() : designSize.expandedTo(minimumSizeHint());
 }
 
 QSize FormView::minimumSizeHint() const {
-    return smallestSize.expandedTo(content_->minimumSizeHint());
+    return isDialog_ ? content_->minimumSizeHint() : smallestSize.expandedTo(content_->minimumSizeHint());
 }
 
 bool FormView::event(QEvent* event) {
@@ -61,6 +63,11 @@ void FormView::resizeEvent(QResizeEvent* event) {
 
 void FormView::layOut() {
     QBoxLayout& column = *columnOf(*content_, margin);
+    if (QWidget* dialog = layOutDuplication(views_, content_)) {
+        isDialog_ = true;
+        column.addWidget(dialog);
+        return;
+    }
     column.addWidget(layOutActivation(views_, content_), 1);
     column.addWidget(layOutCorrelation(views_, content_), 1);
     auto* row = newRow();
@@ -95,6 +102,8 @@ void FormView::takeInitialFocus() {
         giveFocusTo(form_.ActiveControl());
     } else if (auto* tree = views_.find<controls::TreeView>("TRW_CONTI")) {
         tree->SetFocus();
+    } else if (isDialog_ && !tabChain_.empty()) {
+        tabChain_.front()->setFocus(Qt::OtherFocusReason);
     }
 }
 

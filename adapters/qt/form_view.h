@@ -14,7 +14,7 @@ namespace veldran::qt {
 /// Draws a form: finds its controls by name, lays them out by hand, and keeps focus and tab order in step
 /// with the control objects, both ways. Every drawn control's widget has the control's name as its object
 /// name. Controls that the layout does not know, or that the form lacks, are left out. The first focus is the
-/// tree's. Shows the menus that the form opens.
+/// tree's, or the first field's of a dialog. Shows the menus that the form opens.
 ///
 /// The form must outlive its view.
 class FormView : public QWidget {
@@ -43,6 +43,7 @@ private:
     QWidget* content_;
     controls::ResizeControl* resize_;
     ControlViews views_;
+    bool isDialog_ = false; ///< as small as its fields, without a tree
     std::vector<QWidget*> tabChain_;
     std::vector<Subscription> kept_;
 };

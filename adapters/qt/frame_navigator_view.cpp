@@ -117,6 +117,10 @@ FrameNavigatorView::BarButton* FrameNavigatorView::nearestEnabled(std::size_t in
     return nullptr;
 }
 
+QWidget& FrameNavigatorView::focusPart() {
+    return entry_ != nullptr ? static_cast<QWidget&>(*entry_) : *this;
+}
+
 void FrameNavigatorView::showState() {
     position_->setText(toQt(control_.PositionText()));
     std::size_t chosen = 0;
@@ -135,13 +139,12 @@ void FrameNavigatorView::showState() {
             chosen = i;
         }
     }
-    BarButton* stop = nearestEnabled(chosen);
+    entry_ = nearestEnabled(chosen);
     for (BarButton* button : buttons_) {
-        button->setFocusPolicy(button == stop ? Qt::StrongFocus : Qt::ClickFocus);
+        button->setFocusPolicy(button == entry_ ? Qt::StrongFocus : Qt::ClickFocus);
     }
-    setFocusProxy(stop);
-    if (stop != nullptr && isAncestorOf(window()->focusWidget())) {
-        stop->setFocus(Qt::OtherFocusReason);
+    if (entry_ != nullptr && isAncestorOf(window()->focusWidget())) {
+        entry_->setFocus(Qt::OtherFocusReason);
     }
     for (BarButton* button : buttons_) {
         if (!control_.Button(button->key()).enabled) {

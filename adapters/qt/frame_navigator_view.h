@@ -20,8 +20,10 @@ class FrameNavigatorView : public QWidget {
 public:
     explicit FrameNavigatorView(controls::FrameNavigator& control, QWidget* parent = nullptr);
 
-    /// In the order in which they stand. The one that takes the focus for the bar is its focus proxy.
+    /// The buttons, in the order in which they stand.
     const std::vector<QWidget*>& tabStops() const { return stops_; }
+    /// The button that takes the focus for the bar; the bar itself while none can be pressed.
+    QWidget& focusPart();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -39,6 +41,7 @@ private:
     QLabel* position_;
     std::vector<BarButton*> buttons_;
     std::vector<QWidget*> stops_;
+    BarButton* entry_ = nullptr;
 };
 
 } // namespace veldran::qt

@@ -80,7 +80,6 @@ LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent
     row->addWidget(edit_, 1);
     row->addWidget(button_);
     button_->setFixedHeight(edit_->sizeHint().height());
-    setFocusProxy(edit_);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 
     new ControlBinding(control, *this, edit_, [this] { showField(); });
@@ -94,6 +93,10 @@ LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent
 }
 
 QLineEdit& LookupFieldView::edit() {
+    return *edit_;
+}
+
+QWidget& LookupFieldView::focusPart() {
     return *edit_;
 }
 

@@ -20,6 +20,8 @@ public:
     explicit LookupFieldView(controls::LookupField& control, QWidget* parent = nullptr);
 
     QLineEdit& edit();
+    /// Takes the focus for the field. (A focus proxy would make the field a second stop of the Tab key.)
+    QWidget& focusPart();
     QToolButton& button() { return *button_; }
     /// Enter then moves the focus on as well, as Tab does.
     void setEnterMovesOn(bool movesOn);

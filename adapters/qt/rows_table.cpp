@@ -19,7 +19,7 @@ namespace veldran::qt {
 
 namespace {
 
-constexpr double designLineHeight = 13; ///< pixels of a line of the design's letters
+constexpr double designLetter = 5; ///< pixels of an average letter of the design
 
 } // namespace
 
@@ -54,14 +54,16 @@ void RowsTable::setEmptyText(const QString& text) {
     viewport()->update();
 }
 
+double RowsTable::scale() const {
+    return std::max(1.0, fontMetrics().averageCharWidth() / designLetter);
+}
+
 int RowsTable::pixelsOf(int twips) const {
-    const double scale = std::max(1.0, fontMetrics().height() / designLineHeight);
-    return static_cast<int>(std::lround(twips * scale / twipsPerPixel));
+    return static_cast<int>(std::lround(twips * scale() / twipsPerPixel));
 }
 
 int RowsTable::twipsOf(int pixels) const {
-    const double scale = std::max(1.0, fontMetrics().height() / designLineHeight);
-    return static_cast<int>(std::lround(pixels * twipsPerPixel / scale));
+    return static_cast<int>(std::lround(pixels * twipsPerPixel / scale()));
 }
 
 void RowsTable::showColumns() {

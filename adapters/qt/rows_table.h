@@ -44,6 +44,7 @@ protected:
     void initViewItemOption(QStyleOptionViewItem* option) const override;
 
 private:
+    double scale() const;
     void showColumns();
     int rowByKey(const QKeyEvent& event) const;
     int rowsInSight() const;

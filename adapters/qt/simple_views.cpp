@@ -19,6 +19,19 @@ LabelView::LabelView(controls::Label& control, QWidget* parent) : QLabel(parent)
     new ControlBinding(control, *this, nullptr, [this, &control] { setText(toQt(control.Caption())); });
 }
 
+void LabelView::standFor(QWidget& field) {
+    setBuddy(&field);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    field.installEventFilter(this);
+}
+
+bool LabelView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::EnabledChange) {
+        update();
+    }
+    return QLabel::eventFilter(watched, event);
+}
+
 QSize LabelView::minimumSizeHint() const {
     return {fontMetrics().horizontalAdvance(QStringLiteral("mmmm")), QLabel::minimumSizeHint().height()};
 }
@@ -41,7 +54,12 @@ void LabelView::paintEvent(QPaintEvent*) {
         flags |= style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic
                                                                                  : Qt::TextHideMnemonic;
     }
-    style()->drawItemText(&painter, rect, flags, palette(), isEnabled(), shown, foregroundRole());
+    const bool pale = !isEnabled() || (buddy() != nullptr && !buddy()->isEnabled());
+    QPalette colours = palette();
+    if (pale) {
+        colours.setCurrentColorGroup(QPalette::Disabled);
+    }
+    style()->drawItemText(&painter, rect, flags, colours, !pale, shown, foregroundRole());
 }
 
 bool LabelView::event(QEvent* event) {

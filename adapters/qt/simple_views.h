@@ -21,7 +21,12 @@ class LabelView : public QLabel {
 public:
     explicit LabelView(controls::Label& control, QWidget* parent = nullptr);
 
+    /// The label is the caption of that field: never cut, pale while the field is disabled; its mnemonic
+    /// takes the focus to the field.
+    void standFor(QWidget& field);
+
     QSize minimumSizeHint() const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -100,6 +102,125 @@ TEST_F(CodeField, GivesEnterToTheFormFirst) {
     key(Qt::Key_Enter);
     EXPECT_EQ(codes, (std::vector<int>{13, 13}));
     EXPECT_EQ(form.lookup.decoded.size(), 1U);
+}
+
+TEST_F(CodeField, MovesOnByEnterWhereItIsToldSo) {
+    type("0102030005");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(view->edit().hasFocus());
+    view->setEnterMovesOn(true);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_EQ(form.lookup.decoded.size(), 1U) << "it is decoded once";
+}
+
+TEST_F(CodeField, StaysWhereItIsWhileEnterIsRefused) {
+    view->setEnterMovesOn(true);
+    const auto kept = form.code.Validate.subscribe([](bool& cancel) { cancel = true; });
+    type("0102030005");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(view->edit().hasFocus());
+}
+
+TEST_F(CodeField, LeavesTheFocusWhereTheFormSendsItOnEnter) {
+    view->setEnterMovesOn(true);
+    auto* chosen = new QLineEdit(&window);
+    window.layout()->addWidget(chosen);
+    chosen->show();
+    const auto kept = form.code.AfterItem.subscribe([&] { chosen->setFocus(); });
+    type("0102030005");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(chosen->hasFocus());
+}
+
+TEST_F(CodeField, MovesOnWhenAKnownCodeIsComplete) {
+    form.code.SetAutoAdvance(true);
+    type("010203000");
+    EXPECT_TRUE(view->edit().hasFocus());
+    type("5");
+    EXPECT_TRUE(elsewhere->hasFocus());
+    EXPECT_EQ(shown(), "01/02/03/0005");
+    view->edit().setFocus();
+    view->edit().selectAll();
+    type("9999999999");
+    EXPECT_TRUE(view->edit().hasFocus()) << "an unknown code is to be mended";
+}
+
+TEST_F(CodeField, ShowsWhatItRaisesToUpperCase) {
+    form.code.SetUpperCase(true);
+    type("acq");
+    EXPECT_EQ(shown(), "ACQ");
+    EXPECT_EQ(form.code.Text(), "ACQ");
+}
+
+TEST_F(CodeField, IsSelectedWhenTheFormSendsTheFocus) {
+    type("0102");
+    elsewhere->setFocus();
+    form.code.SetText("0102");
+    view->edit().setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(view->edit().selectedText(), QStringLiteral("0102"));
+}
+
+class ManagedCode : public CodeField {
+protected:
+    ManagedCode() {
+        form.code.SetManagementEnabled(true);
+        kept = form.code.KeyButtonMenuPress.subscribe(
+            [this](const std::string& item) { items.push_back(item); });
+    }
+    QStringList menuTexts() {
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, {3, 3}, view->edit().mapToGlobal(QPoint(3, 3)));
+        QApplication::sendEvent(&view->edit(), &asked);
+        QStringList texts;
+        for (const QAction* action : openMenu()->actions()) {
+            texts << action->text();
+        }
+        return texts;
+    }
+    static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+
+    Subscription kept;
+    std::vector<std::string> items;
+};
+
+TEST_F(ManagedCode, OpensItsMaintenanceByShiftF4) {
+    QTest::keyClick(&view->edit(), Qt::Key_F4, Qt::ShiftModifier);
+    EXPECT_EQ(items, (std::vector<std::string>{"Kgestione"}));
+    EXPECT_TRUE(form.lookup.listed.empty());
+    form.code.SetManagementEnabled(false);
+    QTest::keyClick(&view->edit(), Qt::Key_F4, Qt::ShiftModifier);
+    EXPECT_EQ(items.size(), 1U);
+}
+
+TEST_F(ManagedCode, OpensItsMaintenanceFromItsMenuOnceThatHasClosed) {
+    const QStringList texts = menuTexts();
+    ASSERT_TRUE(texts.contains(QStringLiteral("Gestione…\tMaiusc+F4")));
+    QMenu* menu = openMenu();
+    const auto count = menu->actions().size();
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                      menu->actionGeometry(menu->actions()[count - 1]).center());
+    EXPECT_TRUE(items.empty());
+    QApplication::processEvents();
+    EXPECT_EQ(items, (std::vector<std::string>{"Kgestione"}));
+}
+
+TEST_F(ManagedCode, OffersOnlyWhatTheFieldCanDo) {
+    form.code.SetManagementEnabled(false);
+    form.code.SetLookupEnabled(false);
+    const QStringList texts = menuTexts();
+    EXPECT_FALSE(texts.contains(QStringLiteral("Gestione…\tMaiusc+F4")));
+    EXPECT_FALSE(texts.contains(QStringLiteral("Scegli da un elenco…\tF4")));
+    delete openMenu();
+}
+
+TEST_F(ManagedCode, TellsItsKeysInItsToolTips) {
+    form.code.SetToolTipText("Codice conto");
+    EXPECT_EQ(view->edit().toolTip(), QStringLiteral("Codice conto\nGestione: tasto destro o Maiusc+F4"));
+    EXPECT_EQ(view->button().toolTip(),
+              QStringLiteral("Scegli da un elenco (F4)\nGestione: tasto destro o Maiusc+F4"));
+    form.code.SetManagementEnabled(false);
+    EXPECT_EQ(view->edit().toolTip(), QString()) << "the whole field has one";
+    EXPECT_EQ(view->button().toolTip(), QStringLiteral("Scegli da un elenco (F4)"));
 }
 
 TEST_F(CodeField, FollowsItsControl) {
