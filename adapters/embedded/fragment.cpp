@@ -41,7 +41,13 @@ Condition join(std::vector<Condition> conditions, Truth absorbing, Condition::Fo
     for (const Condition& condition : open) {
         result.sql += result.sql.empty() ? "" : form == Condition::Form::And ? " AND " : " OR ";
         const bool wrapped = form == Condition::Form::And && condition.form == Condition::Form::Or;
-        result.sql += wrapped ? "(" + condition.sql + ")" : condition.sql;
+        const std::string text = wrapped ? "(" + condition.sql + ")" : condition.sql;
+        result.sql += text;
+        if (form == Condition::Form::And && condition.parts.empty()) {
+            result.parts.push_back(text);
+        } else if (form == Condition::Form::And) {
+            result.parts.insert(result.parts.end(), condition.parts.begin(), condition.parts.end());
+        }
     }
     return result;
 }

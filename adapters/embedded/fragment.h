@@ -45,6 +45,7 @@ struct Condition {
     std::string sql;
     Form form = Form::Predicate;
     std::optional<Truth> known;
+    std::vector<std::string> parts{}; ///< of And: what must hold, each fit to be joined again
 
     bool isTrue() const { return known == Truth::True; }
     bool isFalse() const { return known == Truth::False; }

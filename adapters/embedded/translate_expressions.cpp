@@ -23,6 +23,51 @@ struct Branch {
     Fragment value;
 };
 
+struct WrittenBranch {
+    std::vector<std::string> parts; // of its condition
+    std::string value;
+};
+
+// How long a value may be that is written twice.
+constexpr std::size_t shortValue = 40;
+
+std::string joinedByAnd(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts) {
+        text += (text.empty() ? "" : " AND ") + part;
+    }
+    return text;
+}
+
+// The searched form. A part that every condition begins with is tested once for all of them, because SQLite
+// would compute it again for each. `otherwise` is empty where no ELSE is needed.
+std::string searchedCase(const std::vector<WrittenBranch>& branches, const std::string& otherwise) {
+    const std::string ending = (otherwise.empty() ? "" : " ELSE " + otherwise) + " END";
+    const std::string& common = branches.front().parts.front();
+    const bool shared =
+        branches.size() > 1 && otherwise.size() <= shortValue && otherwise.find('(') == std::string::npos &&
+        std::all_of(branches.begin(), branches.end(),
+                    [&](const WrittenBranch& branch) { return branch.parts.front() == common; });
+    if (!shared) {
+        std::string sql = "CASE";
+        for (const WrittenBranch& branch : branches) {
+            sql += " WHEN " + joinedByAnd(branch.parts) + " THEN " + branch.value;
+        }
+        return sql + ending;
+    }
+    std::vector<WrittenBranch> inner;
+    std::string innerOtherwise = otherwise;
+    for (const WrittenBranch& branch : branches) {
+        if (branch.parts.size() == 1) {
+            innerOtherwise = branch.value;
+            break;
+        }
+        inner.push_back({{branch.parts.begin() + 1, branch.parts.end()}, branch.value});
+    }
+    return "CASE WHEN " + common + " THEN " +
+           (inner.empty() ? innerOtherwise : searchedCase(inner, innerOtherwise)) + ending;
+}
+
 } // namespace
 
 Fragment Translator::expression(const tsql::Expression& node) {
@@ -230,23 +275,30 @@ Fragment Translator::caseValue(const tsql::Case& node) {
         range = range ? Range{std::min(range->low, bounds.low), std::max(range->high, bounds.high)} : bounds;
     };
     widen(otherwise);
-    result.sql = "CASE";
-    if (simpleForm) {
-        result.sql += " " + (operand->type.isText() ? collatedText(*operand) : *operand).operand();
-    }
+    std::vector<WrittenBranch> written;
     for (const Branch& branch : branches) {
         const Fragment value = convert(branch.value, type, ConversionMode::Cast);
-        result.sql += " WHEN " + (simpleForm ? branch.when : branch.condition.sql) + " THEN " + value.sql;
+        const Condition& condition = branch.condition;
+        written.push_back({simpleForm                ? std::vector{branch.when}
+                           : condition.parts.empty() ? std::vector{condition.sql}
+                                                     : condition.parts,
+                           value.sql});
         result.nullable = result.nullable || value.nullable;
         if (!value.isNullConstant()) {
             result.minimumLength = std::min(result.minimumLength, value.minimumLength);
         }
         widen(value);
     }
-    if (!otherwise.isNullConstant()) {
-        result.sql += " ELSE " + otherwise.sql;
+    const std::string last = otherwise.isNullConstant() ? std::string() : otherwise.sql;
+    if (simpleForm) {
+        result.sql = "CASE " + (operand->type.isText() ? collatedText(*operand) : *operand).operand();
+        for (const WrittenBranch& branch : written) {
+            result.sql += " WHEN " + branch.parts.front() + " THEN " + branch.value;
+        }
+        result.sql += (last.empty() ? "" : " ELSE " + last) + " END";
+    } else {
+        result.sql = searchedCase(written, last);
     }
-    result.sql += " END";
     result.range = range;
     return result;
 }
