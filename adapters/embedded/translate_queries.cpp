@@ -42,6 +42,26 @@ bool isKeySelected(const Table& table, const std::vector<SelectedItem>& items) {
            });
 }
 
+// Whether the query is a table as it stands: then SQLite copies the rows without looking into them. The order
+// of the identity column is the order in which a table is stored.
+bool isWholeCopy(const BoundQuery& query) {
+    const BoundSelect& select = query.arms.front();
+    if (!query.isPlain() || select.grouped || select.identity != nullptr || !select.where.empty() ||
+        !select.limit.empty() || !select.onlyTable) {
+        return false;
+    }
+    const std::vector<Column>& columns = select.onlyTable->columns;
+    bool ordered = query.orderBy.empty();
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        if (i >= columns.size() || select.items[i].value.column != &columns[i]) {
+            return false;
+        }
+        ordered =
+            ordered || (columns[i].identity && query.orderBy == " ORDER BY " + select.items[i].value.sql);
+    }
+    return ordered && select.items.size() == columns.size();
+}
+
 // What SELECT ... INTO gives the new table for a column.
 Column newColumn(const SelectedItem& item) {
     if (item.name.empty()) {
@@ -450,6 +470,9 @@ TranslatedStatement Translator::selectInto(const tsql::SelectSpecification& node
                  "I nomi di colonna di una tabella devono essere univoci: '" + table.columns[i].name +
                      "' è ripetuto.");
         }
+    }
+    if (isWholeCopy(query)) {
+        return IntoProgram{table, finish("INSERT INTO " + table.sqlName() + " SELECT * FROM " + select.from)};
     }
     const std::string source = writeConverted(query, types, names);
     return IntoProgram{table, finish("INSERT INTO " + table.sqlName() + " (" + list + ") " + source)};

@@ -256,4 +256,23 @@ TEST_F(SessionTest, AClosedSessionTakesItsTransactionBack) {
     EXPECT_NO_THROW(execute("INSERT INTO T VALUES (2)"));
 }
 
+TEST_F(SessionTest, CopiesATableWithItsNumbersAndGoesOnFromTheLast) {
+    run({"CREATE TABLE #A (INDICE INT IDENTITY(1, 1) PRIMARY KEY, CONTO NCHAR(4) NOT NULL, DESCR "
+         "NVARCHAR(20) NULL)",
+         "INSERT INTO #A VALUES ('0101', N'uno'), ('0202', NULL), ('0303', N'tre')",
+         "DELETE FROM #A WHERE INDICE = 1"});
+    EXPECT_EQ(affected("SELECT INDICE, CONTO, DESCR INTO #B FROM #A ORDER BY INDICE"), 2);
+    run({"INSERT INTO #B VALUES ('0404', NULL)"});
+    EXPECT_EQ(rows("SELECT * FROM #B ORDER BY INDICE"),
+              (Rows{{"2", "0202", "NULL"}, {"3", "0303", "tre"}, {"4", "0404", "NULL"}}));
+    EXPECT_EQ(error("INSERT INTO #B VALUES (NULL, NULL)").Number, 515);
+}
+
+TEST_F(SessionTest, CopiesATableStoredInTheOrderOfItsKey) {
+    run({"CREATE TABLE A (CONTO NCHAR(4) NOT NULL PRIMARY KEY, NATURA INT NOT NULL)",
+         "INSERT INTO A VALUES ('0202', 2), ('0101', 1)"});
+    EXPECT_EQ(affected("SELECT * INTO #B FROM A"), 2);
+    EXPECT_EQ(rows("SELECT CONTO, NATURA FROM #B ORDER BY CONTO DESC"), (Rows{{"0202", "2"}, {"0101", "1"}}));
+}
+
 } // namespace veldran::embedded::test
