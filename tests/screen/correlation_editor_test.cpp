@@ -2,55 +2,18 @@
 #include "tests/screen/correlation_fixture.h"
 #include "tree/cnode_info.h"
 
-#include <gtest/gtest.h>
-
 namespace veldran::test {
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-const std::string account = "0102030005";
-
-class CorrelationEditor : public ::testing::Test {
+class CorrelationEditor : public EditorTest {
 protected:
-    void open(const Chart& chart = costChart(), Company company = costCompany()) {
-        screen.emplace(chart, std::move(company));
-        screen->host.lookups.descriptions = {{"ACQ", "Acquisti"},
-                                             {"VEND", "Vendite"},
-                                             {"GIRO", "Giroconto"},
-                                             {"COLACQ0010", "Costi di acquisto"},
-                                             {"CDCPRO0010", "Reparto produzione"},
-                                             {"CDCPRO0020", "Reparto verniciatura"},
-                                             {"MATPRI", "Materie prime"},
-                                             {"SERTRA", "Trasporti"}};
-        screen->host.lookups.structures[101] = {10, {{0, 3}, {3, 3}, {6, 4}}, '.', false};
-        screen->host.lookups.structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
-        screen->host.open();
-        editor.emplace(*screen);
-    }
-
-    Editor& e() { return *editor; }
-    MessageLog& messages() { return *screen->host.messages; }
     std::string mark(const std::string& table) {
-        return screen->query("SELECT CORRELATO FROM " + table + " WHERE CONTO = '" + account + "'")
+        return screen->query("SELECT CORRELATO FROM " + table + " WHERE CONTO = '" + editedAccount + "'")
             .at(0)
             .at(0);
     }
-
-    std::optional<Screen> screen;
-    std::optional<Editor> editor;
 };
-
-const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
-                        {"1", "60.00", "CDCPRO0010", "MATPRI"},
-                        {"1", "40.00", "CDCPRO0020", "SERTRA"}};
-
-Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ") {
-    Chart chart = costChart();
-    store(chart, account, causale, rows);
-    return chart;
-}
 
 TEST_F(CorrelationEditor, OpensForAnAccountWithoutCorrelationsOnANewHeaderWithTheFocusOnTheCausale) {
     open();
@@ -119,7 +82,7 @@ TEST_F(CorrelationEditor, MarksTheAccountWhenItComesBackWithAFirstCorrelation) {
     e().save();
     e().toggleMode();
     EXPECT_FALSE(e().isOpen());
-    const auto* info = CNodeInfo::Di(screen->host.user().node(accountKey(1, account)));
+    const auto* info = CNodeInfo::Di(screen->host.user().node(accountKey(1, editedAccount)));
     EXPECT_TRUE(info->IsCorrelato());
     EXPECT_EQ(mark("#CG24_TABPDC"), "1");
     EXPECT_EQ(mark("#CG24_TABPDC_SELECTED"), "1");
@@ -136,7 +99,7 @@ TEST_F(CorrelationEditor, ClearsTheMarkWhenTheLastCorrelationIsGone) {
     EXPECT_TRUE(e().listed().empty());
     EXPECT_TRUE(e().working("ACQ").empty());
     e().toggleMode();
-    EXPECT_FALSE(CNodeInfo::Di(screen->host.user().node(accountKey(1, account)))->IsCorrelato());
+    EXPECT_FALSE(CNodeInfo::Di(screen->host.user().node(accountKey(1, editedAccount)))->IsCorrelato());
     EXPECT_EQ(mark("#CG24_TABPDC"), "0");
     EXPECT_EQ(mark("#CG24_TABPDC_SELECTED"), "0");
     EXPECT_TRUE(messages().errors.empty());

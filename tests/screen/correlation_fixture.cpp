@@ -1,7 +1,5 @@
 #include "tests/screen/correlation_fixture.h"
 
-#include <gtest/gtest.h>
-
 #include <ostream>
 
 namespace veldran::test {
@@ -187,6 +185,39 @@ std::vector<std::string> Editor::workingCausali() const {
         codes.push_back(row.at(0));
     }
     return codes;
+}
+
+const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
+                        {"1", "60.00", "CDCPRO0010", "MATPRI"},
+                        {"1", "40.00", "CDCPRO0020", "SERTRA"}};
+
+Chart withStored(const Rows& rows, const std::string& causale) {
+    Chart chart = costChart();
+    store(chart, editedAccount, causale, rows);
+    return chart;
+}
+
+void EditorTest::open(const Chart& chart, Company company, Screen::Markers markers) {
+    editor.reset();
+    screen.emplace(chart, std::move(company), markers);
+    lookups().descriptions = {{"ACQ", "Acquisti"},
+                              {"VEND", "Vendite"},
+                              {"GIRO", "Giroconto"},
+                              {"COLACQ0010", "Costi di acquisto"},
+                              {"CDCPRO0010", "Reparto produzione"},
+                              {"CDCPRO0020", "Reparto verniciatura"},
+                              {"MATPRI", "Materie prime"},
+                              {"SERTRA", "Trasporti"}};
+    lookups().structures[101] = {10, {{0, 3}, {3, 3}, {6, 4}}, '.', false};
+    lookups().structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
+    screen->host.open();
+    editor.emplace(*screen);
+}
+
+void EditorTest::enter(const Chart& chart, Company company) {
+    open(chart, std::move(company));
+    e().enter();
+    screen->forget();
 }
 
 } // namespace veldran::test

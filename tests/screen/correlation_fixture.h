@@ -6,6 +6,8 @@
 #include "platform/controls/list_view.h"
 #include "tests/screen/screen_fixture.h"
 
+#include <gtest/gtest.h>
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -86,6 +88,31 @@ public:
 private:
     Screen& screen_;
     ScreenUser user_;
+};
+
+using Texts = std::vector<std::string>;
+
+/// The account whose correlations the tests edit.
+inline constexpr const char* editedAccount = "0102030005";
+/// An origin and the two destinations that share it out, one cost item each.
+extern const Rows wholeRows;
+/// `costChart` with one correlation of the edited account.
+Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ");
+
+/// A screen over the company that manages cost items, with a lookup service that knows every code.
+class EditorTest : public ::testing::Test {
+protected:
+    void open(const Chart& chart = costChart(), Company company = costCompany(),
+              Screen::Markers markers = Screen::Markers::Resolved);
+    /// The same, with correlation mode entered and nothing recorded yet.
+    void enter(const Chart& chart = costChart(), Company company = costCompany());
+
+    Editor& e() { return *editor; }
+    MessageLog& messages() { return *screen->host.messages; }
+    LookupFake& lookups() { return screen->host.lookups; }
+
+    std::optional<Screen> screen;
+    std::optional<Editor> editor;
 };
 
 } // namespace veldran::test
