@@ -83,7 +83,8 @@ bool ListaCausali::ChangeItem(const Riga& riga) {
         if (!record) {
             return true;
         }
-        if (riga != corrente_ && !frame_.Testata()->MoveTo(*record)) {
+        // Also for the current row: the header may have been moved by its navigator since.
+        if (!frame_.Testata()->MoveTo(*record)) {
             riportaEvidenza();
             return false;
         }
@@ -92,11 +93,12 @@ bool ListaCausali::ChangeItem(const Riga& riga) {
     });
 }
 
+/// To the causale still shown; a new one is not listed yet, and leaves the row that was current.
 void ListaCausali::riportaEvidenza() {
-    if (corrente_ && corrente_->IsInList()) {
+    if (const Riga mostrata = RigaDi(frame_.CausaleCorrente())) {
+        controlli_.LST_CAUSALI.SetSelectedItem(mostrata);
+    } else if (corrente_ && corrente_->IsInList()) {
         controlli_.LST_CAUSALI.SetSelectedItem(corrente_);
-    } else {
-        Seleziona(frame_.CausaleCorrente());
     }
 }
 
