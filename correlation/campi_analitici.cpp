@@ -123,6 +123,9 @@ void CampiAnalitici::GestioneConto(controls::LookupField& campo) {
         richiesta.code = campo.CodeStructure().codeOf(campo.Text());
         completa(richiesta, &campo == &conto_.campo ? conto_ : vds_);
         ambiente_.globale.Lookups().Maintain(richiesta);
+        if (!campo.Text().empty()) {
+            campo.Decode(); // what was changed there is shown
+        }
     });
 }
 

@@ -82,9 +82,9 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     INV_TESTATA.SetAccessibleName("Comandi della correlazione");
     GRB_DETTAGLIO.SetCaption("Righe della correlazione");
     GRD_DETTAGLIO.SetAccessibleName("Righe della correlazione");
-    constexpr int larghezzaCodice = 1800;
-    constexpr int larghezzaDescrizione = 3000;
-    constexpr int larghezzaPercentuale = 900;
+    constexpr int larghezzaCodice = 1200;
+    constexpr int larghezzaDescrizione = 2200;
+    constexpr int larghezzaPercentuale = 800;
     GRD_DETTAGLIO.AddColumn("Avere", "AVERE", larghezzaCodice);
     GRD_DETTAGLIO.AddColumn("Dare", "DARE", larghezzaCodice);
     GRD_DETTAGLIO.AddColumn("Descr.", "CONTO", larghezzaDescrizione);
@@ -97,11 +97,13 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     scritte(TXT_PERC, "% ripartizione", "Percentuale di ripartizione da utilizzare");
     TXT_PERC.SetFormatMask("##0.00;-##0.00;;");
     scritte(TXT_CONTO, "Codice conto", "Codice conto");
+    TXT_CONTO.SetUpperCase(true);
     TXT_CONTO.SetManagementEnabled(true);
     TXT_CONTO.SetAutoAdvance(true);
     TXT_DESCRCONTO.SetAccessibleName("Descrizione conto");
     scritte(LBL_VOCEDISPESA, "Voce di spesa", "Voce di spesa");
     scritte(TXT_VDS, "Codice voce di spesa", "Codice voce di spesa");
+    TXT_VDS.SetUpperCase(true);
     TXT_VDS.SetManagementEnabled(true);
     TXT_VDS.SetAutoAdvance(true);
     TXT_DESCRVDS.SetAccessibleName("Descrizione voce di spesa");

@@ -1,0 +1,468 @@
+// Copying, cutting, pasting, deleting and duplicating stored correlations, by the keys and menus of the
+// screen.
+#include "platform/controls/popup_menu.h"
+#include "platform/text.h"
+#include "tests/screen/correlation_fixture.h"
+#include "tree/cnode_info.h"
+
+#include <gtest/gtest.h>
+
+namespace veldran::test {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const std::string a = "0102030005";
+const std::string b = "0102030006";
+const std::string c = "0101010001";
+const std::string copyColumns = "    CI15_DITTA_CG18\r\n    , CI15_CODCAUS_CI03\r\n    , CI15_CODPDC_CG10\r\n"
+                                "    , CI15_CONTO_CG24\r\n    , CI15_PROG\r\n    , CI15_CODPDC_PC01\r\n"
+                                "    , CI15_CONTO_PC03\r\n    , CI15_CODVDS_PC01\r\n    , CI15_VDS_PC03\r\n"
+                                "    , CI15_INDSEGNO\r\n    , CI15_PERC";
+const std::string ofAccount = "WHERE\r\n    CI15_DITTA_CG18 = 1\r\n    AND CI15_CODPDC_CG10 = 1\r\n"
+                              "    AND CI15_CONTO_CG24 = ?";
+
+const Rows two = {{"2", "100.00"}, {"1", "100.00", "CDCPRO0010", "MATPRI"}};
+const Rows one = {{"2", "50.00"}};
+
+Chart storedChart() {
+    Chart chart = costChart();
+    store(chart, a, "ACQ", two);
+    store(chart, a, "VEND", one);
+    store(chart, b, "GIRO", one);
+    return chart;
+}
+
+/// An editing key of the clipboard.
+constexpr int copyKey = controls::keyC;
+constexpr int cutKey = controls::keyX;
+constexpr int pasteKey = controls::keyV;
+
+class Clipboard : public EditorTest {
+protected:
+    Clipboard() {
+        open(storedChart());
+        menu = screen->host.form().PopupRequested.subscribe(
+            [this](controls::PopupMenu& opened, const controls::PopupPlace& place) {
+                shownMenu = &opened;
+                shownAt = place;
+            });
+        locks =
+            screen->host.form().RedrawLocked.subscribe([this](bool locked) { locked_.push_back(locked); });
+    }
+
+    ScreenUser user() { return screen->host.user(); }
+    controls::TreeNode& node(const std::string& account) { return user().node(accountKey(1, account)); }
+    bool marked(const std::string& account) { return CNodeInfo::Di(node(account))->IsCorrelato(); }
+    void select(const std::string& account) {
+        user().search(account);
+        user().click(node(account));
+    }
+    void treeKey(const std::string& account, int key) {
+        select(account);
+        user().key(key, controls::shiftCtrl);
+    }
+    void listKey(const std::string& causale, int key) {
+        e().clickCausale(causale);
+        e().list().KeyDownFromView(key, controls::shiftCtrl);
+    }
+    /// Opens the list's menu on the selected row by the keyboard and chooses an item.
+    void choose(const std::string& key) {
+        e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+        ASSERT_NE(shownMenu, nullptr);
+        shownMenu->ClickFromView(key);
+    }
+    Texts menuTexts() const {
+        Texts texts;
+        for (const controls::PopupItem& item : shownMenu->Items()) {
+            texts.push_back(item.key + ": " + item.caption + (item.disabled ? " (no)" : ""));
+        }
+        return texts;
+    }
+    std::vector<Texts> selectionMarks() {
+        return screen->query("SELECT S.CONTO, S.CORRELATO, T.CORRELATO FROM #CG24_TABPDC_SELECTED AS S INNER "
+                             "JOIN #CG24_TABPDC AS T ON S.INDICE = T.INDICE WHERE S.CONTO IN ('" +
+                             a + "', '" + b + "', '" + c + "') ORDER BY S.CONTO");
+    }
+    Rows stored(const std::string& causale, const std::string& account) {
+        return e().stored(causale, account);
+    }
+
+    controls::PopupMenu* shownMenu = nullptr;
+    controls::PopupPlace shownAt;
+    std::vector<bool> locked_;
+    Subscription menu;
+    Subscription locks;
+};
+
+TEST_F(Clipboard, CopiesOneAccountOntoSeveralAndLeavesItAsItIs) {
+    treeKey(a, copyKey);
+    messages().answers = {services::answerYes};
+    treeKey(b, pasteKey);
+    treeKey(c, pasteKey);
+    for (const std::string& account : {a, b, c}) {
+        EXPECT_EQ(stored("ACQ", account), two) << account;
+        EXPECT_EQ(stored("VEND", account), one) << account;
+        EXPECT_TRUE(marked(account)) << account;
+    }
+    EXPECT_TRUE(stored("GIRO", b).empty()) << "the destination loses what it had";
+    ASSERT_EQ(messages().boxes.size(), 1U) << "only the correlated destination is asked about";
+    EXPECT_EQ(messages().boxes[0].text, "Sostituire la correlazione del conto di destinazione?");
+    EXPECT_EQ(messages().boxes[0].title, "Attenzione");
+    EXPECT_EQ(messages().boxes[0].style, services::styleYesNo | services::styleExclamation);
+    EXPECT_EQ(selectionMarks(), (std::vector<Texts>{{c, "1", "1"}, {a, "1", "1"}, {b, "1", "1"}}));
+    EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
+}
+
+TEST_F(Clipboard, SendsTheStatementsOfAnAccountsPasteInTheirOrder) {
+    treeKey(a, copyKey);
+    select(c);
+    screen->forget();
+    user().key(pasteKey, controls::shiftCtrl);
+    const auto sentNow = screen->sent();
+    ASSERT_EQ(sentNow.size(), 4U);
+    EXPECT_EQ(sentNow[0], sent("DELETE FROM CI15_CORRCONTICOGE\r\n" + ofAccount)
+                              .with("@CONTO", ado::adWChar, 10, Value(c))
+                              .timeout(0)
+                              .withoutRows());
+    EXPECT_EQ(sentNow[1], sent("INSERT INTO CI15_CORRCONTICOGE\r\n(\r\n" + copyColumns +
+                               "\r\n)\r\nSELECT\r\n" + replaceAll(copyColumns, "CI15_CONTO_CG24", "?") +
+                               "\r\nFROM\r\n    CI15_CORRCONTICOGE\r\n" + ofAccount +
+                               "\r\nORDER BY\r\n    CI15_CODCAUS_CI03 ASC\r\n    , CI15_PROG ASC")
+                              .with("@DESTINAZIONE", ado::adWChar, 10, Value(c))
+                              .with("@ORIGINE", ado::adWChar, 10, Value(a))
+                              .timeout(0)
+                              .withoutRows());
+    EXPECT_EQ(valueOf(sentNow[2], "@CONTO"), Value(c));
+    EXPECT_EQ(valueOf(sentNow[2], "@CORRELATO"), Value(true));
+}
+
+TEST_F(Clipboard, MovesAnAccountsCorrelationsAndEndsTheCut) {
+    treeKey(a, cutKey);
+    treeKey(c, pasteKey);
+    EXPECT_EQ(stored("ACQ", c), two);
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    EXPECT_TRUE(stored("VEND", a).empty());
+    EXPECT_FALSE(marked(a));
+    EXPECT_TRUE(marked(c));
+    EXPECT_EQ(selectionMarks(), (std::vector<Texts>{{c, "1", "1"}, {a, "0", "0"}, {b, "1", "1"}}));
+    screen->forget();
+    treeKey(b, pasteKey);
+    EXPECT_EQ(stored("GIRO", b), one) << "the clipboard is empty";
+}
+
+TEST_F(Clipboard, ChangesNothingWhenACutIsPastedOntoItselfButEmptiesTheClipboard) {
+    treeKey(a, cutKey);
+    treeKey(a, pasteKey);
+    EXPECT_EQ(stored("ACQ", a), two);
+    treeKey(c, pasteKey);
+    EXPECT_TRUE(stored("ACQ", c).empty());
+}
+
+TEST_F(Clipboard, LeavesTheDestinationWhenTheUserDeclinesAndStillEndsTheCut) {
+    treeKey(a, cutKey);
+    messages().answers = {services::answerNo};
+    treeKey(b, pasteKey);
+    EXPECT_EQ(stored("GIRO", b), one);
+    EXPECT_EQ(stored("ACQ", a), two);
+    treeKey(c, pasteKey);
+    EXPECT_TRUE(stored("ACQ", c).empty());
+}
+
+TEST_F(Clipboard, FindsTheSourceNodeAgainAfterTheTreeWasReloaded) {
+    treeKey(a, cutKey);
+    user().filter(2);
+    user().filter(1);
+    treeKey(c, pasteKey);
+    select(a);
+    EXPECT_FALSE(marked(a));
+    EXPECT_EQ(stored("ACQ", c), two);
+}
+
+TEST_F(Clipboard, NeverOpensAMenuOverTheTree) {
+    select(a);
+    user().key(controls::keyApps);
+    user().key(controls::keyF10, controls::shiftShift);
+    user().tree().MouseDownFromView({controls::buttonRight, 0, 10, 10});
+    EXPECT_EQ(shownMenu, nullptr);
+}
+
+TEST_F(Clipboard, RefusesKeysOnNodesThatAreNotAnalyticOrNotCorrelated) {
+    treeKey(c, copyKey); // not correlated
+    treeKey(b, pasteKey);
+    EXPECT_EQ(stored("GIRO", b), one);
+    treeKey(a, copyKey);
+    user().click(user().root(1));
+    screen->forget();
+    user().key(pasteKey, controls::shiftCtrl);
+    EXPECT_TRUE(screen->sent().empty());
+}
+
+TEST_F(Clipboard, ReplacesACausaleByACopyOfAnotherAndShowsIt) {
+    e().enter(a);
+    listKey("ACQ", copyKey);
+    messages().answers = {services::answerYes};
+    listKey("VEND", pasteKey);
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text, "Sostituire la correlazione della causale di destinazione?");
+    EXPECT_EQ(stored("VEND", a), two);
+    EXPECT_EQ(stored("ACQ", a), two);
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+    EXPECT_EQ(e().list().SelectedItem()->Text(), e().causale().Text());
+    EXPECT_EQ(e().causale().Text(), "VEND") << "the header stays on the causale pasted onto";
+    EXPECT_EQ(e().shown().size(), 2U);
+    EXPECT_EQ(e().focus(), "LST_CAUSALI");
+}
+
+TEST_F(Clipboard, MovesACausaleOntoAnother) {
+    e().enter(a);
+    listKey("ACQ", cutKey);
+    messages().answers = {services::answerYes};
+    listKey("VEND", pasteKey);
+    EXPECT_EQ(stored("VEND", a), two);
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    EXPECT_EQ(e().listed(), Texts{"VEND"});
+    screen->forget();
+    e().list().KeyDownFromView(pasteKey, controls::shiftCtrl);
+    EXPECT_TRUE(screen->sent().empty()) << "the cut has ended";
+}
+
+TEST_F(Clipboard, PastesTheRememberedCausaleOfTheAccountThatIsEditedNow) {
+    e().enter(a);
+    listKey("ACQ", copyKey);
+    e().toggleMode();
+    e().enter(b);
+    messages().answers = {services::answerYes};
+    listKey("GIRO", pasteKey);
+    EXPECT_TRUE(stored("GIRO", b).empty()) << "this account has no rows of that causale";
+    EXPECT_TRUE(e().listed().empty());
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(Clipboard, SettlesPendingEditsBeforeItCopies) {
+    e().enter(a);
+    e().clickCausale("ACQ");
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("10");
+    e().percentage().LeaveFromView();
+    messages().answers = {services::answerCancel};
+    e().list().SetFocus();
+    e().list().KeyDownFromView(copyKey, controls::shiftCtrl);
+    e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+    EXPECT_EQ(menuTexts()[2], "ListIncolla: Incolla correlazione (no)") << "nothing was copied";
+}
+
+TEST_F(Clipboard, TellsInTheMenuWhatWillBePasted) {
+    e().enter(a);
+    e().clickCausale("ACQ");
+    e().list().KeyDownFromView(controls::keyF10, controls::shiftShift);
+    EXPECT_EQ(menuTexts(), (Texts{"ListCopia: Copia correlazione", "ListTaglia: Taglia correlazione",
+                                  "ListIncolla: Incolla correlazione (no)", "ListSep1: -",
+                                  "ListAnnulla: Annulla (no)", "ListSep2: -",
+                                  "ListDuplica: DuplicaCorrelazione", "ListElimina: Elimina correlazione"}));
+    EXPECT_EQ(shownMenu->Name(), "PopupList");
+    EXPECT_EQ(shownAt.anchor, &e().list());
+    choose("ListCopia");
+    EXPECT_EQ(locked_, (std::vector<bool>{true, false})) << "the window is not painted half-way";
+    e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+    EXPECT_EQ(menuTexts()[2], "ListIncolla: Incolla corr. ACQ - Acquisti");
+    EXPECT_EQ(menuTexts()[4], "ListAnnulla: Annulla copia correlazione");
+    choose("ListTaglia");
+    e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+    EXPECT_EQ(menuTexts()[4], "ListAnnulla: Annulla taglia correlazione");
+    choose("ListAnnulla");
+    e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+    EXPECT_EQ(menuTexts()[4], "ListAnnulla: Annulla (no)");
+    EXPECT_EQ(stored("ACQ", a), two) << "an undone cut changes nothing";
+}
+
+TEST_F(Clipboard, OpensTheMenuAtThePointerOnTheScreen) {
+    e().enter(a);
+    e().list().SetHitTester([](int, int) { return controls::ListHit{0, controls::listHitLabel}; });
+    e().list().SetScreenOrigin([] { return controls::ListView::ScreenPoint{100, 200}; });
+    e().list().MouseDownFromView({controls::buttonRight, 0, 150, 240});
+    ASSERT_NE(shownMenu, nullptr);
+    EXPECT_EQ(shownAt.anchor, nullptr);
+    EXPECT_EQ(shownAt.x, 110) << "15 twips are a pixel across";
+    EXPECT_EQ(shownAt.y, 220) << "12 twips are a pixel down";
+}
+
+TEST_F(Clipboard, DeletesTheSelectedCausaleWithTheFramesOwnQuestion) {
+    e().enter(a);
+    e().clickCausale("ACQ");
+    messages().answers = {services::answerYes};
+    choose("ListElimina");
+    EXPECT_EQ(messages().boxes.at(0).text, "Eliminare la correlazione?");
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    EXPECT_EQ(e().listed(), Texts{"VEND"});
+    EXPECT_EQ(e().focus(), "LST_CAUSALI");
+}
+
+/// What the user does in the dialog while it stands.
+class Duplication : public Clipboard {
+protected:
+    Duplication() {
+        e().enter(a);
+        e().clickCausale("ACQ");
+    }
+    template<class T>
+    static T& in(controls::Form& dialog, std::string_view name) {
+        return dynamic_cast<T&>(*dialog.FindControl(name));
+    }
+    void confirm(const std::string& causale) {
+        screen->host.windows->whileModal = [causale, this](controls::Form& dialog) {
+            caption = dialog.Caption();
+            auto& field = in<controls::LookupField>(dialog, "TXT_CAUSALE");
+            field.TypeFromView(causale);
+            field.LeaveFromView();
+            in<controls::Button>(dialog, "CMD_CONFERMA").ClickFromView();
+            stillOpen = dialog.IsLoaded();
+            dialog.Unload();
+        };
+        choose("ListDuplica");
+    }
+    std::string caption;
+    bool stillOpen = false;
+};
+
+TEST_F(Duplication, GivesTheRowsToACausaleThatHasNone) {
+    confirm("giro ");
+    EXPECT_EQ(caption, "Causale di destinazione");
+    EXPECT_FALSE(stillOpen);
+    EXPECT_EQ(stored("GIRO", a), two);
+    EXPECT_EQ(stored("ACQ", a), two);
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "GIRO", "VEND"}));
+    EXPECT_EQ(e().list().SelectedItem()->Text(), e().causale().Text());
+    EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(Duplication, RefusesACausaleThatIsCorrelatedAlreadyTheSourceIncluded) {
+    for (const char* causale : {"ACQ", "VEND"}) {
+        messages().clear();
+        confirm(causale);
+        ASSERT_EQ(messages().boxes.size(), 1U) << causale;
+        EXPECT_EQ(messages().boxes[0].text, "La causale di destinazione è già correlata");
+        EXPECT_EQ(messages().boxes[0].title, "Attenzione");
+        EXPECT_EQ(messages().boxes[0].style, services::styleExclamation);
+    }
+    EXPECT_EQ(stored("ACQ", a), two);
+    EXPECT_EQ(stored("VEND", a), one);
+}
+
+TEST_F(Duplication, StaysOpenSilentlyForACausaleThatDoesNotDecode) {
+    for (const char* causale : {"ZZZ", ""}) {
+        confirm(causale);
+        EXPECT_TRUE(stillOpen) << causale;
+    }
+    EXPECT_TRUE(messages().boxes.empty());
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+}
+
+TEST_F(Duplication, ClosesByEscapeByControlF4AndByAnnullaWithoutCopying) {
+    const auto leave = [&](const std::function<void(controls::Form&)>& how) {
+        screen->host.windows->whileModal = [&](controls::Form& dialog) {
+            auto& field = in<controls::LookupField>(dialog, "TXT_CAUSALE");
+            field.TypeFromView("GIRO");
+            field.LeaveFromView();
+            how(dialog);
+            EXPECT_FALSE(dialog.IsLoaded());
+        };
+        choose("ListDuplica");
+        EXPECT_TRUE(stored("GIRO", a).empty());
+    };
+    leave([](controls::Form& dialog) {
+        dialog.FormKeyDownFromView(controls::keyEscape, controls::shiftShift);
+    });
+    leave([](controls::Form& dialog) { dialog.FormKeyDownFromView(controls::keyF4, controls::shiftCtrl); });
+    leave([](controls::Form& dialog) { in<controls::Button>(dialog, "CMD_ANNULLA").ClickFromView(); });
+}
+
+TEST_F(Duplication, DecodesAndListsThroughTheFormsOwnConnection) {
+    screen->host.windows->whileModal = [&](controls::Form& dialog) {
+        auto& field = in<controls::LookupField>(dialog, "TXT_CAUSALE");
+        lookups().decodes.clear();
+        field.TypeFromView("GIRO");
+        field.LeaveFromView();
+        field.LookupFromView();
+        EXPECT_EQ(in<controls::Label>(dialog, "TXT_DESCRCAUSALE").Caption(), "Giroconto");
+        dialog.Unload();
+    };
+    choose("ListDuplica");
+    ASSERT_FALSE(lookups().decodes.empty());
+    EXPECT_EQ(lookups().decodes[0].kind, services::LookupKind::Causali);
+    EXPECT_EQ(lookups().decodes[0].connection.get(), &screen->host.connection());
+    EXPECT_EQ(lookups().decodes[0].connectionString, screen->database.connectionString());
+    EXPECT_EQ(lookups().lists.back().title, "Causale correlata");
+}
+
+TEST_F(Duplication, ReportsADecodeThatFailsAndStaysOpen) {
+    screen->host.windows->whileModal = [&](controls::Form& dialog) {
+        auto& field = in<controls::LookupField>(dialog, "TXT_CAUSALE");
+        lookups().failure = simulatedFailure();
+        field.TypeFromView("GIRO");
+        field.LeaveFromView();
+        lookups().failure.reset();
+        EXPECT_TRUE(dialog.IsLoaded());
+        dialog.Unload();
+    };
+    choose("ListDuplica");
+    ASSERT_EQ(messages().errors.size(), 1U);
+    EXPECT_EQ(messages().errors[0].routine, "TXT_CAUSALE_StartDecode");
+}
+
+struct Failing {
+    const char* fragment;
+    const char* label;
+};
+
+TEST_F(Clipboard, ReportsEachStatementOfAnAccountsPasteOnceUnderItsRoutine) {
+    for (const Failing& failing : {Failing{"DELETE FROM CI15", "CopiaIncollaCorrelazioneTree:"},
+                                   Failing{"INSERT INTO CI15", "CopiaIncollaCorrelazioneTree:"},
+                                   Failing{"UPDATE #CG24_TABPDC_SELECTED", "CopiaIncollaCorrelazioneTree:"},
+                                   Failing{"SET #CG24_TABPDC.CORRELATO", "IncollaCorrelazioneTree:"}}) {
+        treeKey(a, copyKey);
+        select(c);
+        messages().clear();
+        messages().answers = {services::answerYes, services::answerYes};
+        screen->failures().failContaining(failing.fragment);
+        user().key(pasteKey, controls::shiftCtrl);
+        ASSERT_EQ(messages().errors.size(), 1U) << failing.fragment;
+        EXPECT_EQ(messages().errors[0].routine, failing.label) << failing.fragment;
+        EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
+        screen->failures().heal();
+        messages().answers = {services::answerYes};
+        user().key(pasteKey, controls::shiftCtrl);
+        EXPECT_EQ(messages().errors.size(), 1U) << "the screen works on";
+        EXPECT_EQ(stored("ACQ", c), two);
+    }
+}
+
+TEST_F(Clipboard, ReportsEachStatementOfACausalesPasteOnceUnderItsRoutine) {
+    e().enter(a);
+    for (const Failing& failing : {Failing{"DELETE FROM CI15", "CopiaIncollaCorrelazioneList:"},
+                                   Failing{"INSERT INTO CI15", "CopiaIncollaCorrelazioneList:"},
+                                   Failing{"DELETE FROM #DETTAGLIO", "PreparazioneTabelleTestataDettaglio:"},
+                                   Failing{"CROSS APPLY", "CaricamentoListaCausali:"}}) {
+        listKey("ACQ", copyKey);
+        e().clickCausale("VEND");
+        messages().clear();
+        messages().answers = {services::answerYes, services::answerYes};
+        screen->failures().failContaining(failing.fragment);
+        e().list().KeyDownFromView(pasteKey, controls::shiftCtrl);
+        ASSERT_EQ(messages().errors.size(), 1U) << failing.fragment;
+        EXPECT_EQ(messages().errors[0].routine, failing.label);
+        screen->failures().heal();
+        e().toggleMode(); // the list may lack a causale that lost its rows: entering again reads everything
+        screen->database.run({"DELETE FROM CI15_CORRCONTICOGE WHERE CI15_CODCAUS_CI03 = 'VEND'",
+                              "INSERT INTO CI15_CORRCONTICOGE VALUES (1, 'VEND', 1, '" + a +
+                                  "', 1, 101, 'COLACQ0010', NULL, NULL, 2, 50)"});
+        e().enter(a);
+        EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+    }
+}
+
+} // namespace
+
+} // namespace veldran::test
