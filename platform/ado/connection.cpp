@@ -110,6 +110,7 @@ void Connection::CommitTrans() {
 }
 
 void Connection::RollbackTrans() {
+    ado::Errors cause = errors_;
     guarded([&](Session& session) {
         if (!inTransaction_) {
             raise(adErrNoTransaction);
@@ -117,6 +118,7 @@ void Connection::RollbackTrans() {
         inTransaction_ = false;
         session.rollback();
     });
+    errors_ = std::move(cause);
 }
 
 Session& Connection::openSession() {

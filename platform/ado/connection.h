@@ -64,7 +64,8 @@ public:
     /// \throws AdoError 3709 when closed, `adErrNoTransaction` without a transaction, and what the database
     /// reports.
     void CommitTrans();
-    /// After a failure the transaction counts as ended: the database has already undone it.
+    /// `Errors` still lists what led to it. After a failure the transaction counts as ended: the database has
+    /// already undone it.
     /// \throws AdoError 3709 when closed, `adErrNoTransaction` without a transaction, and what the database
     /// reports.
     void RollbackTrans();

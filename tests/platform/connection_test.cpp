@@ -136,6 +136,19 @@ TEST_F(ConnectionTest, KeepsTheTransactionWhenItsCommitFails) {
     EXPECT_EQ(memory->database().transactions, 0);
 }
 
+TEST_F(ConnectionTest, StillListsAfterARollbackWhatLedToIt) {
+    connection->BeginTrans();
+    failing->plan().failContaining("DELETE");
+    EXPECT_ADO_ERROR(connection->Execute("DELETE FROM #T"), 50000);
+    connection->RollbackTrans();
+    ASSERT_EQ(connection->Errors().size(), 1U);
+    EXPECT_EQ(connection->Errors()[0].Number, 50000);
+    connection->BeginTrans();
+    EXPECT_TRUE(connection->Errors().empty());
+    connection->RollbackTrans();
+    EXPECT_TRUE(connection->Errors().empty());
+}
+
 TEST_F(ConnectionTest, CountsATransactionAsEndedWhenItsRollbackFails) {
     connection->BeginTrans();
     failing->plan().failContaining("ROLLBACK");
