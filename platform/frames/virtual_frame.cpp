@@ -229,4 +229,13 @@ void VirtualFrame::fail(const std::exception& failure) {
     }
 }
 
+/// Of an exception whose handler has ended.
+void VirtualFrame::failAgain(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const std::exception& again) {
+        fail(again);
+    }
+}
+
 } // namespace veldran::frames

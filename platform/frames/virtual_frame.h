@@ -6,6 +6,7 @@
 #include "platform/frames/frame_status.h"
 #include "platform/services/object.h"
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -129,9 +130,9 @@ public:
     /// that is shown, 0 after 0 included.
     mutable Event<std::int16_t, std::int16_t> ChangeStatus;
     mutable Event<bool&> RecordChanged; ///< the question of `IsRecordChanged`; handlers add their own changes
-    mutable Event<bool&> UpdateBatchAll; ///< write all rows; set to true when they were written
-    mutable Event<const std::exception&> Failed;
-    mutable Event<> StateChanged; ///< what the frame answers about itself may have changed
+    mutable Event<bool&> UpdateBatchAll;         ///< write all rows; set to true when they were written
+    mutable Event<const std::exception&> Failed; ///< raised while the exception is being handled
+    mutable Event<> StateChanged;                ///< what the frame answers about itself may have changed
     ///@}
 
 private:
@@ -149,6 +150,7 @@ private:
     bool undo();
     bool deleteRecord();
     bool settle();
+    bool saveToLeave();
     bool moveTo(std::int64_t position);
     bool pressed(const std::string& key);
     bool takePendingTexts();
@@ -173,6 +175,7 @@ private:
     void updateNavigator();
     void nameButtons();
     void fail(const std::exception& failure);
+    void failAgain(const std::exception_ptr& failure);
 
     FramePrompts prompts_;
     LeavePolicy policy_;

@@ -120,21 +120,21 @@ bool VirtualFrame::update() {
         stateChanged();
         return false;
     }
-    std::optional<ado::AdoError> refused;
+    std::exception_ptr refused;
     {
         Passage saving(*this, State::Saving);
         try {
             recordset_->Update();
             saving.leadsTo(State::Browsing);
-        } catch (const ado::AdoError& failure) {
-            refused = failure;
+        } catch (const ado::AdoError&) {
+            refused = std::current_exception();
         }
         if (!refused) {
             AfterUpdate.raise(true);
         }
     }
     if (refused) {
-        fail(*refused);
+        failAgain(refused);
         AfterUpdate.raise(false);
         return false;
     }
@@ -185,7 +185,7 @@ bool VirtualFrame::deleteRecord() {
     if (cancel) {
         return false;
     }
-    std::optional<ado::AdoError> refused;
+    std::exception_ptr refused;
     {
         Passage deleting(*this, State::Deleting);
         try {
@@ -193,15 +193,15 @@ bool VirtualFrame::deleteRecord() {
             deleteFromRecordset();
             deleting.leadsTo(State::Browsing);
             standNear(position);
-        } catch (const ado::AdoError& failure) {
-            refused = failure;
+        } catch (const ado::AdoError&) {
+            refused = std::current_exception();
         }
         if (!refused) {
             AfterDelete.raise(true);
         }
     }
     if (refused) {
-        fail(*refused);
+        failAgain(refused);
         AfterDelete.raise(false);
         return false;
     }
@@ -237,6 +237,11 @@ void VirtualFrame::standNear(std::int64_t position) {
     }
 }
 
+/// A save after which a handler still knows of something unsaved has not made the record ready to be left.
+bool VirtualFrame::saveToLeave() {
+    return update() && !IsRecordChanged();
+}
+
 bool VirtualFrame::settle() {
     if (!IsRecordChanged()) {
         if (state_ != State::Browsing) {
@@ -247,11 +252,11 @@ bool VirtualFrame::settle() {
         return true;
     }
     if (policy_ == LeavePolicy::Save) {
-        return update();
+        return saveToLeave();
     }
     switch (prompts_.askLeave()) {
     case FramePrompts::Leaving::Save:
-        return update();
+        return saveToLeave();
     case FramePrompts::Leaving::Discard:
         return undo();
     case FramePrompts::Leaving::Stay:
@@ -355,7 +360,7 @@ bool VirtualFrame::QueryUnload(bool mayPrompt, bool discardSilently, bool withDe
         }
         switch (prompts_.askLeave()) {
         case FramePrompts::Leaving::Save:
-            return update();
+            return saveToLeave();
         case FramePrompts::Leaving::Discard:
             return undo();
         case FramePrompts::Leaving::Stay:

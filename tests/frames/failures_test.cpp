@@ -113,6 +113,28 @@ TEST_F(FrameFailures, AFailedSaveOnLeavingStaysOnTheRecord) {
     EXPECT_EQ(prog(), "2");
 }
 
+TEST_F(FrameFailures, AreToldWhileTheirExceptionIsBeingHandled) {
+    open(2);
+    Lines reports;
+    const auto kept = frame->Failed.subscribe([&](const std::exception&) {
+        try {
+            throw;
+        } catch (const ado::AdoError& failure) {
+            reports.push_back(failure.first().Description);
+        }
+    });
+    const auto failing = [&](const std::string& fragment, const std::function<bool()>& operation) {
+        database.driver->plan().failContaining(fragment, Times::Once, simulatedFailure(fragment));
+        EXPECT_FALSE(operation());
+    };
+    typeAccount("C9");
+    failing("UPDATE", [this] { return frame->Update(); });
+    EXPECT_TRUE(frame->Undo());
+    told->answers = {services::answerYes};
+    failing("DELETE", [this] { return frame->Delete(); });
+    EXPECT_EQ(reports, (Lines{"UPDATE", "DELETE"}));
+}
+
 TEST_F(FrameFailures, AFailedReopeningLeavesEverythingAsItWas) {
     open(2);
     typeAccount("C9");

@@ -137,6 +137,21 @@ TEST_F(LeavingARecord, UndoesChangesThatOnlyHandlersKnow) {
     EXPECT_FALSE(frame->IsRecordChanged());
 }
 
+TEST_F(LeavingARecord, StaysAfterASaveThatLeftSomethingUnsaved) {
+    open(2);
+    bool stored = false; // what a handler had to store elsewhere
+    const auto kept = frame->RecordChanged.subscribe([&](bool& changed) { changed = changed || !stored; });
+    told->answers = {answerYes, answerYes, answerYes};
+    EXPECT_FALSE(frame->MoveNext());
+    EXPECT_FALSE(frame->AddNew());
+    EXPECT_FALSE(frame->QueryUnload(true, false, true));
+    EXPECT_EQ(prog(), "1");
+    const auto storing = frame->AfterUpdate.subscribe([&](bool) { stored = true; });
+    told->answers = {answerYes};
+    EXPECT_TRUE(frame->MoveNext());
+    EXPECT_EQ(prog(), "2");
+}
+
 class QueryUnload : public FrameTest {};
 
 TEST_F(QueryUnload, LeavesAtOnceWhenNothingIsChanged) {
