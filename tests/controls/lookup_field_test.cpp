@@ -257,6 +257,157 @@ TEST_F(Lookup, HandsTheCodeOverBeforeItIsDescribed) {
     EXPECT_EQ(order, (std::vector<std::string>{"validate", "decode", "after"}));
 }
 
+TEST_F(Lookup, RaisesWhatIsTypedToUpperCaseWhereTheDesignSaysSo) {
+    field.TypeFromView("ab");
+    EXPECT_EQ(field.Text(), "ab");
+    field.SetUpperCase(true);
+    field.TypeFromView("acqà");
+    EXPECT_EQ(field.Text(), "ACQÀ");
+    field.TypeFromView("acqÀ");
+    EXPECT_EQ(changes, 2) << "the same in capitals is no change";
+    service.choose = [] { return services::LookupChoice{"vend", "Vendite"}; };
+    field.LookupFromView();
+    EXPECT_EQ(field.Text(), "VEND");
+    field.SetText("code");
+    EXPECT_EQ(field.Text(), "code") << "a code set by the form stays as it is";
+}
+
+TEST_F(Lookup, KeepsTheBoundValuesAtWhatItHolds) {
+    std::string code = "?";
+    std::string description = "?";
+    field.SetText("0102030006");
+    field.BindValues(&code, &description);
+    EXPECT_EQ(code, "0102030006");
+    EXPECT_EQ(description, "");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_EQ(code, "0102030005");
+    EXPECT_EQ(description, "Cassa contanti");
+    field.ShowCode("0102030006", true);
+    EXPECT_EQ(code, "0102030006");
+    EXPECT_EQ(description, "Cassa valori");
+    field.SetText("");
+    EXPECT_EQ(code, "");
+    EXPECT_EQ(description, "");
+    field.BindValues(nullptr, nullptr);
+    field.SetText("0102030005");
+    EXPECT_EQ(code, "") << "no longer bound";
+}
+
+/// A field that moves the focus on when its code is complete; codes of ten characters.
+class AdvancingLookup : public Lookup {
+protected:
+    AdvancingLookup() {
+        field.SetAutoAdvance(true);
+        kept.push_back(field.Completed.subscribe([this] { ++completed; }));
+    }
+
+    int completed = 0;
+};
+
+TEST_F(AdvancingLookup, MovesOnWhenAFoundCodeIsTypedToItsFullLength) {
+    field.TypeFromView("010203000");
+    EXPECT_EQ(completed, 0);
+    EXPECT_TRUE(service.decoded.empty());
+    field.TypeFromView("0102030005");
+    EXPECT_EQ(completed, 1);
+    EXPECT_EQ(field.Description(), "Cassa contanti");
+    EXPECT_EQ(afterItems, 1);
+    field.LeaveFromView();
+    EXPECT_EQ(afterItems, 1) << "decoded already";
+}
+
+TEST_F(AdvancingLookup, StaysOnACodeThatIsUnknownOrRefused) {
+    field.TypeFromView("9999999999");
+    EXPECT_EQ(completed, 0);
+    EXPECT_FALSE(field.IsValidItem());
+    const auto refusing = field.Validate.subscribe([](bool& cancel) { cancel = true; });
+    field.TypeFromView("0102030005");
+    EXPECT_EQ(completed, 0);
+    EXPECT_TRUE(field.HasPendingText());
+}
+
+TEST_F(AdvancingLookup, MovesOnAfterAChoiceOfTheList) {
+    service.choose = [] { return services::LookupChoice{"0102030006", "Cassa valori"}; };
+    field.LookupFromView();
+    EXPECT_EQ(completed, 1);
+    service.choose = [] { return services::LookupChoice{"9999999999", "Sparito"}; };
+    field.LookupFromView();
+    EXPECT_EQ(completed, 1);
+}
+
+TEST_F(AdvancingLookup, StaysWhereTheDesignDoesNotSaySo) {
+    field.SetAutoAdvance(false);
+    field.TypeFromView("0102030005");
+    EXPECT_EQ(completed, 0);
+    EXPECT_TRUE(service.decoded.empty());
+}
+
+TEST_F(AdvancingLookup, TakesTheLengthOfTheFieldWhereCodesHaveNoStructure) {
+    field.SetCodeStructure({});
+    field.SetMaxLength(4);
+    service.texts["VEND"] = "Vendite";
+    field.TypeFromView("VEN");
+    EXPECT_EQ(completed, 0);
+    field.TypeFromView("VEND");
+    EXPECT_EQ(completed, 1);
+}
+
+TEST_F(AdvancingLookup, TellsAFailureOfTheServiceWhileTyping) {
+    int failures = 0;
+    const auto listening = field.Failed.subscribe([&](const std::exception&) { ++failures; });
+    service.broken = true;
+    field.TypeFromView("0102030005");
+    EXPECT_EQ(failures, 1);
+    EXPECT_EQ(completed, 0);
+}
+
+TEST_F(Lookup, RaisesTheItemsOfItsMenuOnlyWhileItCanBeMaintained) {
+    std::vector<std::string> pressed;
+    kept.push_back(
+        field.KeyButtonMenuPress.subscribe([&](const std::string& item) { pressed.push_back(item); }));
+    field.PressKeyButtonMenuFromView(LookupField::menuManagement);
+    EXPECT_TRUE(pressed.empty());
+    field.SetManagementEnabled(true);
+    field.PressKeyButtonMenuFromView(LookupField::menuManagement);
+    field.PressKeyButtonMenuFromView("Kaltro");
+    EXPECT_EQ(pressed, (std::vector<std::string>{"Kgestione", "Kaltro"}));
+    field.SetEnabled(false);
+    field.PressKeyButtonMenuFromView(LookupField::menuManagement);
+    EXPECT_EQ(pressed.size(), 2U);
+    EXPECT_TRUE(service.maintained.empty()) << "what an item does is the form's";
+}
+
+TEST_F(Lookup, AsksInItsChartAndSaysWhetherTheUserEnteredTheCode) {
+    field.SetChartCode("101");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    field.ShowCode("0102030006", true);
+    field.LookupFromView();
+    ASSERT_EQ(service.decoded.size(), 2U);
+    EXPECT_EQ(service.decoded[0].pdc, 101);
+    EXPECT_TRUE(service.decoded[0].entered);
+    EXPECT_EQ(service.decoded[1].pdc, 101);
+    EXPECT_FALSE(service.decoded[1].entered);
+    ASSERT_EQ(service.listed.size(), 1U);
+    EXPECT_EQ(service.listed[0].pdc, 101);
+    EXPECT_FALSE(service.listed[0].tipologie.has_value());
+    field.SetChartCode("");
+    field.LookupFromView();
+    EXPECT_EQ(service.listed[1].pdc, 0);
+}
+
+TEST(LabelPlace, IsBehindTheControlItWasToldOfUntilItIsToldOtherwise) {
+    SampleForm form;
+    Label description{form, "TXT_DESCRCONTO"};
+    LookupField field{form, "TXT_CONTO"};
+    EXPECT_EQ(description.StandsBehind(), nullptr);
+    description.StandBehind(&field);
+    EXPECT_EQ(description.StandsBehind(), &field);
+    description.StandBehind(nullptr);
+    EXPECT_EQ(description.StandsBehind(), nullptr);
+}
+
 TEST(LookupFieldLife, MayEndWhileTheListIsOpen) {
     SampleForm form;
     MapLookup service;

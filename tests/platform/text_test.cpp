@@ -29,6 +29,13 @@ TEST(WithFoldedCase, LowersAccentedLettersToo) {
     EXPECT_EQ(withFoldedCase("3×4 ÷ ß"), "3×4 ÷ ß");
 }
 
+TEST(WithRaisedCase, RaisesAccentedLettersTooAndLeavesTheRest) {
+    EXPECT_EQ(withRaisedCase("fattà-Ü 7 è"), "FATTÀ-Ü 7 È");
+    EXPECT_EQ(withRaisedCase("÷ ß €"), "÷ ß €") << "these have no capital of their own here";
+    EXPECT_EQ(withRaisedCase(""), "");
+    EXPECT_EQ(withFoldedCase(withRaisedCase("cittànòvæ")), "cittànòvæ");
+}
+
 TEST(CompareBlindly, IsBlindToCaseAndTrailingBlanks) {
     EXPECT_EQ(compareBlindly("AB  ", "ab"), 0);
     EXPECT_EQ(compareBlindly("CITTÀ", "città"), 0);
