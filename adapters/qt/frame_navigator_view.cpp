@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QToolButton>
+#include <algorithm>
+#include <utility>
 
 namespace veldran::qt {
 
@@ -22,7 +24,7 @@ constexpr int groupGap = 10;
 
 class FrameNavigatorView::BarButton : public QToolButton {
 public:
-    BarButton(FrameNavigatorView& bar, std::string key, int index)
+    BarButton(FrameNavigatorView& bar, std::string key, std::size_t index)
         : QToolButton(&bar), bar_(bar), key_(std::move(key)), index_(index) {
         setIcon(navigatorIcon(key_));
         setIconSize({iconSide, iconSide});
@@ -30,17 +32,18 @@ public:
     }
 
     const std::string& key() const { return key_; }
+    std::size_t index() const { return index_; }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
         switch (event->key()) {
         case Qt::Key_Left:
         case Qt::Key_Up:
-            bar_.step(index_ - 1, -1);
+            bar_.step(static_cast<int>(index_) - 1, -1);
             break;
         case Qt::Key_Right:
         case Qt::Key_Down:
-            bar_.step(index_ + 1, 1);
+            bar_.step(static_cast<int>(index_) + 1, 1);
             break;
         case Qt::Key_Home:
             bar_.step(0, 1);
@@ -62,7 +65,7 @@ protected:
 private:
     FrameNavigatorView& bar_;
     std::string key_;
-    int index_;
+    std::size_t index_;
 };
 
 FrameNavigatorView::FrameNavigatorView(controls::FrameNavigator& control, QWidget* parent)
@@ -87,7 +90,7 @@ FrameNavigatorView::FrameNavigatorView(controls::FrameNavigator& control, QWidge
 
 void FrameNavigatorView::addButton(const std::string& key) {
     namespace keys = controls::navigatorKeys;
-    auto* button = new BarButton(*this, key, static_cast<int>(buttons_.size()));
+    auto* button = new BarButton(*this, key, buttons_.size());
     button->setObjectName(toQt(control_.Name() + "_" + key));
     auto* row = static_cast<QHBoxLayout*>(layout());
     if (key == keys::nuovo) {
@@ -123,9 +126,7 @@ QWidget& FrameNavigatorView::focusPart() {
 
 void FrameNavigatorView::showState() {
     position_->setText(toQt(control_.PositionText()));
-    std::size_t chosen = 0;
-    for (std::size_t i = 0; i < buttons_.size(); ++i) {
-        BarButton* button = buttons_[i];
+    for (BarButton* button : buttons_) {
         const auto& state = control_.Button(button->key());
         const QString caption = toQt(state.caption);
         const QString tip = toQt(state.toolTipText);
@@ -135,22 +136,30 @@ void FrameNavigatorView::showState() {
         if (state.enabled) {
             button->setEnabled(true); // before the one that has the focus is disabled
         }
-        if (button->key() == control_.FocusedButton()) {
-            chosen = i;
-        }
     }
-    entry_ = nearestEnabled(chosen);
-    for (BarButton* button : buttons_) {
-        button->setFocusPolicy(button == entry_ ? Qt::StrongFocus : Qt::ClickFocus);
-    }
-    if (entry_ != nullptr && isAncestorOf(window()->focusWidget())) {
-        entry_->setFocus(Qt::OtherFocusReason);
-    }
+    chooseEntry();
     for (BarButton* button : buttons_) {
         if (!control_.Button(button->key()).enabled) {
             moveFocusOutOf(*button);
             button->setEnabled(false);
         }
+    }
+}
+
+void FrameNavigatorView::chooseEntry() {
+    const auto found = std::find_if(buttons_.begin(), buttons_.end(), [this](const BarButton* button) {
+        return button->key() == control_.FocusedButton();
+    });
+    BarButton* named = found == buttons_.end() ? buttons_.front() : *found;
+    if (std::exchange(named_, named) != named && named != entry_) {
+        wanted_ = named;
+    }
+    entry_ = nearestEnabled(wanted_->index());
+    for (BarButton* button : buttons_) {
+        button->setFocusPolicy(button == entry_ ? Qt::StrongFocus : Qt::ClickFocus);
+    }
+    if (entry_ != nullptr && isAncestorOf(window()->focusWidget())) {
+        entry_->setFocus(Qt::OtherFocusReason);
     }
 }
 
@@ -166,7 +175,11 @@ void FrameNavigatorView::step(int index, int direction) {
 
 bool FrameNavigatorView::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
-        control_.FocusButton(static_cast<BarButton*>(watched)->key());
+        auto* button = static_cast<BarButton*>(watched);
+        if (button != entry_) { // else the bar itself has moved it, or a window gives it back
+            wanted_ = entry_ = button;
+        }
+        control_.FocusButton(button->key());
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -15,7 +15,8 @@ namespace veldran::qt {
 
 /// The bar of buttons that drives an editing frame. One of its buttons stands in the tab order, the arrow
 /// keys move between those that can be pressed; Enter and the space bar press. A button that is disabled
-/// while it has the focus hands it to its neighbour.
+/// while it has the focus hands it to its neighbour, and takes it back should it be enabled before anyone has
+/// moved on: what is pressed next is not something else.
 class FrameNavigatorView : public QWidget {
 public:
     explicit FrameNavigatorView(controls::FrameNavigator& control, QWidget* parent = nullptr);
@@ -34,6 +35,8 @@ private:
     void showState();
     /// The button that can be pressed nearest to that one, which may be itself; nullptr when there is none.
     BarButton* nearestEnabled(std::size_t index) const;
+    /// Settles which button stands in the tab order, and gives it the focus when the bar has it.
+    void chooseEntry();
     /// Gives the focus to the first button from `index` on in that direction that can be pressed.
     void step(int index, int direction);
 
@@ -41,7 +44,9 @@ private:
     QLabel* position_;
     std::vector<BarButton*> buttons_;
     std::vector<QWidget*> stops_;
-    BarButton* entry_ = nullptr;
+    BarButton* entry_ = nullptr;  ///< stands in the tab order
+    BarButton* wanted_ = nullptr; ///< where the user, or the form, has moved
+    BarButton* named_ = nullptr;  ///< by the form, when last looked
 };
 
 } // namespace veldran::qt

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QLabel>
 #include <QToolButton>
 
@@ -129,6 +130,49 @@ TEST_F(Navigator, NeverLeavesTheFocusOnADisabledButton) {
     bar.SetButtonEnabled(keys::elimina, false);
     bar.SetButtonEnabled(keys::primo, false);
     EXPECT_TRUE(window.elsewhere().hasFocus()) << "there is nothing left to press";
+}
+
+TEST_F(Navigator, ReturnsTheFocusToAButtonThatWasDisabledInPassing) {
+    bar.SetButtonEnabled(keys::annulla, true);
+    button(keys::conferma)->setFocus();
+    bar.SetButtonEnabled(keys::conferma, false);
+    bar.SetButtonEnabled(keys::annulla, false);
+    bar.SetButtonEnabled(keys::annulla, true);
+    EXPECT_FALSE(focused(keys::conferma));
+    bar.SetButtonEnabled(keys::conferma, true);
+    EXPECT_TRUE(focused(keys::conferma));
+}
+
+TEST_F(Navigator, ReturnsTheFocusToAButtonThatWasDisabledWhileAMessageWasShown) {
+    button(keys::conferma)->setFocus();
+    bar.SetButtonEnabled(keys::conferma, false);
+    QDialog message(&window);
+    message.show();
+    message.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&message));
+    message.close();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    button(keys::nuovo)->clearFocus();
+    button(keys::nuovo)->setFocus(); // as a document window gives it back
+    bar.SetButtonEnabled(keys::conferma, true);
+    EXPECT_TRUE(focused(keys::conferma));
+}
+
+TEST_F(Navigator, KeepsTheFocusWhereTheUserHasMovedItAfterAButtonWasDisabled) {
+    button(keys::conferma)->setFocus();
+    bar.SetButtonEnabled(keys::conferma, false);
+    key(Qt::Key_Home);
+    bar.SetButtonEnabled(keys::conferma, true);
+    EXPECT_TRUE(focused(keys::primo));
+}
+
+TEST_F(Navigator, KeepsTheFocusWhereTheFormHasPutItAfterAButtonWasDisabled) {
+    button(keys::conferma)->setFocus();
+    bar.SetButtonEnabled(keys::conferma, false);
+    bar.FocusButton(keys::elimina);
+    bar.SetButtonEnabled(keys::conferma, true);
+    EXPECT_TRUE(focused(keys::elimina));
 }
 
 TEST_F(Navigator, GivesTheFocusAwayWhenTheBarIsDisabled) {
