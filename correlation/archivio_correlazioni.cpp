@@ -52,6 +52,15 @@ bool ArchivioCorrelazioni::PreparazioneTabelleTestataDettaglio() {
     });
 }
 
+bool ArchivioCorrelazioni::RipresaRigheDettaglio() {
+    return ambiente_.form.errori.Esegui("PreparazioneTabelleTestataDettaglio:", false, [this] {
+        const PuntatoreOccupato occupato(ambiente_.form.schermo);
+        sql::execute(*ambiente_.form.connessione, sql::svuotamentoDettaglio());
+        riempi(riempimentoDettaglio_, sql::riempimentoDettaglio);
+        return true;
+    });
+}
+
 /// An earlier attempt that failed half-way may have got as far as this table.
 void ArchivioCorrelazioni::crea(Tabella& stato, const std::string& creazione,
                                 const std::string& svuotamento) {

@@ -16,6 +16,9 @@ public:
 
     /// (Re)fills the working tables. \return false after a failure.
     bool PreparazioneTabelleTestataDettaglio();
+    /// Refills #DETTAGLIO alone with what is stored; every causale keeps its header. \return false after a
+    /// failure.
+    bool RipresaRigheDettaglio();
     /// Replaces the permanent rows of a causale by those of the working tables, in one transaction.
     /// \return false after a failure; the permanent rows are then as they were.
     bool AggiornamentoDatabase(const std::string& causale);

@@ -111,11 +111,11 @@ void ControlliDettaglio::TXT_CAUSALE_AfterItem() {
             controlli_.GRD_DETTAGLIO.SetFocus();
             return;
         }
-        const bool accettata = !controlli_.TXT_CAUSALE.Text().empty() && controlli_.TXT_CAUSALE.IsValidItem();
+        bool accettata = !controlli_.TXT_CAUSALE.Text().empty() && controlli_.TXT_CAUSALE.IsValidItem();
         if (accettata && frame_.Dettaglio()->HasNewRow()) {
             portaRigheNuove();
         } else if (accettata) {
-            frame_.RefreshChild();
+            accettata = frame_.RefreshChild();
         }
         AbilitazioneDettaglio(accettata);
         ambiente_.globale.Windows().DoEvents();

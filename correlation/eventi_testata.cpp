@@ -28,7 +28,12 @@ void EventiTestata::gclsFrameTestata_BeforeUpdate(bool& annulla) {
 
 bool EventiTestata::scriviRighe() {
     frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
-    return !(dettaglio.HasChangedRow() || dettaglio.HasNewRow()) || dettaglio.UpdateBatch();
+    if (!dettaglio.HasChangedRow() && !dettaglio.HasNewRow()) {
+        return true;
+    }
+    const bool scritte = dettaglio.UpdateBatch();
+    daArchiviare_ = daArchiviare_ || scritte;
+    return scritte;
 }
 
 void EventiTestata::rifiuta(const std::string& righe) {
@@ -43,7 +48,7 @@ void EventiTestata::gclsFrameTestata_AfterUpdate(bool riuscito) {
             return;
         }
         const std::string causale = controlli_.TXT_CAUSALE.Text();
-        salvataggioMancato_ = !vicini_.archivio.AggiornamentoDatabase(causale);
+        daArchiviare_ = !vicini_.archivio.AggiornamentoDatabase(causale);
         if (statoAlSalvataggio_ == frames::statusAddingNew) {
             vicini_.lista.Aggiungi(causale, controlli_.TXT_DESCRCAUSALE.Caption());
         }
@@ -65,11 +70,11 @@ void EventiTestata::gclsFrameTestata_AfterDelete(bool riuscito) {
     ambiente_.form.errori.Esegui("gclsFrameTestata_AfterDelete", [&] {
         if (!riuscito) {
             // The rows went before the header could not: they are fetched back from what is stored.
-            vicini_.archivio.PreparazioneTabelleTestataDettaglio();
+            vicini_.archivio.RipresaRigheDettaglio();
             vicini_.frame.Dettaglio()->Requery();
             return;
         }
-        salvataggioMancato_ = false;
+        daArchiviare_ = false;
         vicini_.archivio.CancellazioneCorrelazione(causaleDaEliminare_);
         vicini_.lista.Rimuovi(causaleDaEliminare_);
     });
@@ -80,9 +85,9 @@ void EventiTestata::gclsFrameTestata_AfterUndo(bool riuscito) {
         if (!riuscito) {
             return;
         }
-        if (salvataggioMancato_) {
-            salvataggioMancato_ = false;
-            vicini_.archivio.PreparazioneTabelleTestataDettaglio(); // what is stored is shown again
+        if (daArchiviare_) {
+            daArchiviare_ = false;
+            vicini_.archivio.RipresaRigheDettaglio(); // what is stored is shown again
         }
         vicini_.frame.Dettaglio()->Requery();
         vicini_.frame.Dettaglio()->Refresh();
@@ -93,11 +98,9 @@ void EventiTestata::gclsFrameTestata_ChangeStatus(std::int16_t nuovo, std::int16
     ambiente_.form.errori.Esegui("gclsFrameTestata_ChangeStatus", [&] {
         controlli_.TXT_CAUSALE.SetEnabled(nuovo == frames::statusAddingNew);
         if (nuovo == frames::statusBrowsing) {
-            if (precedente != frames::statusSaving) {
-                vicini_.frame.ShowChild();
-            }
+            const bool mostrate = precedente == frames::statusSaving || vicini_.frame.ShowChild();
             const std::string causale = vicini_.frame.CausaleCorrente();
-            vicini_.dettaglio.AbilitazioneDettaglio(!causale.empty()); // rows belong to a causale
+            vicini_.dettaglio.AbilitazioneDettaglio(mostrate && !causale.empty()); // rows belong to a causale
             vicini_.lista.Seleziona(causale);
         } else if (nuovo == frames::statusAddingNew) {
             vicini_.frame.ClearChild();
@@ -109,7 +112,7 @@ void EventiTestata::gclsFrameTestata_ChangeStatus(std::int16_t nuovo, std::int16
 void EventiTestata::gclsFrameTestata_IsRecordChanged(bool& modificato) {
     ambiente_.form.errori.Esegui("gclsFrameTestata_IsRecordChanged", [&] {
         const frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
-        modificato = modificato || dettaglio.HasChangedRow() || dettaglio.HasNewRow() || salvataggioMancato_;
+        modificato = modificato || dettaglio.HasChangedRow() || dettaglio.HasNewRow() || daArchiviare_;
     });
 }
 

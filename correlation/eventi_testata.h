@@ -53,8 +53,8 @@ private:
     Vicini vicini_;
     std::int16_t statoAlSalvataggio_ = 0;
     std::string causaleDaEliminare_;
-    /// The working tables hold a correlation that the database has refused: saving it again is still due.
-    bool salvataggioMancato_ = false;
+    /// #DETTAGLIO holds rows that are not stored: the save that wrote them there was refused or has failed.
+    bool daArchiviare_ = false;
 };
 
 } // namespace veldran

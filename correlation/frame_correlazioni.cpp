@@ -124,20 +124,30 @@ void FrameCorrelazioni::RefreshVirtualFrames() {
     });
 }
 
-void FrameCorrelazioni::mostraRighe(const char* etichetta) {
-    ambiente_.form.errori.Esegui(etichetta, [this] {
+bool FrameCorrelazioni::mostraRighe(const char* etichetta) {
+    return apriRighe(etichetta, [this] {
         // As the record holds it, trailing blanks included.
-        gclsFrameDettaglio_->Reopen(
-            CausaleCorrente().empty()
-                ? sql::letturaDettaglioVuoto()
-                : sql::letturaDettaglio(
-                      gclsFrameTestata_->Recordset()->Fields()["CAUSALE"].Value().toText()));
+        return CausaleCorrente().empty()
+                   ? sql::letturaDettaglioVuoto()
+                   : sql::letturaDettaglio(
+                         gclsFrameTestata_->Recordset()->Fields()["CAUSALE"].Value().toText());
     });
 }
 
-void FrameCorrelazioni::ClearChild() {
-    ambiente_.form.errori.Esegui("ClearChild:",
-                                 [this] { gclsFrameDettaglio_->Reopen(sql::letturaDettaglioVuoto()); });
+bool FrameCorrelazioni::apriRighe(const char* etichetta, const std::function<std::string()>& testo) {
+    const bool aperte = ambiente_.form.errori.Esegui(etichetta, false, [&] {
+        gclsFrameDettaglio_->Reopen(testo());
+        return true;
+    });
+    if (!aperte && gclsFrameDettaglio_) {
+        // What is still open are the rows of another causale: they must not pass for those of this one.
+        ado::Recordset& righe = *gclsFrameDettaglio_->Recordset();
+        righe.CancelUpdate();
+        righe.CancelBatch();
+        righe.Filter("CAUSALE = ''");
+        gclsFrameDettaglio_->Refresh();
+    }
+    return aperte;
 }
 
 bool FrameCorrelazioni::QueryUnloadFrames() {

@@ -8,6 +8,7 @@
 #include "platform/controls/simple_controls.h"
 #include "platform/frames/virtual_frame.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,10 +52,11 @@ public:
     /// Refills the working tables and shows them anew; the header stays on its causale if that still exists.
     void RefreshVirtualFrames();
     /// Point the detail at the rows of the current header; at none when the header has no record.
-    void RefreshChild() { mostraRighe("RefreshChild:"); }
-    void ShowChild() { mostraRighe("ShowChild:"); }
+    /// \return false after a failure; the detail then shows no rows and is not to be edited.
+    bool RefreshChild() { return mostraRighe("RefreshChild:"); }
+    bool ShowChild() { return mostraRighe("ShowChild:"); }
     /// Points the detail at no rows.
-    void ClearChild();
+    void ClearChild() { apriRighe("ClearChild:", sql::letturaDettaglioVuoto); }
     /// \return true when the form must not be left: the user stays with the pending changes.
     bool QueryUnloadFrames();
 
@@ -69,7 +71,8 @@ public:
 private:
     std::unique_ptr<frames::VirtualFrame> nuovoFrame(std::string nome, frames::LeavePolicy uscita) const;
     void collegaEventi();
-    void mostraRighe(const char* etichetta);
+    bool mostraRighe(const char* etichetta);
+    bool apriRighe(const char* etichetta, const std::function<std::string()>& testo);
     void rilasciaFrame(std::unique_ptr<frames::VirtualFrame>& frame);
 
     AmbienteCorrelazioni& ambiente_;

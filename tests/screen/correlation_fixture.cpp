@@ -172,8 +172,8 @@ Rows Editor::working(const std::string& causale) const {
                                   causale + "' ORDER BY PROG"));
 }
 
-Rows Editor::stored(const std::string& causale, const std::string& account) const {
-    return numbered(screen_.database.rows(
+Rows Editor::storedIn(const TestDatabase& database, const std::string& causale, const std::string& account) {
+    return numbered(database.rows(
         "SELECT CI15_PROG, CI15_INDSEGNO, CI15_PERC, CI15_CONTO_PC03, CI15_VDS_PC03 FROM CI15_CORRCONTICOGE "
         "WHERE CI15_DITTA_CG18 = 1 AND CI15_CODPDC_CG10 = 1 AND CI15_CONTO_CG24 = '" +
         account + "' AND CI15_CODCAUS_CI03 = '" + causale + "' ORDER BY CI15_PROG"));
@@ -187,30 +187,41 @@ std::vector<std::string> Editor::workingCausali() const {
     return codes;
 }
 
-const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
-                        {"1", "60.00", "CDCPRO0010", "MATPRI"},
-                        {"1", "40.00", "CDCPRO0020", "SERTRA"}};
-
 Chart withStored(const Rows& rows, const std::string& causale) {
     Chart chart = costChart();
     store(chart, editedAccount, causale, rows);
     return chart;
 }
 
+namespace {
+
+void openWithEveryCode(Screen& screen) {
+    LookupFake& lookups = screen.host.lookups;
+    lookups.descriptions = {{"ACQ", "Acquisti"},
+                            {"VEND", "Vendite"},
+                            {"GIRO", "Giroconto"},
+                            {"COLACQ0010", "Costi di acquisto"},
+                            {"CDCPRO0010", "Reparto produzione"},
+                            {"CDCPRO0020", "Reparto verniciatura"},
+                            {"MATPRI", "Materie prime"},
+                            {"SERTRA", "Trasporti"}};
+    lookups.structures[101] = {10, {{0, 3}, {3, 3}, {6, 4}}, '.', false};
+    lookups.structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
+    screen.host.open();
+}
+
+} // namespace
+
+std::unique_ptr<Screen> openEditor(const Chart& chart) {
+    auto screen = std::make_unique<Screen>(chart, costCompany());
+    openWithEveryCode(*screen);
+    return screen;
+}
+
 void EditorTest::open(const Chart& chart, Company company, Screen::Markers markers) {
     editor.reset();
     screen.emplace(chart, std::move(company), markers);
-    lookups().descriptions = {{"ACQ", "Acquisti"},
-                              {"VEND", "Vendite"},
-                              {"GIRO", "Giroconto"},
-                              {"COLACQ0010", "Costi di acquisto"},
-                              {"CDCPRO0010", "Reparto produzione"},
-                              {"CDCPRO0020", "Reparto verniciatura"},
-                              {"MATPRI", "Materie prime"},
-                              {"SERTRA", "Trasporti"}};
-    lookups().structures[101] = {10, {{0, 3}, {3, 3}, {6, 4}}, '.', false};
-    lookups().structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
-    screen->host.open();
+    openWithEveryCode(*screen);
     editor.emplace(*screen);
 }
 

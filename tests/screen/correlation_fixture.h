@@ -82,7 +82,11 @@ public:
     /// Rows of #DETTAGLIO of a causale in PROG order; numbers have to run from 1.
     Rows working(const std::string& causale) const;
     /// The same of CI15_CORRCONTICOGE, as another program sees them.
-    Rows stored(const std::string& causale, const std::string& account = "0102030005") const;
+    Rows stored(const std::string& causale, const std::string& account = "0102030005") const {
+        return storedIn(screen_.database, causale, account);
+    }
+    static Rows storedIn(const TestDatabase& database, const std::string& causale,
+                         const std::string& account = "0102030005");
     std::vector<std::string> workingCausali() const;
 
 private:
@@ -95,11 +99,16 @@ using Texts = std::vector<std::string>;
 /// The account whose correlations the tests edit.
 inline constexpr const char* editedAccount = "0102030005";
 /// An origin and the two destinations that share it out, one cost item each.
-extern const Rows wholeRows;
+inline const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
+                               {"1", "60.00", "CDCPRO0010", "MATPRI"},
+                               {"1", "40.00", "CDCPRO0020", "SERTRA"}};
 /// `costChart` with one correlation of the edited account.
 Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ");
 
-/// A screen over the company that manages cost items, with a lookup service that knows every code.
+/// An open screen over the company that manages cost items; its lookup service knows every code.
+std::unique_ptr<Screen> openEditor(const Chart& chart);
+
+/// The same, with its user.
 class EditorTest : public ::testing::Test {
 protected:
     void open(const Chart& chart = costChart(), Company company = costCompany(),

@@ -74,6 +74,7 @@ public:
         return *this;
     }
     operator Message() const { return message_; }
+    const std::string& text() const { return message_.text; }
 
     friend bool operator==(const Message& actual, const ExpectedMessage& expected) {
         return actual == expected.message_;
