@@ -13,7 +13,7 @@ bool isEnter(const QKeyEvent& event) {
 }
 
 void FieldEdit::moveOn() {
-    if (hasFocus()) {
+    if (window()->focusWidget() == this) { // also while its window is about to become the active one again
         focusNextChild();
     }
 }

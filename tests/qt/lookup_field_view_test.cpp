@@ -146,6 +146,17 @@ TEST_F(CodeField, MovesOnWhenAKnownCodeIsComplete) {
     EXPECT_TRUE(view->edit().hasFocus()) << "an unknown code is to be mended";
 }
 
+TEST_F(CodeField, MovesOnFromTheListBeforeItsWindowIsTheActiveOneAgain) {
+    form.code.SetAutoAdvance(true);
+    form.lookup.choice = services::LookupChoice{"0102030006", "Cassa valori"};
+    QWidget list;
+    list.show();
+    list.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&list));
+    form.code.LookupFromView();
+    EXPECT_EQ(window.focusWidget(), elsewhere);
+}
+
 TEST_F(CodeField, ShowsWhatItRaisesToUpperCase) {
     form.code.SetUpperCase(true);
     type("acq");
