@@ -4,15 +4,13 @@
 #include "adapters/qt/tree_widget.h"
 #include "platform/ado/connection.h"
 #include "platform/ado/recordset.h"
-#include "shell/drivers.h"
 #include "shell/host.h"
 #include "shell/main_window.h"
+#include "shell/tour/chart_user.h"
 
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QTabBar>
 #include <QTableView>
 
@@ -37,13 +35,9 @@ constexpr const char* notFound = "Il conto ricercato non è tra quelli correntem
 
 } // namespace
 
-TourJob::TourJob(Stage& stage, MainWindow& window, Host& host)
-    : stage_(stage), window_(window), host_(host),
-      connection_(ado::Connection::create(driverFor(host.file().connectionString, host.current()->code))) {
-    connection_->Open(host.file().connectionString);
-}
-
-TourJob::~TourJob() = default;
+TourJob::TourJob(Stage& stage, ChartUser& chart, MainWindow& window, Host& host,
+                 std::shared_ptr<ado::Connection> connection)
+    : stage_(stage), chart_(chart), window_(window), host_(host), connection_(std::move(connection)) {}
 
 void TourJob::run() {
     showWindow();
@@ -57,47 +51,6 @@ void TourJob::run() {
     lookForUnknownAccount();
     refuseHostCommands();
     closeAndReopen();
-}
-
-qt::TreeWidget& TourJob::tree() {
-    return stage_.find<qt::TreeWidget>(QStringLiteral("TRW_CONTI"));
-}
-
-QModelIndex TourJob::row(const std::string& text) {
-    const qt::TreeWidget& view = tree();
-    for (QModelIndex index = view.model()->index(0, 0); index.isValid(); index = view.indexBelow(index)) {
-        if (index.data().toString().startsWith(toQt(text))) {
-            return index;
-        }
-    }
-    throw TourFailure("l'albero non mostra la riga " + text);
-}
-
-bool TourJob::hasRow(const std::string& text) {
-    try {
-        return row(text).isValid();
-    } catch (const TourFailure&) {
-        return false;
-    }
-}
-
-bool TourJob::isChecked(const std::string& text) {
-    return row(text).data(Qt::CheckStateRole).toInt() == Qt::Checked;
-}
-
-void TourJob::clickRow(const std::string& text, int hitFlag) {
-    qt::TreeWidget& view = tree();
-    const QModelIndex index = row(text);
-    view.scrollTo(index);
-    const int y = view.visualRect(index).center().y();
-    for (int x = 0; x < view.viewport()->width(); ++x) {
-        // Two pixels into the part, clear of its edge.
-        if (view.hitTest(x, y).flags == hitFlag && view.hitTest(x + 2, y).flags == hitFlag) {
-            stage_.click(*view.viewport(), {x + 2, y});
-            return;
-        }
-    }
-    throw TourFailure("la riga " + text + " non mostra la parte da premere");
 }
 
 int TourJob::activeAccounts(const std::string& codeStart) {
@@ -129,9 +82,9 @@ void TourJob::openByMenu() {
     QMenu* archives = stage_.clickEntry(accounting, QStringLiteral("menuArchivi"));
     stage_.picture("menu", "La voce di menu che apre la maschera.");
     stage_.clickEntry(*archives, QStringLiteral("voceAttivazioneConti"));
-    stage_.waitUntil([&] { return window_.screens().size() == 1 && hasRow(patrimoniali); },
+    stage_.waitUntil([&] { return window_.screens().size() == 1 && chart_.hasRow(patrimoniali); },
                      "la maschera non si apre");
-    const qt::TreeWidget& view = tree();
+    const qt::TreeWidget& view = chart_.tree();
     stage_.require(view.model()->rowCount() == 4, "l'albero non mostra le quattro radici");
     const QStringList captions{QStringLiteral("Conti d'ordine"), QStringLiteral("Conti patrimoniali"),
                                QStringLiteral("Conti economici"), QStringLiteral("Conti da non stampare")};
@@ -144,27 +97,28 @@ void TourJob::openByMenu() {
 }
 
 void TourJob::openBranches() {
-    clickRow(patrimoniali, controls::treeHitButton);
-    stage_.waitUntil([&] { return tree().isExpanded(row(patrimoniali)); },
+    chart_.clickRow(patrimoniali, controls::treeHitButton);
+    stage_.waitUntil([&] { return chart_.tree().isExpanded(chart_.row(patrimoniali)); },
                      "la radice non si espande con il mouse");
-    stage_.require(tree().model()->rowCount(row(patrimoniali)) > 5, "sotto la radice mancano i mastri");
+    stage_.require(chart_.tree().model()->rowCount(chart_.row(patrimoniali)) > 5,
+                   "sotto la radice mancano i mastri");
     stage_.picture("espansione-mouse", "Un clic sulla freccia apre i conti patrimoniali.");
 
     stage_.press(Qt::Key_Home);
-    clickRow(economici, controls::treeHitLabel);
+    chart_.clickRow(economici, controls::treeHitLabel);
     for (const char* branch : {generalServices, consulting, boards}) {
         stage_.press(Qt::Key_Right);
-        stage_.waitUntil([&] { return hasRow(branch); },
+        stage_.waitUntil([&] { return chart_.hasRow(branch); },
                          std::string("la tastiera non apre fino a ") + branch);
         stage_.pauseTyping();
         stage_.type(toQt(branch).left(8));
-        stage_.waitUntil([&] { return tree().currentIndex() == row(branch); },
+        stage_.waitUntil([&] { return chart_.tree().currentIndex() == chart_.row(branch); },
                          std::string("digitando non si arriva a ") + branch);
     }
     stage_.press(Qt::Key_Right);
-    stage_.waitUntil([&] { return hasRow(directors); }, "i conti analitici non compaiono");
-    stage_.require(isChecked("68/05/05/0000"), "i conti già attivati non sono spuntati");
-    stage_.require(!isChecked(directors), "il conto è già attivo");
+    stage_.waitUntil([&] { return chart_.hasRow(directors); }, "i conti analitici non compaiono");
+    stage_.require(chart_.isChecked("68/05/05/0000"), "i conti già attivati non sono spuntati");
+    stage_.require(!chart_.isChecked(directors), "il conto è già attivo");
     stage_.picture("espansione-tastiera",
                    "Dalla tastiera: freccia a destra apre un livello, digitando si trova la riga.");
 }
@@ -184,36 +138,21 @@ void TourJob::filter() {
     };
     choose(1);
     expectFilter(QStringLiteral("Att."), " Conti attivati");
-    clickRow(economici, controls::treeHitButton);
-    stage_.require(!hasRow("67/05"), "il filtro mostra un mastro senza conti attivati");
-    stage_.require(isChecked(economici), "con il filtro Att. la radice deve essere spuntata");
+    chart_.clickRow(economici, controls::treeHitButton);
+    stage_.require(!chart_.hasRow("67/05"), "il filtro mostra un mastro senza conti attivati");
+    stage_.require(chart_.isChecked(economici), "con il filtro Att. la radice deve essere spuntata");
     stage_.picture("filtro-attivati", "La scheda «Att.» mostra i conti attivati e i loro raggruppamenti.");
     choose(2);
     expectFilter(QStringLiteral("Non att."), " Conti non attivati");
-    clickRow(economici, controls::treeHitButton);
-    stage_.require(!isChecked(economici), "con il filtro Non att. la radice non può essere spuntata");
+    chart_.clickRow(economici, controls::treeHitButton);
+    stage_.require(!chart_.isChecked(economici), "con il filtro Non att. la radice non può essere spuntata");
     stage_.picture("filtro-non-attivati", "La scheda «Non att.» mostra i conti ancora da attivare.");
     choose(0);
     expectFilter(QStringLiteral("Tutti"), " Tutti i conti");
 }
 
-void TourJob::typeIntoSearch(const QString& code) {
-    auto& field = stage_.find<QWidget>(QStringLiteral("TXT_CONTORICERCA"));
-    stage_.click(*field.findChild<QLineEdit*>());
-    stage_.press(Qt::Key_A, Qt::ControlModifier);
-    stage_.type(code);
-}
-
-void TourJob::searchNow(const std::string& selectedText) {
-    stage_.press(Qt::Key_Return);
-    stage_.waitUntil([&] { return tree().currentIndex().data().toString().startsWith(toQt(selectedText)); },
-                     "la ricerca non arriva al conto " + selectedText);
-    stage_.require(tree().viewport()->rect().intersects(tree().visualRect(tree().currentIndex())),
-                   "il conto trovato non è in vista");
-}
-
 void TourJob::searchTypedCode() {
-    typeIntoSearch(QStringLiteral("68/5/10/1"));
+    chart_.typeIntoSearch(QStringLiteral("68/5/10/1"));
     stage_.press(Qt::Key_Tab);
     stage_.waitUntil(
         [&] {
@@ -224,12 +163,12 @@ void TourJob::searchTypedCode() {
     stage_.picture("codice-digitato",
                    "Il codice digitato viene completato e decodificato lasciando il campo.");
     stage_.press(Qt::Key_Backtab, Qt::ShiftModifier);
-    searchNow(directors);
+    chart_.searchNow(directors);
     stage_.picture("ricerca", "Invio apre i rami fino al conto e lo seleziona.");
 }
 
 void TourJob::searchFromList() {
-    typeIntoSearch({});
+    chart_.typeIntoSearch({});
     stage_.press(Qt::Key_Delete);
     stage_.withDialog([&] { stage_.press(Qt::Key_F4); },
                       [&](QWidget& dialog) {
@@ -250,27 +189,27 @@ void TourJob::searchFromList() {
     stage_.require(stage_.find<QLabel>(QStringLiteral("LBB_DESCRCONTORICERCA")).text() ==
                        QStringLiteral("Compensi collegio sindacale"),
                    "la scelta dall'elenco non arriva nel campo");
-    searchNow(auditors);
+    chart_.searchNow(auditors);
     stage_.picture("conto-scelto", "Il conto scelto dall'elenco, ricercato con Invio.");
 }
 
 void TourJob::checkByMouse() {
     stage_.require(activeAccounts(directorsCode) == 0, "il conto risulta già attivo nel database");
-    clickRow(directors, controls::treeHitStateIcon);
-    stage_.waitUntil([&] { return isChecked(directors); }, "il clic sulla casella non la spunta");
+    chart_.clickRow(directors, controls::treeHitStateIcon);
+    stage_.waitUntil([&] { return chart_.isChecked(directors); }, "il clic sulla casella non la spunta");
     stage_.require(activeAccounts(directorsCode) == 1, "la spunta non è arrivata nel database");
-    stage_.require(!isChecked(boards), "il raggruppamento è spuntato benché restino conti non attivi");
+    stage_.require(!chart_.isChecked(boards), "il raggruppamento è spuntato benché restino conti non attivi");
     stage_.picture("spunta-mouse", "Un clic sulla casella attiva il conto: la riga è già nel database.");
 }
 
 void TourJob::checkBySpace() {
-    clickRow(boards, controls::treeHitLabel);
+    chart_.clickRow(boards, controls::treeHitLabel);
     stage_.press(Qt::Key_Space);
-    stage_.waitUntil([&] { return isChecked(boards) && isChecked(auditors); },
+    stage_.waitUntil([&] { return chart_.isChecked(boards) && chart_.isChecked(auditors); },
                      "lo spazio non spunta il raggruppamento");
     stage_.require(activeAccounts(boardsStart) == boardsAccounts,
                    "non tutti i conti del raggruppamento sono nel database");
-    stage_.require(isChecked(consulting),
+    stage_.require(chart_.isChecked(consulting),
                    "il raggruppamento superiore non è spuntato con tutti i suoi conti");
     stage_.picture(
         "spunta-spazio",
@@ -278,56 +217,51 @@ void TourJob::checkBySpace() {
 }
 
 void TourJob::lookForUnknownAccount() {
-    typeIntoSearch(QStringLiteral("99/99/99/9999"));
-    stage_.withDialog([&] { stage_.press(Qt::Key_Return); },
-                      [&](QWidget& dialog) {
-                          auto* box = qobject_cast<QMessageBox*>(&dialog);
-                          stage_.require(box && box->text() == toQt(notFound),
-                                         "il messaggio di ricerca non è il suo");
-                          stage_.require(box->windowTitle() == QStringLiteral("Ricerca conto"),
-                                         "il titolo del messaggio non è «Ricerca conto»");
-                          stage_.picture("conto-sconosciuto", "Un conto che non c'è: il messaggio lo dice.");
-                          stage_.press(Qt::Key_Return);
-                      });
+    chart_.typeIntoSearch(QStringLiteral("99/99/99/9999"));
+    stage_.expectMessage([&] { stage_.press(Qt::Key_Return); }, {"Ricerca conto", notFound},
+                         {"conto-sconosciuto", "Un conto che non c'è: il messaggio lo dice."});
 }
 
-void TourJob::expectCatalogueMessage(const std::function<void()>& action, int number, const std::string& name,
-                                     const std::string& caption) {
-    const QString expected = toQt(host_.catalogue().message(number).text);
-    stage_.withDialog(action, [&](QWidget& dialog) {
-        auto* box = qobject_cast<QMessageBox*>(&dialog);
-        stage_.require(box && box->text() == expected,
-                       "non compare il messaggio " + std::to_string(number) + " del catalogo");
-        stage_.picture(name, caption);
-        stage_.press(Qt::Key_Return);
-    });
+void TourJob::expectCatalogueMessage(const std::function<void()>& action, int number, const Shot& shot) {
+    const CatalogueMessage message = host_.catalogue().message(number);
+    stage_.expectMessage(action, {message.title, message.text}, shot);
 }
 
 void TourJob::refuseHostCommands() {
     const QString before = stage_.find<QComboBox>(QStringLiteral("ditta")).currentText();
     stage_.press(Qt::Key_D, Qt::AltModifier);
-    expectCatalogueMessage([&] { stage_.press(Qt::Key_Down); }, 30179, "cambio-ditta",
-                           "Con la maschera aperta il cambio di ditta è rifiutato.");
+    expectCatalogueMessage([&] { stage_.press(Qt::Key_Down); }, 30179,
+                           {"cambio-ditta", "Con la maschera aperta il cambio di ditta è rifiutato."});
     stage_.require(stage_.find<QComboBox>(QStringLiteral("ditta")).currentText() == before,
                    "la ditta mostrata è cambiata benché il cambio sia stato rifiutato");
     expectCatalogueMessage([&] { stage_.clickToolButton(QStringLiteral("pulsante24")); }, 69054,
-                           "esportazione", "Anche l'esportazione è rifiutata, con il suo messaggio.");
+                           {"esportazione", "Anche l'esportazione è rifiutata, con il suo messaggio."});
     expectCatalogueMessage([&] { stage_.clickToolButton(QStringLiteral("pulsante25")); }, 45614,
-                           "stampa-scheda", "La stampa della scheda non è prevista per questa maschera.");
+                           {"stampa-scheda", "La stampa della scheda non è prevista per questa maschera."});
 }
 
 void TourJob::closeAndReopen() {
-    clickRow(economici, controls::treeHitLabel);
+    chart_.clickRow(economici, controls::treeHitLabel);
     stage_.press(Qt::Key_F4, Qt::ControlModifier);
     stage_.waitUntil([&] { return window_.screens().empty(); }, "la maschera non si chiude");
     stage_.picture("chiusa", "La maschera è chiusa; la finestra dell'applicazione resta.");
     chooseMenuEntry();
-    stage_.waitUntil([&] { return hasRow(economici); }, "la maschera non si riapre");
-    typeIntoSearch(QStringLiteral("6805100001"));
-    searchNow(directors);
-    stage_.require(isChecked(directors) && isChecked(boards) && isChecked(consulting),
+    stage_.waitUntil([&] { return chart_.hasRow(economici); }, "la maschera non si riapre");
+    chart_.typeIntoSearch(QStringLiteral("6805100001"));
+    chart_.searchNow(directors);
+    stage_.require(chart_.isChecked(directors) && chart_.isChecked(boards) && chart_.isChecked(consulting),
                    "riaprendo la maschera le attivazioni non ci sono più");
     stage_.picture("riaperta", "Riaperta, la maschera mostra le attivazioni appena fatte.");
+}
+
+void TourJob::undo() {
+    chart_.clickRow(boards, controls::treeHitLabel);
+    stage_.press(Qt::Key_Space);
+    stage_.waitUntil([&] { return !chart_.isChecked(boards) && !chart_.isChecked(consulting); },
+                     "lo spazio non toglie la spunta al raggruppamento");
+    stage_.require(activeAccounts(boardsStart) == 0, "restano conti del raggruppamento nel database");
+    stage_.picture("disattivati",
+                   "Ancora lo spazio: i conti del raggruppamento sono disattivati, e tutto è come prima.");
 }
 
 } // namespace veldran::shell

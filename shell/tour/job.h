@@ -2,29 +2,29 @@
 
 #include "shell/tour/stage.h"
 
-#include <QModelIndex>
 #include <memory>
 #include <string>
 
 namespace veldran::ado {
 class Connection;
 }
-namespace veldran::qt {
-class TreeWidget;
-}
 
 namespace veldran::shell {
 
+class ChartUser;
 class Host;
 class MainWindow;
 
-/// The whole job of the screen on the demo company, step by step as a user does it.
+/// The activation of accounts on the demo company, step by step as a user does it.
 class TourJob {
 public:
-    TourJob(Stage& stage, MainWindow& window, Host& host);
-    ~TourJob();
+    /// \param connection the tour's own, to look into the database
+    TourJob(Stage& stage, ChartUser& chart, MainWindow& window, Host& host,
+            std::shared_ptr<ado::Connection> connection);
     /// \throws TourFailure at the first step that does not show what it should
     void run();
+    /// Deactivates what `run` has activated.
+    void undo();
 
 private:
     void showWindow();
@@ -39,26 +39,17 @@ private:
     void refuseHostCommands();
     void closeAndReopen();
 
-    qt::TreeWidget& tree();
-    /// The row, among those that are open, whose text begins so. \throws TourFailure
-    QModelIndex row(const std::string& text);
-    bool hasRow(const std::string& text);
-    bool isChecked(const std::string& text);
-    void clickRow(const std::string& text, int hitFlag);
     void chooseMenuEntry();
-    void typeIntoSearch(const QString& code);
-    /// Presses Enter in the search field and waits until the tree has selected the account.
-    void searchNow(const std::string& selectedText);
-    void expectCatalogueMessage(const std::function<void()>& action, int number, const std::string& name,
-                                const std::string& caption);
+    void expectCatalogueMessage(const std::function<void()>& action, int number, const Shot& shot);
     void expectFilter(const QString& tab, const std::string& label);
     /// How many of the accounts whose code begins so the database holds as activated for the company.
     int activeAccounts(const std::string& codeStart);
 
     Stage& stage_;
+    ChartUser& chart_;
     MainWindow& window_;
     Host& host_;
-    std::shared_ptr<ado::Connection> connection_; // shared: as connections are; the tour's own
+    std::shared_ptr<ado::Connection> connection_;
 };
 
 } // namespace veldran::shell

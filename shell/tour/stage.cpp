@@ -1,12 +1,16 @@
 #include "shell/tour/stage.h"
 
+#include "adapters/qt/text.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -176,6 +180,36 @@ void Stage::withDialog(const std::function<void()>& action,
     require(failure.empty(), failure);
     activate();
     settle();
+}
+
+void Stage::expectMessage(const std::function<void()>& action, const Message& message, const Shot& shot,
+                          Qt::Key answer, Qt::KeyboardModifiers modifiers) {
+    withDialog(action, [&](QWidget& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        require(box != nullptr, "non compare il messaggio «" + message.text + "»");
+        require(box->text() == qt::toQt(message.text),
+                "il messaggio è «" + qt::fromQt(box->text()) + "» invece di «" + message.text + "»");
+        require(box->windowTitle() == qt::toQt(message.title),
+                "il titolo del messaggio non è «" + message.title + "»");
+        picture(shot.name, shot.caption);
+        press(answer, modifiers);
+        const QPointer<QWidget> shown(&dialog);
+        waitUntil([&] { return !shown || !shown->isVisible(); }, "il messaggio non si chiude");
+    });
+}
+
+std::string Stage::focused() {
+    const QWidget* widget = QApplication::focusWidget();
+    while (widget != nullptr &&
+           (widget->objectName().isEmpty() || widget->objectName().startsWith(QLatin1String("qt_")))) {
+        widget = widget->parentWidget();
+    }
+    return widget == nullptr ? std::string() : qt::fromQt(widget->objectName());
+}
+
+void Stage::expectFocus(const std::string& objectName) const {
+    const bool arrived = QTest::qWaitFor([&] { return focused() == objectName; }, patience);
+    require(arrived, "il fuoco è su «" + focused() + "» invece che su «" + objectName + "»");
 }
 
 QPixmap Stage::scene() const {

@@ -19,6 +19,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// What a picture shows: the end of its file's name, and its caption.
+struct Shot {
+    std::string name;
+    std::string caption;
+};
+
+/// What a message box says.
+struct Message {
+    std::string title;
+    std::string text;
+};
+
 /// The window as a user has it before him: sends real mouse and key events through the window system, looks
 /// at what is shown, and takes pictures.
 class Stage {
@@ -45,6 +57,16 @@ public:
 
     /// Does `action`, which opens a dialog, and lets `inside` work with the dialog; `inside` has to close it.
     void withDialog(const std::function<void()>& action, const std::function<void(QWidget& dialog)>& inside);
+
+    /// Does `action`, which brings up the message, takes its picture and answers it.
+    /// \throws TourFailure for another message
+    void expectMessage(const std::function<void()>& action, const Message& message, const Shot& shot,
+                       Qt::Key answer = Qt::Key_Return, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+
+    /// Object name of the widget that has the focus, or of the nearest one around it that has a name.
+    static std::string focused();
+    /// Waits until the focus is there: a key that presses a button does so with a delay. \throws TourFailure
+    void expectFocus(const std::string& objectName) const;
 
     /// The visible widget of that object name. \throws TourFailure
     template<class Kind>

@@ -1,14 +1,32 @@
 #include "shell/tour/tour.h"
 
+#include "platform/ado/connection.h"
 #include "shell/demo_database.h"
+#include "shell/drivers.h"
 #include "shell/host.h"
 #include "shell/main_window.h"
+#include "shell/tour/chart_user.h"
+#include "shell/tour/correlation_job.h"
 #include "shell/tour/job.h"
 
 #include <QTemporaryDir>
 #include <iostream>
 
 namespace veldran::shell {
+namespace {
+
+void work(Stage& stage, MainWindow& window, Host& host) {
+    const std::string company = host.current()->code;
+    const auto connection = ado::Connection::create(driverFor(host.file().connectionString, company));
+    connection->Open(host.file().connectionString);
+    ChartUser chart(stage);
+    TourJob activation(stage, chart, window, host, connection);
+    activation.run();
+    CorrelationJob(stage, chart, company, connection).run();
+    activation.undo();
+}
+
+} // namespace
 
 int runTour(const Places& places, const Options& options) {
     const QTemporaryDir workshop;
@@ -34,12 +52,12 @@ int runTour(const Places& places, const Options& options) {
     window.show();
     std::string failure;
     try {
-        TourJob(stage, window, host).run();
+        work(stage, window, host);
+        window.close();
     } catch (const std::exception& error) {
-        failure = error.what();
+        failure = error.what(); // the window stays: it would ask about what was left unsaved
         stage.picture("interrotto", "Il giro si è fermato qui: " + failure);
     }
-    window.close();
     failure += (failure.empty() || complaint.empty() ? "" : "\n") + complaint;
     if (!failure.empty()) {
         std::cerr << "Il giro non è riuscito: " << failure << std::endl;
