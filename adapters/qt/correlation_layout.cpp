@@ -23,8 +23,9 @@ namespace veldran::qt {
 namespace {
 
 constexpr int groupEdge = 8;
-constexpr int linesOfGrid = 5;    ///< that are always in sight, the header included
-constexpr int columnsOfList = 18; ///< letters that the list is never narrower than
+constexpr int linesOfGrid = 5;  ///< that are always in sight, the header included
+constexpr int leastOfList = 18; ///< letters that the list is never narrower than
+constexpr int usualOfList = 32; ///< letters that it is given at first: the grid needs the width more
 
 void layOutHeading(ControlViews& views, QBoxLayout& column, QWidget* area) {
     if (auto* account = views.place<LabelView, controls::Label>("TXT_CONTOSELEZIONATO", area)) {
@@ -39,7 +40,7 @@ void layOutHeading(ControlViews& views, QBoxLayout& column, QWidget* area) {
 void layOutList(ControlViews& views, QSplitter& halves) {
     if (auto* list = views.place<ReportListView, controls::ListView>("LST_CAUSALI", &halves)) {
         list->setEmptyText(QStringLiteral("Nessuna causale correlata"));
-        list->setMinimumWidth(list->fontMetrics().averageCharWidth() * columnsOfList);
+        list->setMinimumWidth(list->fontMetrics().averageCharWidth() * leastOfList);
         halves.addWidget(list);
     }
 }
@@ -75,7 +76,7 @@ void layOutRows(ControlViews& views, QBoxLayout& rows, QWidget* group) {
     moves->setSpacing(layoutGap / 2);
     for (const char* name : {"CMD_SU", "CMD_GIU"}) {
         if (auto* button = views.place<ButtonView, controls::Button>(name, group)) {
-            button->setMaximumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("mmmmmm")));
+            button->setMaximumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("mmmm")));
             moves->addWidget(button);
         }
     }
@@ -117,6 +118,8 @@ QWidget* layOutCorrelation(ControlViews& views, QWidget* parent) {
     layOutDetail(views, groups, editor);
     halves->addWidget(editor);
     halves->setStretchFactor(halves->indexOf(editor), 1);
+    const int listWidth = area->fontMetrics().averageCharWidth() * usualOfList;
+    halves->setSizes({listWidth, QWIDGETSIZE_MAX - listWidth});
     rows.addWidget(halves, 1);
     return area;
 }
