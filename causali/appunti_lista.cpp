@@ -22,12 +22,9 @@ void AppuntiLista::AttivazioneTagliaList() {
 
 void AppuntiLista::riempi(const char* etichetta, ModoAppunti modo) {
     ambiente_.form.errori.Esegui(etichetta, [&] {
-        frames::VirtualFrame* testata = vicini_.frame.Testata();
-        if (testata == nullptr || !testata->QueryUnload(true, false, true)) {
-            return;
-        }
-        const auto& riga = controlli_.LST_CAUSALI.SelectedItem();
-        if (!riga) {
+        // Settling may save a new correlation, which is then the selected one.
+        const auto riga = controlli_.LST_CAUSALI.SelectedItem();
+        if (!riga || !modificheRisolte()) {
             return;
         }
         modo_ = modo;
@@ -35,6 +32,11 @@ void AppuntiLista::riempi(const char* etichetta, ModoAppunti modo) {
         causaleOrigine_ = riga->Text();
         didascalia_ = nullSafeText(causaleOrigine_) + " - " + nullSafeText(riga->SubItem(0));
     });
+}
+
+/// Pending edits are saved or given up, as the user says. \return false when he stays with them.
+bool AppuntiLista::modificheRisolte() const {
+    return vicini_.frame.Testata() != nullptr && vicini_.frame.Testata()->QueryUnload(true, false, true);
 }
 
 void AppuntiLista::svuota() {
@@ -55,7 +57,8 @@ void AppuntiLista::IncollaCorrelazioneList() {
     ambiente_.form.errori.Esegui("IncollaCorrelazioneList:", [this] {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
         const auto riga = controlli_.LST_CAUSALI.SelectedItem();
-        if (riga && riga->Tag() != causaleOrigine_) {
+        // What is shown anew afterwards would lose pending edits.
+        if (riga && riga->Tag() != causaleOrigine_ && modificheRisolte()) {
             if (modo_ == ModoAppunti::Copia) {
                 CopiaIncollaCorrelazioneList();
             } else {

@@ -49,6 +49,7 @@ public:
 
 private:
     void riempi(const char* etichetta, ModoAppunti modo);
+    bool modificheRisolte() const;
     void svuota();
     bool CopiaIncollaCorrelazioneList();
     void TagliaIncollaCorrelazioneList();

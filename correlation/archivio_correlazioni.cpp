@@ -3,6 +3,8 @@
 #include "platform/ado/recordset.h"
 #include "sql/commands.h"
 
+#include <stdexcept>
+
 namespace veldran {
 
 namespace {
@@ -78,14 +80,19 @@ void ArchivioCorrelazioni::riempi(std::shared_ptr<ado::Command>& comando,
     comando->Execute(nullptr, ado::adExecuteNoRecords);
 }
 
-bool ArchivioCorrelazioni::AggiornamentoDatabase(const std::string& causale) {
+bool ArchivioCorrelazioni::AggiornamentoDatabase(const std::string& causale, std::int64_t righeMostrate) {
     return ambiente_.form.errori.Esegui("AggiornamentoDatabase:", false, [&] {
         ado::Connection& connessione = *ambiente_.form.connessione;
         Transazione transazione(connessione);
         sql::execute(connessione,
                      sql::rimozioneCorrelazione(ambiente_.proprietario(), causale, ambiente_.conto));
-        sql::execute(connessione,
-                     sql::scritturaCorrelazione(ambiente_.proprietario(), causale, ambiente_.conto));
+        const std::int64_t scritte = sql::execute(
+            connessione, sql::scritturaCorrelazione(ambiente_.proprietario(), causale, ambiente_.conto));
+        if (scritte >= 0 && scritte != righeMostrate) {
+            // A refill that failed has left the working tables without what the screen shows.
+            throw std::runtime_error("Le righe della correlazione non sono più quelle mostrate: uscire dalle "
+                                     "correlazioni e rientrarvi");
+        }
         transazione.Conferma();
         return true;
     });

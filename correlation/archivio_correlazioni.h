@@ -20,8 +20,9 @@ public:
     /// failure.
     bool RipresaRigheDettaglio();
     /// Replaces the permanent rows of a causale by those of the working tables, in one transaction.
+    /// \param righeMostrate as many rows as the user sees: writing another number of them is a failure
     /// \return false after a failure; the permanent rows are then as they were.
-    bool AggiornamentoDatabase(const std::string& causale);
+    bool AggiornamentoDatabase(const std::string& causale, std::int64_t righeMostrate);
     /// Deletes the permanent rows of a causale.
     void CancellazioneCorrelazione(const std::string& causale);
 

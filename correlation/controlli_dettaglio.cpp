@@ -111,29 +111,43 @@ void ControlliDettaglio::TXT_CAUSALE_AfterItem() {
             controlli_.GRD_DETTAGLIO.SetFocus();
             return;
         }
-        bool accettata = !controlli_.TXT_CAUSALE.Text().empty() && controlli_.TXT_CAUSALE.IsValidItem();
-        if (accettata && frame_.Dettaglio()->HasNewRow()) {
-            portaRigheNuove();
-        } else if (accettata) {
-            accettata = frame_.RefreshChild();
-        }
+        const std::string& causale = controlli_.TXT_CAUSALE.Text();
+        const bool valida = !causale.empty() && controlli_.TXT_CAUSALE.IsValidItem();
+        const bool doppia = valida && !frame_.RecordDiCausale(causale); // the new header has it, and another
+        const bool accettata =
+            valida && !doppia && (frame_.Dettaglio()->HasRecords() ? portaRighe() : frame_.RefreshChild());
         AbilitazioneDettaglio(accettata);
+        if (doppia) {
+            ambiente_.form.errori.Messaggi()->ShowBox(
+                "La causale è già correlata: selezionarla nell'elenco per modificarne le righe.",
+                services::styleExclamation, "Attenzione");
+        }
+        // The user may close the form while pending messages run, and this object goes with it.
+        const Controlli controlli = controlli_;
         ambiente_.globale.Windows().DoEvents();
         if (accettata) {
-            controlli_.CBO_SEGNO.SetFocus();
+            controlli.CBO_SEGNO.SetFocus();
+        } else if (doppia) {
+            controlli.TXT_CAUSALE.SetFocus();
         } else {
-            controlli_.INV_TESTATA.FocusButton(keys::nuovo);
+            controlli.INV_TESTATA.FocusButton(keys::nuovo);
         }
     });
 }
 
-/// The causale of a new correlation was corrected: rows keyed before the correction go with it.
-void ControlliDettaglio::portaRigheNuove() {
+/// The causale of a new correlation was corrected: the rows keyed before the correction go with it. All rows
+/// that a new header shows are its own.
+bool ControlliDettaglio::portaRighe() {
     const auto righe = frame_.Dettaglio()->Recordset()->Clone();
+    const std::string& causale = controlli_.TXT_CAUSALE.Text();
     for (; !righe->EndOfFile(); righe->MoveNext()) {
-        righe->Fields()["CAUSALE"].Value(controlli_.TXT_CAUSALE.Text());
+        ado::Field& campo = righe->Fields()["CAUSALE"];
+        if (nullSafeText(campo.Value()) != causale) {
+            campo.Value(causale);
+        }
     }
     frame_.Dettaglio()->Refresh();
+    return true;
 }
 
 void ControlliDettaglio::TXT_CAUSALE_Failed() {
@@ -195,8 +209,9 @@ void ControlliDettaglio::GRD_DETTAGLIO_KeyDown(controls::KeyEvent& tasto) {
     ambiente_.form.errori.Esegui("GRD_DETTAGLIO_KeyDown", [&] {
         if (tasto.keyCode == controls::keyReturn && tasto.shift == controls::shiftNone) {
             tasto.keyCode = 0;
+            const Controlli controlli = controlli_; // outlive this object, should the user close the form
             ambiente_.globale.Windows().DoEvents();
-            controlli_.CBO_SEGNO.SetFocus();
+            controlli.CBO_SEGNO.SetFocus();
         }
     });
 }

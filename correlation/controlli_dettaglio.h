@@ -63,7 +63,7 @@ public:
 private:
     void scambia(std::int64_t passo);
     void completa(services::LookupRequest& richiesta) const;
-    void portaRigheNuove();
+    bool portaRighe();
     void chiudiRiga();
 
     AmbienteCorrelazioni& ambiente_;

@@ -10,7 +10,7 @@ namespace veldran {
 
 void EventiTestata::gclsFrameTestata_BeforeUpdate(bool& annulla) {
     annulla = ambiente_.form.errori.Esegui("gclsFrameTestata_BeforeUpdate", true, [&] {
-        if (annulla || !scriviRighe()) {
+        if (annulla || !causaleIndicata() || !scriviRighe()) {
             return true;
         }
         if (!vicini_.regole.CheckTotaleRigheOrigine()) {
@@ -24,6 +24,18 @@ void EventiTestata::gclsFrameTestata_BeforeUpdate(bool& annulla) {
         statoAlSalvataggio_ = vicini_.frame.Testata()->Status();
         return false;
     });
+}
+
+/// A new correlation is of a causale that exists: its rows would belong to nothing.
+bool EventiTestata::causaleIndicata() {
+    const bool nuova = vicini_.frame.Testata()->Status() == frames::statusAddingNew;
+    if (!nuova || (!controlli_.TXT_CAUSALE.Text().empty() && controlli_.TXT_CAUSALE.IsValidItem())) {
+        return true;
+    }
+    ambiente_.form.errori.Messaggi()->ShowBox("Indicare una causale esistente per salvare la correlazione.",
+                                              services::styleExclamation, "Attenzione");
+    controlli_.TXT_CAUSALE.SetFocus();
+    return false;
 }
 
 bool EventiTestata::scriviRighe() {
@@ -48,7 +60,8 @@ void EventiTestata::gclsFrameTestata_AfterUpdate(bool riuscito) {
             return;
         }
         const std::string causale = controlli_.TXT_CAUSALE.Text();
-        daArchiviare_ = !vicini_.archivio.AggiornamentoDatabase(causale);
+        daArchiviare_ = !vicini_.archivio.AggiornamentoDatabase(
+            causale, vicini_.frame.Dettaglio()->Recordset()->RecordCount());
         if (statoAlSalvataggio_ == frames::statusAddingNew) {
             vicini_.lista.Aggiungi(causale, controlli_.TXT_DESCRCAUSALE.Caption());
         }

@@ -45,6 +45,7 @@ public:
     void gclsFrameTestata_Failed();
 
 private:
+    bool causaleIndicata();
     bool scriviRighe();
     void rifiuta(const std::string& righe);
 

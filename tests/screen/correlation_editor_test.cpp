@@ -309,13 +309,74 @@ TEST_F(CorrelationEditor, ShowsTwoDecimalsAndNothingForAnEmptyPercentage) {
 TEST_F(CorrelationEditor, RefusesACausaleThatHasACorrelationAlready) {
     open(withStored());
     e().enter();
-    e().addCorrelation("ACQ", {});
-    EXPECT_FALSE(e().save());
+    e().header().PressFromView("Nuovo");
+    e().typeCausale("ACQ");
     ASSERT_EQ(messages().boxes.size(), 1U);
     EXPECT_EQ(messages().boxes[0].text,
+              "La causale è già correlata: selezionarla nell'elenco per modificarne le righe.");
+    EXPECT_EQ(e().grid().RowCount(), 0U) << "the rows of the other correlation are not to be touched";
+    EXPECT_FALSE(e().sign().Enabled());
+    EXPECT_EQ(e().focus(), "TXT_CAUSALE");
+    EXPECT_FALSE(e().save());
+    EXPECT_EQ(messages().boxes.back().text,
               "Non è possibile salvare la correlazione: ne esiste già una con il codice «ACQ».");
+    e().addCorrelation("GIRO", wholeRows);
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("GIRO"), wholeRows);
     EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    EXPECT_EQ(e().working("ACQ"), wholeRows);
     EXPECT_TRUE(messages().errors.empty());
+}
+
+TEST_F(CorrelationEditor, SavesNothingUnderACausaleThatDoesNotExist) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", wholeRows);
+    e().typeCausale("ZZZ");
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text, "Indicare una causale esistente per salvare la correlazione.");
+    EXPECT_EQ(e().focus(), "TXT_CAUSALE");
+    EXPECT_EQ(e().workingCausali(), Texts{});
+    e().typeCausale("ACQ");
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
+TEST_F(CorrelationEditor, CarriesRowsAlongThatARefusedSaveHasWrittenAlready) {
+    open();
+    e().enter();
+    e().addCorrelation("ACQ", {{"2", "60.00"}, {"2", "41.00"}});
+    EXPECT_FALSE(e().save());
+    e().typeCausale("GIRO");
+    EXPECT_EQ(e().grid().RowCount(), 2U);
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("40");
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("GIRO"), (Rows{{"2", "60.00"}, {"2", "40.00"}}));
+    EXPECT_TRUE(e().working("ACQ").empty());
+}
+
+TEST_F(CorrelationEditor, AsksAgainAboutRowsThatARuleHasRefused) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("90");
+    e().percentage().LeaveFromView();
+    EXPECT_FALSE(e().save());
+    messages().clear();
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        messages().answers = {services::answerCancel};
+        e().toggleMode();
+        EXPECT_TRUE(e().isOpen());
+        EXPECT_EQ(messages().boxes.size(), static_cast<std::size_t>(attempt));
+    }
+    EXPECT_TRUE(e().header().PressFromView("Annulla"));
+    EXPECT_EQ(e().shown()[1][3], "60.00%");
+    EXPECT_EQ(e().working("ACQ"), wholeRows);
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
 }
 
 TEST_F(CorrelationEditor, CarriesTheRowsAlongWhenTheCausaleOfANewCorrelationIsCorrected) {
