@@ -1,11 +1,9 @@
 #include "adapters/qt/tree_widget.h"
 #include "platform/ado/recordset.h"
 #include "shell/drivers.h"
-#include "shell/main_window.h"
-#include "tests/shell/shell_fixture.h"
+#include "tests/shell/host_window.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QComboBox>
 #include <QLabel>
@@ -14,7 +12,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMessageBox>
-#include <QTest>
 
 namespace veldran::test {
 namespace {
@@ -22,27 +19,8 @@ namespace {
 using shell::MainWindow;
 using testing::HasSubstr;
 
-/// The whole host on a copy of the demo database, with the real component.
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public HostWindowTest {
 protected:
-    void SetUp() override { start(R"("ditta": "1")"); }
-
-    void start(const std::string& companyFile) {
-        window_.reset();
-        if (!std::filesystem::exists(folder_.path() / "demo.vdb")) {
-            demoDatabase(folder_);
-        }
-        host_ = std::make_unique<shell::Host>(placesFor(folder_), complaints_.reporter());
-        const auto file = folder_.write(
-            "azienda.json",
-            R"({"connessione": "Provider=VeldranEmbedded;Data Source=\"${UTENTE}/demo.vdb\"", )" +
-                companyFile + "}");
-        host_->open(file);
-        window_ = std::make_unique<MainWindow>(*host_, component_);
-        window_->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
-    }
-    void openScreen() { window_->openScreen(MainWindow::accountsEntry()); }
     QMdiArea& area() { return *window_->findChild<QMdiArea*>(); }
     qt::TreeWidget* tree() { return window_->findChild<qt::TreeWidget*>(); }
     QComboBox& chooser() { return *window_->findChild<QComboBox*>("ditta"); }
@@ -64,13 +42,6 @@ protected:
         return text;
     }
     QString catalogue(int number) { return QString::fromStdString(host_->catalogue().message(number).text); }
-
-    ScratchFolder folder_;
-    Complaints complaints_;
-    std::filesystem::path component_ =
-        shell::Places::ofThisProgram().program / shell::ComponentLibrary::fileName();
-    std::unique_ptr<shell::Host> host_;
-    std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(MainWindowTest, ShowsCompanyUserAndDatabase) {

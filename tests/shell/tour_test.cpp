@@ -1,3 +1,4 @@
+#include "platform/ado/recordset.h"
 #include "tests/shell/shell_fixture.h"
 
 #include <gtest/gtest.h>
@@ -46,7 +47,37 @@ TEST(Tour, GoesThroughTheWholeJobAndLeavesAPictureAndACaptionForEachStep) {
             EXPECT_FALSE(caption.empty()) << entry.path();
         }
     }
-    EXPECT_GE(count, 15);
+    EXPECT_GE(count, 40);
+}
+
+TEST(Tour, LeavesActivationsAndCorrelationsAsItFoundThem) {
+    const ScratchFolder user;
+    const auto database = demoDatabase(user);
+    const auto contents = [&] {
+        const auto connection = openDatabase(database);
+        std::vector<std::string> rows;
+        for (const char* query :
+             {"SELECT * FROM CI35_CONTIATTIVI ORDER BY CI35_DITTA_CG18, CI35_CONTO_CG24",
+              "SELECT * FROM CI15_CORRCONTICOGE ORDER BY CI15_DITTA_CG18, CI15_CONTO_CG24, "
+              "CI15_CODCAUS_CI03, CI15_PROG"}) {
+            for (const auto records = connection->Execute(query); !records->EndOfFile();
+                 records->MoveNext()) {
+                std::string row;
+                for (const ado::Field& field : records->Fields()) {
+                    row += nullSafeText(field.Value()) + "|";
+                }
+                rows.push_back(row);
+            }
+        }
+        return rows;
+    };
+    const auto before = contents();
+    ASSERT_GT(before.size(), 100U);
+    const Outcome outcome =
+        runHost(user, {"--tour", QString::fromStdString((user.path() / "immagini").string()), "--database",
+                       QString::fromStdString(database.string())});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.output;
+    EXPECT_EQ(contents(), before);
 }
 
 TEST(Tour, FailsWhenTheScreenDoesNotShowWhatItShould) {
