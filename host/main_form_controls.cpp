@@ -84,7 +84,7 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     GRD_DETTAGLIO.SetAccessibleName("Righe della correlazione");
     constexpr int larghezzaConto = 1500;
     constexpr int larghezzaVoce = 900;
-    constexpr int larghezzaDescrizione = 2200;
+    constexpr int larghezzaDescrizione = 2000;
     constexpr int larghezzaPercentuale = 800;
     GRD_DETTAGLIO.AddColumn("Avere", "AVERE", larghezzaConto);
     GRD_DETTAGLIO.AddColumn("Dare", "DARE", larghezzaConto);
