@@ -105,6 +105,7 @@ void AppuntiLista::EliminaCorrelazioneList() {
     ambiente_.form.errori.Esegui("EliminaCorrelazioneList:", [this] {
         if (vicini_.frame.Testata() != nullptr) {
             vicini_.frame.Testata()->Delete();
+            vicini_.frame.NuovaSeVuota();
         }
         if (controlli_.LST_CAUSALI.Items().empty()) {
             controlli_.TXT_CAUSALE.SetFocus();

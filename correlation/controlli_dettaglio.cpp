@@ -193,10 +193,13 @@ void ControlliDettaglio::INV_TESTATA_AfterButtonClick(bool riuscito, const std::
             controlli_.TXT_CAUSALE.SetFocus();
         } else if (tasto == keys::conferma) {
             controlli_.GRD_DETTAGLIO.SetFocus();
-        } else if (tasto == keys::elimina && controlli_.TXT_CAUSALE.Enabled()) {
-            controlli_.TXT_CAUSALE.SetFocus();
         } else if (tasto == keys::elimina) {
-            controlli_.INV_TESTATA.FocusButton(keys::elimina);
+            frame_.NuovaSeVuota();
+            if (controlli_.TXT_CAUSALE.Enabled()) {
+                controlli_.TXT_CAUSALE.SetFocus();
+            } else {
+                controlli_.INV_TESTATA.FocusButton(keys::elimina);
+            }
         }
     });
 }

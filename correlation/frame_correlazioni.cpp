@@ -150,6 +150,12 @@ bool FrameCorrelazioni::apriRighe(const char* etichetta, const std::function<std
     return aperte;
 }
 
+void FrameCorrelazioni::NuovaSeVuota() {
+    if (gclsFrameTestata_->Recordset()->RecordCount() < 1) {
+        gclsFrameTestata_->SetStatus(frames::statusAddingNew);
+    }
+}
+
 bool FrameCorrelazioni::QueryUnloadFrames() {
     return ambiente_.form.errori.Esegui("QueryUnloadFrames:", false, [this] {
         return gclsFrameTestata_ && !gclsFrameTestata_->QueryUnload(true, false, true);

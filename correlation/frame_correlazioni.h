@@ -57,6 +57,8 @@ public:
     bool ShowChild() { return mostraRighe("ShowChild:"); }
     /// Points the detail at no rows.
     void ClearChild() { apriRighe("ClearChild:", sql::letturaDettaglioVuoto); }
+    /// Begins a new correlation when the account has none (any more): nothing else could be done there.
+    void NuovaSeVuota();
     /// \return true when the form must not be left: the user stays with the pending changes.
     bool QueryUnloadFrames();
 

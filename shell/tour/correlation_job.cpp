@@ -412,10 +412,12 @@ void CorrelationJob::removeAll() {
     stage_.expectFocus("LST_CAUSALI");
     stage_.require(list().model()->rowCount() == 1, "la causale eliminata è ancora nell'elenco");
     removeCurrent({"elimina-ultima", "Anche l'ultima correlazione si elimina così."});
+    stage_.expectFocus("TXT_CAUSALE");
     stage_.require(list().model()->rowCount() == 0, "l'ultima causale eliminata è ancora nell'elenco");
     expectStored(purchase, {}, "dopo l'eliminazione");
     expectStored(foreignPurchase, {}, "dopo l'eliminazione");
-    stage_.picture("correlazioni-eliminate", "Il conto non ha più correlazioni.");
+    stage_.picture("correlazioni-eliminate",
+                   "Senza correlazioni la maschera è pronta per una nuova causale.");
     stage_.press(Qt::Key_A, Qt::AltModifier);
     stage_.expectFocus("TRW_CONTI");
     stage_.require(!chart_.isMarked(account), "nell'albero il conto risulta ancora correlato");

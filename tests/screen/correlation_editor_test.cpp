@@ -105,6 +105,20 @@ TEST_F(CorrelationEditor, ClearsTheMarkWhenTheLastCorrelationIsGone) {
     EXPECT_TRUE(messages().errors.empty());
 }
 
+TEST_F(CorrelationEditor, BeginsANewCorrelationWhenTheLastOneIsGone) {
+    open(withStored());
+    e().enter();
+    messages().answers = {services::answerYes};
+    e().header().PressFromView("Elimina");
+    EXPECT_EQ(e().focus(), "TXT_CAUSALE");
+    EXPECT_TRUE(e().causale().Enabled());
+    EXPECT_FALSE(e().grid().Enabled());
+    e().addCorrelation("GIRO", wholeRows);
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("GIRO"), wholeRows);
+    EXPECT_TRUE(messages().errors.empty());
+}
+
 TEST_F(CorrelationEditor, RefusesToBeLeftWhileTheUserStaysWithHisChanges) {
     open(withStored());
     e().enter();

@@ -69,7 +69,9 @@ void CorrelationModel::deleteHeader() {
     const auto place = static_cast<std::size_t>(at - headers_.begin());
     headers_.erase(at);
     stored_.erase(current_);
-    if (headers_.empty()) {
+    adding_ = headers_.empty();
+    if (adding_) {
+        before_.clear();
         showNone();
     } else {
         show(headers_[std::min(place, headers_.size() - 1)]);
