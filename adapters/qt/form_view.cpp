@@ -33,7 +33,10 @@ FormView::FormView(controls::Form& form, QWidget* parent)
     new PopupMenus(form_, *this, [this](const controls::Control& control) { return viewOf(control); });
     kept_.push_back(form_.FocusMoved.subscribe([this](controls::Control* control) { giveFocusTo(control); }));
     kept_.push_back(form_.Activated.subscribe([this] { takeInitialFocus(); }));
-    kept_.push_back(form_.RedrawLocked.subscribe([this](bool locked) { setUpdatesEnabled(!locked); }));
+    kept_.push_back(form_.RedrawLocked.subscribe([this](bool locked) {
+        redrawLocked_ = locked;
+        setUpdatesEnabled(!locked);
+    }));
     takeInitialFocus();
 }
 
@@ -50,6 +53,10 @@ QSize FormView::minimumSizeHint() const {
 bool FormView::event(QEvent* event) {
     if (event->type() == QEvent::LayoutRequest) {
         updateGeometry(); // an area was shown or hidden: the smallest size follows
+    } else if (event->type() == QEvent::WindowBlocked) {
+        setUpdatesEnabled(true); // the user is asked something, over the form as it stands
+    } else if (event->type() == QEvent::WindowUnblocked) {
+        setUpdatesEnabled(!redrawLocked_);
     }
     return QWidget::event(event);
 }

@@ -44,6 +44,7 @@ private:
     controls::ResizeControl* resize_;
     ControlViews views_;
     bool isDialog_ = false; ///< as small as its fields, without a tree
+    bool redrawLocked_ = false;
     std::vector<QWidget*> tabChain_;
     std::vector<Subscription> kept_;
 };

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -44,6 +45,22 @@ TEST_F(Screen, ShowsTheControlsOfTheFormByName) {
     EXPECT_EQ(part<QPushButton>("BUT_RICERCA")->text(), QStringLiteral("&Ricerca"));
     EXPECT_TRUE(part<TreeWidget>("TRW_CONTI")->isVisible());
     EXPECT_TRUE(part<QWidget>("CMD_ATTIVAZIONI")->isHidden());
+}
+
+TEST_F(Screen, HoldsItsPaintingBackButNotWhileTheUserIsAsked) {
+    show();
+    {
+        const controls::FormRedrawLock lock(form);
+        EXPECT_FALSE(view->updatesEnabled());
+        {
+            QDialog question(view.get());
+            question.setWindowModality(Qt::ApplicationModal);
+            question.show();
+            EXPECT_TRUE(view->updatesEnabled());
+        }
+        EXPECT_FALSE(view->updatesEnabled());
+    }
+    EXPECT_TRUE(view->updatesEnabled());
 }
 
 TEST_F(Screen, LeavesOutControlsThatItDoesNotKnow) {
