@@ -151,6 +151,7 @@ private:
     bool deleteRecord();
     bool settle();
     bool saveToLeave();
+    bool leaveAsTheUserSays();
     bool moveTo(std::int64_t position);
     bool pressed(const std::string& key);
     bool takePendingTexts();

@@ -254,6 +254,10 @@ bool VirtualFrame::settle() {
     if (policy_ == LeavePolicy::Save) {
         return saveToLeave();
     }
+    return leaveAsTheUserSays();
+}
+
+bool VirtualFrame::leaveAsTheUserSays() {
     switch (prompts_.askLeave()) {
     case FramePrompts::Leaving::Save:
         return saveToLeave();
@@ -358,15 +362,7 @@ bool VirtualFrame::QueryUnload(bool mayPrompt, bool discardSilently, bool withDe
         if (!mayPrompt) {
             return false;
         }
-        switch (prompts_.askLeave()) {
-        case FramePrompts::Leaving::Save:
-            return saveToLeave();
-        case FramePrompts::Leaving::Discard:
-            return undo();
-        case FramePrompts::Leaving::Stay:
-            break;
-        }
-        return false;
+        return leaveAsTheUserSays();
     });
 }
 
