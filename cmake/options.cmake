@@ -1,4 +1,8 @@
 option(VELDRAN_WITH_EMBEDDED "Build the embedded database (needs SQLite 3)" ON)
+# Found or not found: whoever has no driver manager builds without, and is told so.
+find_package(ODBC QUIET)
+option(VELDRAN_WITH_ODBC "Build the connection to SQL Server (needs a driver manager: unixODBC or that of Windows)"
+       ${ODBC_FOUND})
 option(VELDRAN_WITH_QT "Build the Qt views and the reference shell (needs Qt 6)" ON)
 option(VELDRAN_BUILD_TESTS "Build the tests (needs GoogleTest)" ON)
 option(VELDRAN_BENCH "Build the benchmarks of the embedded database (needs Google Benchmark)" OFF)

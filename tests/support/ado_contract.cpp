@@ -7,12 +7,24 @@
 namespace veldran::test {
 
 AdoContract::AdoContract() {
+    if (!database->whyMissing().empty()) {
+        return;
+    }
     connection->Open(database->connectionString());
     dropPermanentObjects();
     recording->log().clear();
 }
 
+void AdoContract::SetUp() {
+    if (const std::string reason = database->whyMissing(); !reason.empty()) {
+        GTEST_SKIP() << reason;
+    }
+}
+
 AdoContract::~AdoContract() {
+    if (!database->whyMissing().empty()) {
+        return;
+    }
     try {
         failing->plan().heal();
         if (connection->State() == ado::adStateClosed) {

@@ -16,6 +16,8 @@ namespace veldran::test {
 class ContractDatabase {
 public:
     virtual ~ContractDatabase() = default;
+    /// Why the contract cannot be tried, where the database is one that not everybody has; empty when it can.
+    virtual std::string whyMissing() const { return {}; }
     virtual std::shared_ptr<ado::Driver> driver() = 0;
     /// Opens a session on the database; every session sees the same permanent tables.
     virtual std::string connectionString() = 0;
@@ -38,6 +40,7 @@ class AdoContract : public ::testing::TestWithParam<MakeContractDatabase> {
 protected:
     AdoContract();
     ~AdoContract() override;
+    void SetUp() override;
 
     /// Executes a text for its effect. \return the number of rows it reports.
     std::int64_t run(const std::string& text);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldran::odbc {
+
+struct ConnectionEntry {
+    std::string key; ///< as written
+    std::string value;
+};
+
+/// How values are quoted: by quotation marks (OLE DB) or by braces (ODBC), where a doubled closing delimiter
+/// stands for itself.
+enum class Quoting { Marks, Braces };
+
+/// Cuts "key=value;key=value" into its entries, in their order.
+/// \throws AdoError 08001 that names the key at which the text is wrong. Values are never named: one of them
+/// is the password.
+std::vector<ConnectionEntry> splitConnectionText(std::string_view text, Quoting quoting);
+
+/// "key=value;" as ODBC reads it, the value in braces where it needs them.
+std::string connectionEntry(std::string_view key, std::string_view value);
+/// The same with the value always in braces, as a driver's name is written.
+std::string bracedEntry(std::string_view key, std::string_view value);
+
+/// \throws AdoError 08001: the connection string is not valid because of what `sentence` says.
+[[noreturn]] void refuseConnectionString(const std::string& sentence);
+
+} // namespace veldran::odbc

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "adapters/odbc/errors.h"
+
+#include <utility>
+
+namespace veldran::odbc {
+
+/// A handle of the driver manager, freed with this object. Move-only.
+template<SQLSMALLINT kind>
+class Handle {
+public:
+    Handle() = default;
+    /// \throws AdoError when the parent has none to give.
+    Handle(SQLSMALLINT parentKind, SQLHANDLE parent) {
+        if (!succeeded(SQLAllocHandle(kind, parent, &handle_))) {
+            handle_ = SQL_NULL_HANDLE;
+            if (parent == SQL_NULL_HANDLE) {
+                fail(errorUnspecified, "HY001", "Il gestore dei driver ODBC non è disponibile.");
+            }
+            failWithDiagnostics(parentKind, parent);
+        }
+    }
+    ~Handle() {
+        if (handle_ != SQL_NULL_HANDLE) {
+            SQLFreeHandle(kind, handle_);
+        }
+    }
+    Handle(Handle&& other) noexcept : handle_(std::exchange(other.handle_, SQL_NULL_HANDLE)) {}
+    Handle& operator=(Handle&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+
+    SQLHANDLE get() const { return handle_; }
+
+private:
+    SQLHANDLE handle_ = SQL_NULL_HANDLE;
+};
+
+using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
+using ConnectionHandle = Handle<SQL_HANDLE_DBC>;
+using StatementHandle = Handle<SQL_HANDLE_STMT>;
+
+} // namespace veldran::odbc

@@ -1,0 +1,167 @@
+#include "adapters/odbc/statement.h"
+
+#include "adapters/embedded/tsql/lexer.h"
+#include "adapters/odbc/result_reader.h"
+#include "adapters/odbc/utf16.h"
+
+#include <algorithm>
+
+namespace veldran::odbc {
+
+namespace {
+
+/// A batch whose every statement fails ends all the same.
+constexpr std::size_t mostErrors = 100;
+
+/// Leaves the handle free for the next execution, whatever became of this one.
+class OpenCursor {
+public:
+    explicit OpenCursor(SQLHSTMT statement) : statement_(statement) {}
+    ~OpenCursor() { SQLFreeStmt(statement_, SQL_CLOSE); }
+    OpenCursor(const OpenCursor&) = delete;
+    OpenCursor& operator=(const OpenCursor&) = delete;
+
+private:
+    SQLHSTMT statement_;
+};
+
+std::vector<ado::ParameterInfo> declarationsOf(std::span<const ado::BoundParameter> parameters) {
+    std::vector<ado::ParameterInfo> declarations;
+    declarations.reserve(parameters.size());
+    for (const ado::BoundParameter& parameter : parameters) {
+        declarations.push_back(parameter.info);
+    }
+    return declarations;
+}
+
+std::u16string statementText(std::string_view text) {
+    try {
+        return toUtf16(text);
+    } catch (const std::invalid_argument&) {
+        fail(errorUnspecified, "42000", "Il testo dell'istruzione non è UTF-8.");
+    }
+}
+
+void append(ado::Errors& errors, const ado::Errors& more) {
+    errors.insert(errors.end(), more.begin(), more.end());
+}
+
+} // namespace
+
+void checkMarkers(std::string_view text, std::size_t parameters) {
+    std::size_t markers = 0;
+    try {
+        const auto tokens = tsql::tokenize(text);
+        markers = static_cast<std::size_t>(std::count_if(tokens.begin(), tokens.end(), [](const auto& token) {
+            return token.kind == tsql::TokenKind::Marker;
+        }));
+    } catch (const tsql::SyntaxError&) {
+        return;
+    }
+    const std::string given = std::to_string(parameters);
+    const std::string wanted = std::to_string(markers);
+    if (parameters > markers) {
+        fail(8144, "07002",
+             "Sono stati forniti " + given + " parametri, ma il testo ha " + wanted + " marcatori.");
+    }
+    if (parameters < markers) {
+        fail(8178, "07002",
+             "Il testo ha " + wanted + " marcatori, ma sono stati forniti " + given + " parametri.");
+    }
+}
+
+Statement::Statement(Link& link) : link_(link) {
+    link.requireUsable();
+    handle_ = StatementHandle(SQL_HANDLE_DBC, link.handle());
+}
+
+void Statement::prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters) {
+    checkMarkers(text, parameters.size());
+    const std::u16string wideText = statementText(text);
+    if (!succeeded(SQLPrepareW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())))) {
+        link_.fail(diagnosticsOf(SQL_HANDLE_STMT, handle_.get()));
+    }
+    buffers_ = std::make_unique<ParameterBuffers>(parameters);
+}
+
+ado::StatementResult Statement::execute(std::span<const ado::BoundParameter> parameters,
+                                        const ado::ExecuteSettings& settings) {
+    link_.requireUsable();
+    bind(parameters);
+    limitTime(settings.commandTimeout);
+    return results(SQLExecute(handle_.get()), settings);
+}
+
+ado::StatementResult Statement::executeDirect(std::string_view text,
+                                              std::span<const ado::BoundParameter> parameters,
+                                              const ado::ExecuteSettings& settings) {
+    checkMarkers(text, parameters.size());
+    const std::u16string wideText = statementText(text);
+    bind(parameters);
+    limitTime(settings.commandTimeout);
+    return results(SQLExecDirectW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())),
+                   settings);
+}
+
+void Statement::bind(std::span<const ado::BoundParameter> parameters) {
+    if (!buffers_ || !buffers_->matches(parameters)) {
+        SQLFreeStmt(handle_.get(), SQL_RESET_PARAMS);
+        buffers_ = std::make_unique<ParameterBuffers>(declarationsOf(parameters));
+    }
+    buffers_->assign(parameters);
+    buffers_->bindTo(handle_.get());
+}
+
+void Statement::limitTime(int seconds) {
+    if (seconds != timeLimit_) {
+        SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT,
+                        attribute(static_cast<std::uintptr_t>(seconds)), SQL_IS_UINTEGER);
+        timeLimit_ = seconds;
+    }
+}
+
+// An error ends one statement of a batch; what the server makes of the others comes behind it. So nothing is
+// left unread, and every error is told.
+ado::StatementResult Statement::results(SQLRETURN code, const ado::ExecuteSettings& settings) {
+    const OpenCursor cursor(handle_.get());
+    ado::StatementResult result;
+    ado::Errors errors;
+    for (bool first = true; first || code != SQL_NO_DATA;
+         first = false, code = SQLMoreResults(handle_.get())) {
+        if (succeeded(code) || code == SQL_NO_DATA) {
+            try {
+                takeResult(result, settings);
+            } catch (const ado::AdoError& error) {
+                append(errors, error.errors());
+            }
+        } else {
+            append(errors, diagnosticsOf(SQL_HANDLE_STMT, handle_.get()));
+        }
+        if (code == SQL_INVALID_HANDLE || errors.size() > mostErrors ||
+            std::any_of(errors.begin(), errors.end(), isConnectionFailure)) {
+            break;
+        }
+    }
+    if (!errors.empty()) {
+        link_.fail(std::move(errors));
+    }
+    return result;
+}
+
+void Statement::takeResult(ado::StatementResult& result, const ado::ExecuteSettings& settings) {
+    SQLSMALLINT columns = 0;
+    SQLNumResultCols(handle_.get(), &columns);
+    if (columns > 0) {
+        if (settings.wantsRows && !result.rows) {
+            ResultReader reader(handle_.get(), columns);
+            result.rows = reader.rows();
+        }
+        return;
+    }
+    SQLLEN rows = -1;
+    if (succeeded(SQLRowCount(handle_.get(), &rows)) && rows >= 0) {
+        result.rowsAffected = rows;
+    }
+}
+
+} // namespace veldran::odbc
