@@ -5,7 +5,7 @@ option(VELDRAN_WITH_ODBC "Build the connection to SQL Server (needs a driver man
        ${ODBC_FOUND})
 option(VELDRAN_WITH_QT "Build the Qt views and the reference shell (needs Qt 6)" ON)
 option(VELDRAN_BUILD_TESTS "Build the tests (needs GoogleTest)" ON)
-option(VELDRAN_BENCH "Build the benchmarks of the embedded database (needs Google Benchmark)" OFF)
+option(VELDRAN_BENCH "Build the benchmarks (needs Google Benchmark, and Qt for those of the views)" OFF)
 option(VELDRAN_SANITIZE "Instrument everything with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)

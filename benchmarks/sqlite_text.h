@@ -39,6 +39,7 @@ public:
         sqlite3_reset(handle_);
     }
     void reset() { sqlite3_reset(handle_); }
+    int parameters() const { return sqlite3_bind_parameter_count(handle_); }
     std::int64_t number(int column) const { return sqlite3_column_int64(handle_, column); }
     std::string_view text(int column) const {
         const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column));
@@ -55,6 +56,18 @@ private:
     }
     sqlite3* database_;
     sqlite3_stmt* handle_ = nullptr;
+};
+
+/// Resets a statement when its use ends, so that no lock outlives it.
+class StatementUse {
+public:
+    explicit StatementUse(Statement& statement) : statement_(statement) {}
+    ~StatementUse() { statement_.reset(); }
+    StatementUse(const StatementUse&) = delete;
+    StatementUse& operator=(const StatementUse&) = delete;
+
+private:
+    Statement& statement_;
 };
 
 class Database {

@@ -1,0 +1,257 @@
+#include "benchmarks/round.h"
+
+#include "benchmarks/floor.h"
+#include "benchmarks/screen.h"
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+namespace veldran::bench {
+
+namespace {
+
+class Round {
+public:
+    Round(const ChartKind& kind, Results& results)
+        : kind_(kind), results_(results), screenCopy_(chartFile(kind), ".screen"),
+          floorCopy_(chartFile(kind), ".floor"), file_(screenCopy_.file),
+          screen_(makeScreen(screenCopy_.file)), floor_(makeFloor(floorCopy_.file)) {}
+
+    void play() {
+        open();
+        changeFilters();
+        expand();
+        search();
+        check();
+        editCorrelations();
+        both("close the screen", [](Subject& subject) { subject.close(); });
+        require(storedState(screenCopy_.file.path) == storedState(floorCopy_.file.path), "what is stored");
+    }
+
+private:
+    using Action = std::function<void(Subject&)>;
+
+    /// Runs an action both ways, lets `verify` look, and only then counts what it cost.
+    void both(
+        const std::string& scenario, const Action& action, const std::function<void()>& verify = [] {}) {
+        doing_ = scenario;
+        const Cost screen = costOf([&] { action(*screen_); });
+        const Cost floor = costOf([&] { action(*floor_); });
+        verify();
+        results_.add(kind_, scenario, screen, floor);
+    }
+    void prepare(const Action& action) {
+        action(*screen_);
+        action(*floor_);
+    }
+    void require(bool holds, const std::string& what) const {
+        if (!holds) {
+            throw std::runtime_error(doing_ + ": " + what + " is wrong");
+        }
+    }
+    template<typename Look>
+    auto same(Look look, const std::string& what) {
+        auto shown = look(*screen_);
+        require(shown == look(*floor_), what);
+        return shown;
+    }
+
+    void verifyTables(int filter) {
+        const Sums chart = same([](Subject& s) { return s.chart(); }, "the chart's working table");
+        require(chart.rows == file_.accounts && chart.active == file_.activated &&
+                    chart.correlated == file_.correlated,
+                "the chart");
+        const Sums selection = same([](Subject& s) { return s.selection(); }, "the selection");
+        require(filter != 1 || selection == chart, "the selection of all accounts");
+        require(filter != 2 || selection.active == file_.activated, "the selection of activated accounts");
+        same([](Subject& s) { return s.rootChecks(); }, "a root's check box");
+    }
+
+    void open() {
+        both(
+            "open the screen", [](Subject& s) { s.open(); }, [&] { verifyTables(1); });
+    }
+
+    void changeFilters() {
+        for (const auto& [filter, name] :
+             {std::pair(2, "filter Att."), std::pair(3, "filter Non att."), std::pair(1, "filter Tutti")}) {
+            both(
+                name, [&](Subject& s) { s.filter(filter); }, [&] { verifyTables(filter); });
+        }
+    }
+
+    /// Beside an expansion: what it costs to build the rows as plain data from what was read.
+    double dataCost(const TreeRows& shown) {
+        struct Read {
+            std::string display;
+            std::string description;
+            bool active;
+        };
+        std::vector<Read> read;
+        for (const TreeRow& row : shown) {
+            const std::size_t dash = row.text.find(" - ");
+            read.push_back({row.text.substr(0, dash), row.text.substr(dash + 3), row.checked});
+        }
+        TreeRows built;
+        const Cost cost = costOf([&] {
+            built.reserve(read.size());
+            for (const Read& row : read) {
+                built.push_back({row.display + " - " + row.description, row.active});
+            }
+        });
+        require(built == shown, "the plain data");
+        return cost.processor;
+    }
+
+    void expandAt(const Place& place, const std::string& scenario) {
+        doing_ = scenario;
+        prepare([&](Subject& s) { s.aim(place); });
+        const Cost screen = costOf([&] { screen_->expand(); });
+        const Cost floor = costOf([&] { floor_->expand(); });
+        const TreeRows shown = same([](Subject& s) { return s.children(); }, "a level");
+        require(!shown.empty(), "the number of children");
+        const bool widest = place.code == file_.branch.back().code;
+        require(!widest || static_cast<std::int64_t>(shown.size()) == file_.widest, "the widest level");
+        results_.add(kind_, scenario, screen, floor, dataCost(shown));
+    }
+
+    void expand() {
+        const std::string wide =
+            kind_.wide > 0 ? "expand " + std::to_string(kind_.wide) + " accounts" : "expand accounts";
+        for (const Place& place : file_.branch) {
+            const bool accounts = place.level + 1 == kind_.levels;
+            expandAt(place, accounts           ? wide
+                            : place.level == 0 ? "expand a root, the first time"
+                                               : "expand a level, the first time");
+        }
+        for (const Place& place : file_.siblings) {
+            expandAt(place, kind_.levels == 2 ? "expand accounts" : "expand a level");
+        }
+        prepare([&](Subject& s) { s.aim(file_.branch.back()); });
+        // By hand there is nothing to do but to turn a mark.
+        const TreeRows before = screen_->children();
+        doing_ = "collapse and expand again";
+        const Cost again = costOf([&] {
+            screen_->collapse();
+            screen_->expand();
+        });
+        require(screen_->children() == before, "the level");
+        results_.add(kind_, doing_, again, std::nullopt);
+    }
+
+    void search() {
+        both(
+            "search in a closed branch", [&](Subject& s) { s.search(file_.hidden); },
+            [&] { same([](Subject& s) { return s.selectedText(); }, "the selected account"); });
+    }
+
+    void toggle(const Place& place, const std::string& scenario) {
+        prepare([&](Subject& s) { s.aim(place); });
+        both(
+            scenario, [](Subject& s) { s.toggleCheck(); },
+            [&] {
+                const Sums chart = same([](Subject& s) { return s.chart(); }, "the chart's working table");
+                const Sums selection = same([](Subject& s) { return s.selection(); }, "the selection");
+                require(chart == selection, "the write-back");
+                same([](Subject& s) { return s.rootChecks(); }, "a root's check box");
+                for (const Place& level : file_.branch) {
+                    prepare([&](Subject& s) { s.aim(level); });
+                    same([](Subject& s) { return s.children(); }, "a level's check boxes");
+                }
+            });
+    }
+
+    void check() {
+        toggle(file_.leaf, "check an account, the first time");
+        for (int i = 0; i < 3; ++i) {
+            toggle(file_.leaf, "check an account");
+        }
+        for (int i = 0; i < 2; ++i) {
+            toggle(file_.branch.back(), kind_.levels == 2 ? "check the wide grouping" : "check a grouping");
+        }
+        for (int i = 0; i < 2; ++i) {
+            toggle(file_.branch.front(), "check a root");
+        }
+    }
+
+    void verifyRows(const CorrelationRows* expected) {
+        const CorrelationRows rows = same([](Subject& s) { return s.shownRows(); }, "the rows");
+        require(expected == nullptr || rows == *expected, "the correlation");
+    }
+    void enter(const std::string& scenario, std::size_t causali) {
+        prepare([&](Subject& s) { s.aim(file_.edited); });
+        both(
+            scenario, [](Subject& s) { s.enterCorrelations(); },
+            [&] {
+                verifyRows(nullptr);
+                const auto listed = same([](Subject& s) { return s.listedCausali(); }, "the list");
+                require(listed.size() == causali, "the number of causali");
+            });
+    }
+    void leave() {
+        both(
+            "leave the correlations", [](Subject& s) { s.leaveCorrelations(); },
+            [&] { same([](Subject& s) { return s.chart(); }, "the correlation marks"); });
+    }
+    void moveTo(const std::string& causale, const CorrelationRows* expected) {
+        both(
+            "move to another causale", [&](Subject& s) { s.moveToCausale(causale); },
+            [&] { verifyRows(expected); });
+    }
+
+    void editCorrelations() {
+        const CorrelationRows six = sixRows();
+        enter("enter the correlations, first time", 2);
+        for (int i = 0; i < 3; ++i) {
+            moveTo(otherCausale, &six);
+            moveTo(storedCausale, nullptr);
+        }
+        prepare([&](Subject& s) { s.key(newCausale, six); });
+        both(
+            "save six rows", [](Subject& s) { s.save(); }, [&] { verifyRows(&six); });
+        prepare([](Subject& s) { s.copyCausale(storedCausale, otherCausale); });
+        both(
+            "paste onto a causale", [](Subject& s) { s.pasteOntoCausale(); }, [&] { verifyRows(nullptr); });
+        prepare([](Subject& s) { s.moveToCausale(storedCausale); });
+        both(
+            "duplicate", [](Subject& s) { s.duplicateOnto(freeCausale); },
+            [&] {
+                const auto listed = same([](Subject& s) { return s.listedCausali().size(); }, "the list");
+                require(listed == 4, "the number of causali");
+            });
+        leave();
+        for (int i = 0; i < 3; ++i) {
+            enter("enter the correlations", 4);
+            leave();
+        }
+        prepare([&](Subject& s) { s.aim(file_.edited); });
+        prepare([](Subject& s) { s.copyAccount(); });
+        prepare([&](Subject& s) { s.aim(file_.bare); });
+        for (int i = 0; i < 3; ++i) {
+            both(
+                "paste onto an account", [](Subject& s) { s.pasteOntoAccount(); },
+                [&] {
+                    const Sums chart = same([](Subject& s) { return s.chart(); }, "the correlation marks");
+                    require(chart.correlated == file_.correlated + 1, "the pasted account's mark");
+                });
+        }
+    }
+
+    ChartKind kind_;
+    Results& results_;
+    ChartCopy screenCopy_;
+    ChartCopy floorCopy_;
+    const ChartFile& file_;
+    std::unique_ptr<Subject> screen_;
+    std::unique_ptr<Subject> floor_;
+    std::string doing_;
+};
+
+} // namespace
+
+void playRound(const ChartKind& kind, Results& results) {
+    Round(kind, results).play();
+}
+
+} // namespace veldran::bench
