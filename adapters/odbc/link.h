@@ -27,6 +27,7 @@ public:
     /// Whether the server is SQL Server or speaks as it does.
     bool speaksTransactSql() const { return transactSql_; }
     bool isLost() const { return state_ == State::Lost; }
+    bool inTransaction() const { return state_ == State::InTransaction; }
 
     /// \throws AdoError 08S01 when the connection was lost, 3998 when the server has undone the transaction
     /// that is to be ended first.

@@ -57,6 +57,9 @@ ado::ColumnInfo ResultReader::describe(SQLUSMALLINT ordinal) const {
     column.type = adoType(type);
     column.definedSize = definedSize(column.type, size);
     column.nullable = nullable != SQL_NO_NULLS;
+    SQLLEN identity = SQL_FALSE;
+    SQLColAttributeW(statement_, ordinal, SQL_DESC_AUTO_UNIQUE_VALUE, nullptr, 0, nullptr, &identity);
+    column.identity = identity == SQL_TRUE;
     if (column.type == ado::adNumeric) {
         column.precision = static_cast<std::uint8_t>(std::min<SQLULEN>(size, 38));
         column.scale = static_cast<std::uint8_t>(std::max<SQLSMALLINT>(digits, 0));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/odbc/link.h"
+#include "adapters/odbc/base_tables.h"
 #include "platform/ado/driver.h"
 
 namespace veldran::odbc {
@@ -9,7 +9,7 @@ namespace veldran::odbc {
 class OdbcSession : public ado::Session {
 public:
     OdbcSession(const EnvironmentHandle& environment, const ConnectionTarget& target)
-        : link_(environment, target) {}
+        : link_(environment, target), tables_(link_) {}
 
     ado::StatementResult execute(std::string_view text, std::span<const ado::BoundParameter> parameters,
                                  const ado::ExecuteSettings& settings) override;
@@ -26,6 +26,7 @@ public:
 
 private:
     Link link_;
+    BaseTables tables_;
 };
 
 } // namespace veldran::odbc

@@ -70,7 +70,7 @@ void checkMarkers(std::string_view text, std::size_t parameters) {
     }
 }
 
-Statement::Statement(Link& link) : link_(link) {
+Statement::Statement(Link& link, BaseTables& tables) : link_(link), tables_(tables) {
     link.requireUsable();
     handle_ = StatementHandle(SQL_HANDLE_DBC, link.handle());
 }
@@ -82,11 +82,17 @@ void Statement::prepare(std::string_view text, std::span<const ado::ParameterInf
         link_.fail(diagnosticsOf(SQL_HANDLE_STMT, handle_.get()));
     }
     buffers_ = std::make_unique<ParameterBuffers>(parameters);
+    text_ = text;
+}
+
+void Statement::announce(std::string_view text, const ado::ExecuteSettings& settings) {
+    tables_.prepare(settings.wantsRows ? text : std::string_view());
 }
 
 ado::StatementResult Statement::execute(std::span<const ado::BoundParameter> parameters,
                                         const ado::ExecuteSettings& settings) {
     link_.requireUsable();
+    announce(text_, settings);
     bind(parameters);
     limitTime(settings.commandTimeout);
     return results(SQLExecute(handle_.get()), settings);
@@ -97,10 +103,15 @@ ado::StatementResult Statement::executeDirect(std::string_view text,
                                               const ado::ExecuteSettings& settings) {
     checkMarkers(text, parameters.size());
     const std::u16string wideText = statementText(text);
+    announce(text, settings);
     bind(parameters);
     limitTime(settings.commandTimeout);
-    return results(SQLExecDirectW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())),
-                   settings);
+    ado::StatementResult result = results(
+        SQLExecDirectW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())), settings);
+    if (parameters.empty()) {
+        tables_.executed(text);
+    }
+    return result;
 }
 
 void Statement::bind(std::span<const ado::BoundParameter> parameters) {
@@ -154,6 +165,7 @@ void Statement::takeResult(ado::StatementResult& result, const ado::ExecuteSetti
     if (columns > 0) {
         if (settings.wantsRows && !result.rows) {
             ResultReader reader(handle_.get(), columns);
+            tables_.describe(reader.columns());
             result.rows = reader.rows();
         }
         return;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/odbc/link.h"
+#include "adapters/odbc/base_tables.h"
 #include "adapters/odbc/parameters.h"
 #include "platform/ado/driver.h"
 
@@ -16,7 +16,7 @@ namespace veldran::odbc {
 class Statement {
 public:
     /// \throws AdoError as `Link::requireUsable`.
-    explicit Statement(Link& link);
+    Statement(Link& link, BaseTables& tables);
 
     /// \throws AdoError; what is wrong with a text a driver may tell only when the text executes.
     void prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters);
@@ -28,12 +28,15 @@ public:
                                        const ado::ExecuteSettings& settings);
 
 private:
+    void announce(std::string_view text, const ado::ExecuteSettings& settings);
     ado::StatementResult results(SQLRETURN code, const ado::ExecuteSettings& settings);
     void takeResult(ado::StatementResult& result, const ado::ExecuteSettings& settings);
     void limitTime(int seconds);
     void bind(std::span<const ado::BoundParameter> parameters);
 
     Link& link_;
+    BaseTables& tables_; // completes what a result tells of its columns
+    std::string text_;   // the prepared one
     StatementHandle handle_;
     std::unique_ptr<ParameterBuffers> buffers_;
     int timeLimit_ = 0;

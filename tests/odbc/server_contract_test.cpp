@@ -17,8 +17,20 @@ public:
     std::string badConnectionString() override {
         return "Provider=SQLOLEDB;Data Source=127.0.0.1,1;User ID=x";
     }
+    /// A server that speaks T-SQL without being SQL Server has one number for the errors that it does not
+    /// map.
+    std::vector<int> errorNumbers(int number) const override {
+        constexpr int unmapped = 33557097;
+        return isSqlServer() ? std::vector{number} : std::vector{number, unmapped};
+    }
+    bool tellsParameterSizes() override { return isSqlServer(); }
 
 private:
+    bool isSqlServer() const {
+        odbc::OdbcDriver driver;
+        const auto result = driver.open(connectionString_, "", "")->execute("SELECT @@VERSION", {}, {});
+        return result.rows->cell(0, 0).toText().starts_with("Microsoft SQL Server");
+    }
     static std::string named() {
         const char* const text = std::getenv("VELDRAN_TEST_ODBC");
         return text == nullptr ? "" : text;

@@ -26,6 +26,8 @@ public:
     /// The numbers under which the database reports what SQL Server reports as `number`: a server that is
     /// known to differ says so here, in one place.
     virtual std::vector<int> errorNumbers(int number) const { return {number}; }
+    /// Whether the database tells the sizes and digits of a procedure's parameters.
+    virtual bool tellsParameterSizes() { return true; }
     /// Whether the database tells the base table and the key of the columns of a result.
     virtual bool describesBaseTables() const { return true; }
 };

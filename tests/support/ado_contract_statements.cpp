@@ -331,9 +331,11 @@ TEST_P(AdoContract, DescribesAndCallsAProcedureByParameterNames) {
     call->Parameters()["@ON"].Value(true);
     call->Parameters()["@PERC"].Value(33.33);
     call->Parameters()["@CONTO"].Value("0102030405");
-    EXPECT_EQ(call->Parameters()["@PERC"].Precision(), 5);
-    EXPECT_EQ(call->Parameters()["@PERC"].NumericScale(), 2);
-    EXPECT_EQ(call->Parameters()["@CONTO"].Size(), 10);
+    if (database->tellsParameterSizes()) {
+        EXPECT_EQ(call->Parameters()["@PERC"].Precision(), 5);
+        EXPECT_EQ(call->Parameters()["@PERC"].NumericScale(), 2);
+        EXPECT_EQ(call->Parameters()["@CONTO"].Size(), 10);
+    }
     const auto recordset = call->Execute();
     EXPECT_EQ(recordset->Fields()["CONTO"].Value(), Value("0102030405"));
     EXPECT_EQ(recordset->Fields()["PERC"].Value().toText(), "33.33");
