@@ -14,9 +14,10 @@ function(veldran_target target)
 endfunction()
 
 # One test binary per library: veldran_test(<name> SOURCES <file>... LIBS <library>...).
-# Each test of the binary is a ctest test of its own, named "<binary>.<Suite>.<Sentence>".
+# Each test of the binary is a ctest test of its own, named "<binary>.<Suite>.<Sentence>"; with WHOLE the binary is one
+# test, for tests that share something that takes long to make.
 function(veldran_test name)
-    cmake_parse_arguments(ARG "QT_OFFSCREEN" "" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(ARG "QT_OFFSCREEN;WHOLE" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     veldran_target(${name})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
@@ -24,7 +25,12 @@ function(veldran_test name)
     if(ARG_QT_OFFSCREEN)
         list(APPEND properties ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endif()
-    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+    if(ARG_WHOLE)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES ${properties})
+    else()
+        gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
+    endif()
 endfunction()
 
 # Names a place of this checkout to the sources that read files there: veldran_place(<define> <path> <source>...).

@@ -4,6 +4,10 @@
 #include "adapters/embedded/file.h"
 #include "adapters/markers/marker_resolving_driver.h"
 #include "platform/text.h"
+#ifdef VELDRAN_WITH_ODBC
+#include "adapters/odbc/connection_string.h"
+#include "adapters/odbc/driver.h"
+#endif
 
 #include <algorithm>
 #include <utility>
@@ -33,21 +37,29 @@ std::string connectionValue(std::string_view text, std::string_view key) {
     return {};
 }
 
+std::shared_ptr<ado::Driver> databaseDriver(const std::string& connectionString) {
+    const std::string provider = connectionValue(connectionString, "Provider");
+    if (equalsIgnoringAsciiCase(provider, embedded::providerName)) {
+        return std::make_shared<embedded::EmbeddedDriver>();
+    }
+#ifdef VELDRAN_WITH_ODBC
+    if (odbc::isOdbcConnectionString(connectionString)) {
+        return std::make_shared<odbc::OdbcDriver>();
+    }
+#endif
+    constexpr int providerNotFound = 3706;
+    throw ado::AdoError({providerNotFound, "Connessione",
+                         provider.empty() ? "La stringa di connessione non indica il provider (chiave "
+                                            "\"Provider\") né il driver (chiave \"Driver\")."
+                                          : "Il provider \"" + provider + "\" non è disponibile.",
+                         "08001", 0});
+}
+
 } // namespace
 
 std::shared_ptr<ado::Driver> driverFor(const std::string& connectionString, const std::string& companyCode) {
-    const std::string provider = connectionValue(connectionString, "Provider");
-    if (!equalsIgnoringAsciiCase(provider, embedded::providerName)) {
-        constexpr int providerNotFound = 3706;
-        throw ado::AdoError({providerNotFound, "Connessione",
-                             provider.empty() ? "La stringa di connessione non indica il provider (chiave "
-                                                "\"Provider\")."
-                                              : "Il provider \"" + provider + "\" non è disponibile.",
-                             "08001", 0});
-    }
     return std::make_shared<MarkerResolvingDriver>(
-        std::make_shared<embedded::EmbeddedDriver>(),
-        std::map<std::string, std::string>{{"<DITTA>", companyCode}});
+        databaseDriver(connectionString), std::map<std::string, std::string>{{"<DITTA>", companyCode}});
 }
 
 std::string embeddedConnectionString(const std::filesystem::path& file, bool create) {
@@ -56,11 +68,17 @@ std::string embeddedConnectionString(const std::filesystem::path& file, bool cre
 }
 
 std::string databaseName(const std::string& connectionString) {
+#ifdef VELDRAN_WITH_ODBC
+    if (const std::string name = odbc::databaseOf(connectionString); !name.empty()) {
+        return name;
+    }
+#else
     for (const char* key : {"Initial Catalog", "Database"}) {
         if (const std::string name = connectionValue(connectionString, key); !name.empty()) {
             return name;
         }
     }
+#endif
     return std::filesystem::path(connectionValue(connectionString, "Data Source")).filename().string();
 }
 

@@ -8,9 +8,10 @@
 
 namespace veldran::shell {
 
-/// The driver that serves a connection string: the embedded database for "Provider=..." naming it, no other
-/// yet. Statements sent through it may name the company code by the marker "<DITTA>".
-/// \throws AdoError 3706 when no driver of this host serves the connection string.
+/// The driver that serves a connection string: the embedded database for "Provider=..." naming it, SQL Server
+/// through ODBC for one of its providers or for "Driver=...", "DSN=..." or "Server=...". Statements sent
+/// through it may name the company code by the marker "<DITTA>". \throws AdoError 3706 when no driver of this
+/// host serves the connection string, 08001 when it is written wrongly.
 std::shared_ptr<ado::Driver> driverFor(const std::string& connectionString,
                                        const std::string& companyCode); // shared: as connections want it
 

@@ -233,6 +233,20 @@ ConnectionTarget connectionTarget(const std::string& connectionString, const std
             settings.loginTimeout, settings.packetSize};
 }
 
+std::string databaseOf(const std::string& connectionString) {
+    try {
+        const Entries entries = entriesOf(connectionString);
+        for (const char* key : {"Initial Catalog", "Database"}) {
+            if (const ConnectionEntry* const entry = find(entries, key)) {
+                return entry->value;
+            }
+        }
+    } catch (const ado::AdoError&) {
+        // Told when the connection is opened.
+    }
+    return {};
+}
+
 bool isOdbcConnectionString(const std::string& connectionString) {
     const Entries entries = entriesOf(connectionString);
     if (const ConnectionEntry* const provider = find(entries, "Provider")) {

@@ -31,7 +31,12 @@ ConnectionTarget connectionTarget(const std::string& connectionString, const std
                                   const std::string& password,
                                   const std::vector<std::string>& installedDrivers);
 
+/// The database that a connection string in either form names; empty when it names none, or is written
+/// wrongly.
+std::string databaseOf(const std::string& connectionString);
+
 /// Whether this adapter is meant: a provider of SQL Server, a driver, a data source or a server is named.
+/// \throws AdoError 08001 when the string is written wrongly.
 bool isOdbcConnectionString(const std::string& connectionString);
 
 } // namespace veldran::odbc

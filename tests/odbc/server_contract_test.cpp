@@ -19,9 +19,9 @@ public:
     }
     /// A server that speaks T-SQL without being SQL Server has one number for the errors that it does not
     /// map.
-    std::vector<int> errorNumbers(int number) const override {
+    bool isReportOf(const ado::Error& error, int number) const override {
         constexpr int unmapped = 33557097;
-        return isSqlServer() ? std::vector{number} : std::vector{number, unmapped};
+        return error.Number == number || (error.Number == unmapped && !isSqlServer());
     }
     bool tellsParameterSizes() override { return isSqlServer(); }
 

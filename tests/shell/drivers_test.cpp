@@ -32,6 +32,18 @@ TEST(Drivers, RefuseAConnectionStringWithoutProvider) {
     EXPECT_THAT(refusalOf("Data Source=x"), HasSubstr("\"Provider\""));
 }
 
+#ifdef VELDRAN_WITH_ODBC
+TEST(Drivers, ServeSqlServerInBothFormsOfConnectionStrings) {
+    EXPECT_TRUE(shell::driverFor("Provider=SQLOLEDB.1;Data Source=server;Initial Catalog=CONTI", "1"));
+    EXPECT_TRUE(shell::driverFor("Driver={ODBC Driver 18 for SQL Server};Server=server", "1"));
+    EXPECT_TRUE(shell::driverFor("DSN=CONTI;UID=utente", "1"));
+}
+
+TEST(Drivers, NameTheDatabaseAndNotTheEndOfAPasswordThatLooksLikeOne) {
+    EXPECT_EQ(shell::databaseName("Driver={X};Server=s;PWD={a;Database=b};Database=CONTI"), "CONTI");
+}
+#endif
+
 TEST(Drivers, ResolveTheMarkerOfTheCompanyInStatements) {
     const ScratchFolder folder;
     const std::string connectionString = shell::embeddedConnectionString(demoDatabase(folder));

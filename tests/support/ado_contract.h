@@ -23,9 +23,11 @@ public:
     virtual std::string connectionString() = 0;
     /// A connection string that names no database that could be opened.
     virtual std::string badConnectionString() = 0;
-    /// The numbers under which the database reports what SQL Server reports as `number`: a server that is
-    /// known to differ says so here, in one place.
-    virtual std::vector<int> errorNumbers(int number) const { return {number}; }
+    /// Whether the database means by `error` what SQL Server reports as `number`: a server that is known to
+    /// differ says so here, in one place.
+    virtual bool isReportOf(const ado::Error& error, int number) const { return error.Number == number; }
+    /// Whether it has procedures that are made and called in T-SQL.
+    virtual bool hasProcedures() const { return true; }
     /// Whether the database tells the sizes and digits of a procedure's parameters.
     virtual bool tellsParameterSizes() { return true; }
     /// Whether the database tells the base table and the key of the columns of a result.

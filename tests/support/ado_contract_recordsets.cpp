@@ -56,6 +56,22 @@ TEST_P(AdoContract, WritesIntoARecordsetThatOpenedWithoutRows) {
     EXPECT_EQ(stored(), "1:UNO 2:DUE");
 }
 
+TEST_P(AdoContract, WritesIntoAPermanentTable) {
+    REQUIRE_BASE_TABLES()
+    run("CREATE TABLE VLDCT_TAB (COD INT NOT NULL PRIMARY KEY, DESCR NVARCHAR(20) NULL)");
+    run("INSERT INTO VLDCT_TAB (COD, DESCR) VALUES (1, 'uno')");
+    ado::Recordset recordset;
+    recordset.Open("SELECT DESCR, COD FROM VLDCT_TAB", connection, ado::adOpenStatic,
+                   ado::adLockBatchOptimistic);
+    EXPECT_TRUE(recordset.Fields()["COD"].info().key);
+    put(recordset, "DESCR", "perché");
+    recordset.AddNew();
+    put(recordset, "COD", 2);
+    recordset.UpdateBatch();
+    EXPECT_EQ(scalar("SELECT DESCR FROM VLDCT_TAB WHERE COD = 1"), Value("perché"));
+    EXPECT_TRUE(scalar("SELECT DESCR FROM VLDCT_TAB WHERE COD = 2").isNull());
+}
+
 TEST_P(AdoContract, FindsTheRowsOfAHeaderAtOnceForEachUpdate) {
     REQUIRE_BASE_TABLES()
     run("CREATE TABLE #H (CAUSALE NCHAR(4) COLLATE DATABASE_DEFAULT NOT NULL, PRIMARY KEY (CAUSALE))");
