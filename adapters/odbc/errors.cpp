@@ -42,7 +42,11 @@ void splitMessage(std::string_view message, std::string& source, std::string& te
     if (source.empty()) {
         source = errorSource;
     }
-    text = message.substr(std::min(message.find_first_not_of(' '), message.size()));
+    constexpr std::string_view blanks = " \r\n";
+    const std::size_t first = message.find_first_not_of(blanks);
+    text = first == std::string_view::npos
+               ? std::string_view()
+               : message.substr(first, message.find_last_not_of(blanks) - first + 1);
 }
 
 ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {

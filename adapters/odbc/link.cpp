@@ -96,6 +96,7 @@ void Link::fail(ado::Errors errors) {
     if (state_ != State::Lost &&
         (std::any_of(errors.begin(), errors.end(), isConnectionFailure) || isDead())) {
         state_ = State::Lost;
+        errors.front().SQLState = "08S01"; // whatever the driver calls it
         errors.front().Description = std::string(lostSentence) + " " + errors.front().Description;
     } else if (state_ == State::InTransaction && transactSql_ && transactionIsGone()) {
         state_ = State::Undone;
