@@ -143,11 +143,12 @@ std::string forFreeTds(const ServerSettings& settings, const Place& place) {
 }
 
 std::string compose(const ServerSettings& settings, const ChosenDriver& driver, const Place& place) {
+    const bool freeTds = driver.family == DriverFamily::FreeTds;
     std::string text = bracedEntry("Driver", driver.name);
-    text += driver.family == DriverFamily::FreeTds ? forFreeTds(settings, place) : forVendor(settings, place);
+    text += freeTds ? forFreeTds(settings, place) : forVendor(settings, place);
     const auto add = [&](const char* key, const std::string& value) {
         if (!value.empty()) {
-            text += connectionEntry(key, value);
+            text += connectionEntry(key, value, freeTds ? ClosingBrace::AsIs : ClosingBrace::Doubled);
         }
     };
     add("Database", settings.database);

@@ -104,14 +104,22 @@ std::vector<ConnectionEntry> splitConnectionText(std::string_view text, Quoting 
     return Splitter(text, quoting).entries();
 }
 
-std::string connectionEntry(std::string_view key, std::string_view value) {
+std::string connectionEntry(std::string_view key, std::string_view value, ClosingBrace brace) {
+    const std::string_view special = brace == ClosingBrace::Doubled ? ";{}[]=" : ";{";
     const bool plain =
-        value.find_first_of(";{}[]=") == std::string_view::npos && trimmed(value).size() == value.size();
-    return plain ? std::string(key) + "=" + std::string(value) + ";" : bracedEntry(key, value);
+        value.find_first_of(special) == std::string_view::npos && trimmed(value).size() == value.size();
+    return plain ? std::string(key) + "=" + std::string(value) + ";" : bracedEntry(key, value, brace);
 }
 
-std::string bracedEntry(std::string_view key, std::string_view value) {
-    return std::string(key) + "={" + replaceAll(std::string(value), "}", "}}") + "};";
+std::string bracedEntry(std::string_view key, std::string_view value, ClosingBrace brace) {
+    std::string written(value);
+    if (brace == ClosingBrace::Doubled) {
+        written = replaceAll(std::move(written), "}", "}}");
+    } else if (value.find("};") != std::string_view::npos) {
+        refuseConnectionString("il driver non accetta il valore di '" + std::string(key) +
+                               "', che contiene '}' seguito da ';'.");
+    }
+    return std::string(key) + "={" + written + "};";
 }
 
 void refuseConnectionString(const std::string& sentence) {

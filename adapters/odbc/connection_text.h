@@ -20,10 +20,17 @@ enum class Quoting { Marks, Braces };
 /// is the password.
 std::vector<ConnectionEntry> splitConnectionText(std::string_view text, Quoting quoting);
 
-/// "key=value;" as ODBC reads it, the value in braces where it needs them.
-std::string connectionEntry(std::string_view key, std::string_view value);
+/// How a closing brace within braces is written: doubled, as the interface wants it, or as it is, by drivers
+/// that do not know that.
+enum class ClosingBrace { Doubled, AsIs };
+
+/// "key=value;" as a driver reads it, the value in braces where it needs them.
+/// \throws AdoError 08001 for a value that cannot be written `AsIs`.
+std::string connectionEntry(std::string_view key, std::string_view value,
+                            ClosingBrace brace = ClosingBrace::Doubled);
 /// The same with the value always in braces, as a driver's name is written.
-std::string bracedEntry(std::string_view key, std::string_view value);
+std::string bracedEntry(std::string_view key, std::string_view value,
+                        ClosingBrace brace = ClosingBrace::Doubled);
 
 /// \throws AdoError 08001: the connection string is not valid because of what `sentence` says.
 [[noreturn]] void refuseConnectionString(const std::string& sentence);

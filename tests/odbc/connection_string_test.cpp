@@ -122,6 +122,13 @@ TEST(ConnectionString, ReadsValuesInBracesInTheOdbcForm) {
     EXPECT_THAT(forVendor("Server=srv;UID=u;PWD={ a }"), HasSubstr("PWD={ a };"));
 }
 
+TEST(ConnectionString, WritesBracesAsFreeTdsReadsThem) {
+    EXPECT_THAT(forFreeTds("Server=srv;UID=u;PWD={a;b}}c}"), HasSubstr("PWD={a;b}c};"));
+    EXPECT_THAT(forFreeTds("Server=srv;UID=u;PWD={a}}}"), HasSubstr("PWD=a};"));
+    EXPECT_THAT(refusalOf("Server=srv;UID=u;PWD={segreta}};x}", withFreeTds),
+                HasSubstr("il driver non accetta il valore di 'PWD'"));
+}
+
 TEST(ConnectionString, LetsUserAndPasswordOfTheCallerTakePrecedence) {
     EXPECT_THAT(forVendor("Server=srv;UID=vecchio;PWD=vecchia", "nuovo", "nuova"),
                 HasSubstr("UID=nuovo;PWD=nuova;"));
