@@ -1,5 +1,6 @@
 #include "adapters/qt/lookup_field_view.h"
 
+#include "adapters/qt/colours.h"
 #include "adapters/qt/control_binding.h"
 #include "adapters/qt/field_edit.h"
 #include "adapters/qt/text.h"
@@ -9,26 +10,64 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QPointer>
+#include <QStringList>
+#include <algorithm>
 
 namespace veldran::qt {
 
 namespace {
 
-constexpr int longestText = 32767; ///< what a line edit takes when the field sets no limit
+constexpr int longestText = 32767;  ///< what a line edit takes when the field sets no limit
+constexpr int usualLength = 14;     ///< characters in sight where the field sets no limit
+constexpr int leastLength = 8;      ///< characters in sight of the shortest codes
+constexpr int padding = 16;         ///< pixels beside the characters
+constexpr int groundOfUnknown = 18; ///< per cent of the colour below the text of an unknown code
+constexpr int lineOfUnknown = 2;    ///< pixels of the line below it, for those who do not see colours
+const QColor colourOfUnknown(0xc6, 0x28, 0x28);
 
-}
+const QString unknownCode = QStringLiteral("Il codice non esiste, o qui non è ammesso.");
+
+} // namespace
 
 class LookupFieldView::CodeEdit : public FieldEdit {
 public:
     CodeEdit(controls::LookupField& control, QWidget* parent) : FieldEdit(parent), control_(control) {}
 
     QSize sizeHint() const override {
-        const int digits = fontMetrics().horizontalAdvance(QStringLiteral("00/00/00/00/00")) + 16;
-        return {digits, QLineEdit::sizeHint().height()};
+        const int limit = control_.TypingLimit();
+        const int length = limit > 0 ? std::max(limit, leastLength) : usualLength;
+        const int digits = fontMetrics().horizontalAdvance(QString(length, QLatin1Char('0')));
+        return {digits + padding, QLineEdit::sizeHint().height()};
+    }
+
+    /// The code is marked as one that was not found, or no longer is.
+    void showUnknown(bool unknown) {
+        QPalette colours; // those that the field would have by itself
+        if (unknown) {
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                const QColor base = colours.color(group, QPalette::Base);
+                colours.setColor(group, QPalette::Base, blended(colourOfUnknown, base, groundOfUnknown));
+            }
+        }
+        if (unknown || unknown_) {
+            setPalette(colours);
+        }
+        unknown_ = unknown;
+        setAccessibleDescription(unknown ? unknownCode : QString());
     }
 
 protected:
+    void paintEvent(QPaintEvent* event) override {
+        FieldEdit::paintEvent(event);
+        if (unknown_ && isEnabled()) {
+            const QRect line =
+                rect().adjusted(lineOfUnknown, height() - 2 * lineOfUnknown, -lineOfUnknown, -lineOfUnknown);
+            QPainter(this).fillRect(line, colourOfUnknown);
+        }
+    }
+
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier) {
             control_.LookupFromView();
@@ -67,6 +106,7 @@ private:
     }
 
     controls::LookupField& control_;
+    bool unknown_ = false;
 };
 
 LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent)
@@ -80,7 +120,7 @@ LookupFieldView::LookupFieldView(controls::LookupField& control, QWidget* parent
     row->addWidget(edit_, 1);
     row->addWidget(button_);
     button_->setFixedHeight(edit_->sizeHint().height());
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 
     new ControlBinding(control, *this, edit_, [this] { showField(); });
     completed_ = control_.Completed.subscribe([this] { edit_->moveOn(); });
@@ -106,18 +146,30 @@ void LookupFieldView::setEnterMovesOn(bool movesOn) {
 
 void LookupFieldView::showTips() {
     QString ofList = QStringLiteral("Scegli da un elenco (F4)");
-    QString ofField;
+    QStringList ofField;
+    if (control_.IsUnknownItem()) {
+        ofField << unknownCode;
+    }
     if (control_.ManagementEnabled()) {
         const QString management = QStringLiteral("Gestione: tasto destro o Maiusc+F4");
         ofList += QLatin1Char('\n') + management;
-        ofField = toQt(control_.ToolTipText());
-        ofField += (ofField.isEmpty() ? QString() : QStringLiteral("\n")) + management;
+        ofField << management;
+    }
+    if (!ofField.isEmpty() && !control_.ToolTipText().empty()) {
+        ofField.prepend(toQt(control_.ToolTipText()));
     }
     button_->setToolTip(ofList);
-    edit_->setToolTip(ofField); // without one of its own it shows that of the field
+    edit_->setToolTip(ofField.join(QLatin1Char('\n'))); // without one of its own it shows that of the field
 }
 
 void LookupFieldView::showField() {
+    showText();
+    edit_->showUnknown(control_.IsUnknownItem());
+    button_->setEnabled(control_.LookupEnabled());
+    showTips();
+}
+
+void LookupFieldView::showText() {
     const auto& structure = control_.CodeStructure();
     std::string text = control_.Text();
     if (control_.IsValidItem()) {
@@ -126,15 +178,14 @@ void LookupFieldView::showField() {
             text = std::move(display);
         }
     }
-    const int limit = control_.MaxLength() > 0 ? control_.MaxLength() : longestText;
+    const int limit = control_.TypingLimit() > 0 ? control_.TypingLimit() : longestText;
     if (edit_->maxLength() != limit) { // setting it, even to the same length, would move the cursor
         edit_->setMaxLength(limit);
+        edit_->updateGeometry();
     }
     if (edit_->text() != toQt(text)) {
         edit_->setText(toQt(text));
     }
-    button_->setVisible(control_.LookupEnabled());
-    showTips();
 }
 
 } // namespace veldran::qt

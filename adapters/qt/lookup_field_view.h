@@ -12,9 +12,10 @@ class LookupField;
 
 namespace veldran::qt {
 
-/// A code field with the button that opens its list. Shows a decoded code in its display form; F4 opens the
-/// list, Shift+F4 or the context menu the maintenance of the code; leaving the field decodes what was typed,
-/// and so does Enter when the form does not answer it. A field that completes moves the focus on.
+/// A code field with the button that opens its list. Shows a decoded code in its display form, and marks one
+/// that was not found; F4 opens the list, Shift+F4 or the context menu the maintenance of the code; leaving
+/// the field decodes what was typed, and so does Enter when the form does not answer it. A field that
+/// completes moves the focus on.
 class LookupFieldView : public QWidget {
 public:
     explicit LookupFieldView(controls::LookupField& control, QWidget* parent = nullptr);
@@ -29,6 +30,7 @@ public:
 private:
     class CodeEdit;
     void showField();
+    void showText();
     void showTips();
 
     controls::LookupField& control_;

@@ -1,5 +1,7 @@
 #include "adapters/qt/row_delegate.h"
 
+#include "adapters/qt/colours.h"
+
 #include <algorithm>
 
 namespace veldran::qt {
@@ -7,12 +9,6 @@ namespace veldran::qt {
 namespace {
 
 constexpr int rowPadding = 6; ///< pixels added to the height of a line of text
-
-QColor blended(const QColor& over, const QColor& under, int percent) {
-    const auto mix = [percent](int a, int b) { return (a * percent + b * (100 - percent)) / 100; };
-    return QColor(mix(over.red(), under.red()), mix(over.green(), under.green()),
-                  mix(over.blue(), under.blue()));
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "platform/text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <utility>
 
@@ -61,6 +62,11 @@ services::LookupRequest LookupField::newRequest() const {
 void LookupField::forgetItem() {
     description_.clear();
     valid_ = false;
+    unknown_ = false;
+}
+
+int LookupField::TypingLimit() const {
+    return maxLength_ <= 0 ? 0 : std::max(maxLength_, structure_.displayLength());
 }
 
 void LookupField::SetText(std::string text) {
@@ -111,7 +117,7 @@ void LookupField::SetCodeStructure(services::CodeStructure structure) {
 }
 
 bool LookupField::type(std::string text) {
-    text = limited(upperCase_ ? withRaisedCase(text) : std::move(text), maxLength_);
+    text = limited(upperCase_ ? withRaisedCase(text) : std::move(text), TypingLimit());
     if (text == text_) {
         return true;
     }
@@ -191,10 +197,10 @@ bool LookupField::describe(bool entered) {
     }
     if (service_ != nullptr) {
         try {
-            if (auto description = service_->Decode(request)) {
-                description_ = std::move(*description);
-                valid_ = true;
-            }
+            auto description = service_->Decode(request);
+            valid_ = description.has_value();
+            unknown_ = !valid_;
+            description_ = std::move(description).value_or(std::string());
         } catch (...) {
             changed();
             throw;

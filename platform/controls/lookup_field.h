@@ -21,6 +21,8 @@ public:
     const std::string& Description() const { return description_; }
     /// True when the text was decoded and found.
     bool IsValidItem() const { return valid_; }
+    /// True when the text was decoded and not found, or is not allowed here.
+    bool IsUnknownItem() const { return unknown_; }
     /// The user typed something that has not been decoded yet.
     bool HasPendingText() const { return typed_; }
     /// Shows a code in the name of the record it belongs to, with its description when `described`:
@@ -29,6 +31,8 @@ public:
     /// description.
     void ShowCode(std::string code, bool described);
     int MaxLength() const { return maxLength_; }
+    /// Characters that the field takes: MaxLength, or what the display form of a code needs; 0 is no limit.
+    int TypingLimit() const;
     void SetMaxLength(int characters);
     bool LookupEnabled() const { return lookupEnabled_; }
     void SetLookupEnabled(bool enabled);
@@ -93,6 +97,7 @@ private:
     std::string text_;
     std::string description_;
     bool valid_ = false;
+    bool unknown_ = false;
     bool typed_ = false; ///< by the user since the last decode
     bool lookupEnabled_ = true;
     bool managementEnabled_ = false;

@@ -2,6 +2,13 @@
 
 namespace veldran::controls {
 
+void Label::StandBehind(const Control* control) {
+    if (control != behind_) {
+        behind_ = control;
+        Changed.raise();
+    }
+}
+
 void Button::ClickFromView() {
     if (CanTakeFocus()) {
         Click.raise();

@@ -11,7 +11,7 @@ public:
 
     /// The view is to place the label right behind `control`, which lives as long as the form; nullptr leaves
     /// it where it was designed.
-    void StandBehind(const Control* control) { behind_ = control; }
+    void StandBehind(const Control* control);
     const Control* StandsBehind() const { return behind_; }
 
 private:

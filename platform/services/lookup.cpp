@@ -57,6 +57,10 @@ std::optional<std::string> fromGroups(const CodeStructure& structure, std::strin
 
 } // namespace
 
+int CodeStructure::displayLength() const {
+    return codeLength + std::max(static_cast<int>(groups.size()) - 1, 0);
+}
+
 std::string CodeStructure::display(std::string_view code) const {
     if (groups.empty() || (filledWithZeros && code.size() < static_cast<std::size_t>(codeLength))) {
         return std::string(code);

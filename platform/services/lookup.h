@@ -32,6 +32,8 @@ struct CodeStructure {
     /// group filled on its left and a run of digits is filled on its right. Where they are not, a display
     /// form loses its separators.
     std::string codeOf(std::string_view typed) const;
+    /// No display form of a code of full length has more characters; 0 where codes have no structure.
+    int displayLength() const;
 };
 
 /// Writes the codes of one chart as users read them.

@@ -38,6 +38,12 @@ TEST(CodeStructure, ShowsAsItStandsACodeThatIsTooShortOrWithoutStructure) {
     EXPECT_EQ(CodeStructure{}.display("FT"), "FT");
 }
 
+TEST(CodeStructure, KnowsHowLongItsDisplayFormsAre) {
+    EXPECT_EQ(structureOf(4).displayLength(), 13);
+    EXPECT_EQ(structureOf(5).displayLength(), 14);
+    EXPECT_EQ(CodeStructure{}.displayLength(), 0);
+}
+
 struct Typed {
     int levels;
     const char* typed;

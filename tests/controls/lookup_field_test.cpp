@@ -93,8 +93,32 @@ TEST_F(Lookup, KeepsAnUnknownCodeAndSaysItIsNotValid) {
     field.LeaveFromView();
     EXPECT_EQ(field.Text(), "9900000000");
     EXPECT_FALSE(field.IsValidItem());
+    EXPECT_TRUE(field.IsUnknownItem());
     EXPECT_EQ(field.Description(), "");
     EXPECT_EQ(afterItems, 1);
+}
+
+TEST_F(Lookup, CallsACodeUnknownOnlyAfterItWasLookedUp) {
+    field.SetText("9900000000");
+    EXPECT_FALSE(field.IsUnknownItem()) << "nobody has looked";
+    field.ShowCode("9800000000", false);
+    EXPECT_FALSE(field.IsUnknownItem());
+    field.ShowCode("9800000000", true);
+    EXPECT_TRUE(field.IsUnknownItem());
+    field.TypeFromView("98");
+    EXPECT_FALSE(field.IsUnknownItem()) << "it is being typed";
+    field.LeaveFromView();
+    EXPECT_TRUE(field.IsUnknownItem());
+    field.TypeFromView("");
+    field.LeaveFromView();
+    EXPECT_FALSE(field.IsUnknownItem());
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_FALSE(field.IsUnknownItem());
+    field.SetLookupService(nullptr);
+    field.TypeFromView("98");
+    field.LeaveFromView();
+    EXPECT_FALSE(field.IsUnknownItem()) << "there is nobody to ask";
 }
 
 TEST_F(Lookup, DoesNotAskForAnEmptyCode) {
@@ -195,7 +219,18 @@ TEST_F(Lookup, FindsNothingWithoutAService) {
     EXPECT_EQ(afterItems, 1);
 }
 
+TEST_F(Lookup, TakesTheWholeDisplayFormOfACode) {
+    EXPECT_EQ(field.TypingLimit(), 0);
+    field.SetMaxLength(10);
+    EXPECT_EQ(field.TypingLimit(), 13);
+    field.TypeFromView("01/02/03/00059");
+    EXPECT_EQ(field.Text(), "01/02/03/0005");
+    field.LeaveFromView();
+    EXPECT_TRUE(field.IsValidItem());
+}
+
 TEST_F(Lookup, CutsTypedTextAtItsLengthInCharacters) {
+    field.SetCodeStructure({});
     field.SetMaxLength(4);
     field.TypeFromView("perché");
     EXPECT_EQ(field.Text(), "perc");
@@ -401,11 +436,16 @@ TEST(LabelPlace, IsBehindTheControlItWasToldOfUntilItIsToldOtherwise) {
     SampleForm form;
     Label description{form, "TXT_DESCRCONTO"};
     LookupField field{form, "TXT_CONTO"};
+    int told = 0;
+    const auto kept = description.Changed.subscribe([&] { ++told; });
     EXPECT_EQ(description.StandsBehind(), nullptr);
     description.StandBehind(&field);
     EXPECT_EQ(description.StandsBehind(), &field);
+    description.StandBehind(&field);
+    EXPECT_EQ(told, 1) << "its view hears of it";
     description.StandBehind(nullptr);
     EXPECT_EQ(description.StandsBehind(), nullptr);
+    EXPECT_EQ(told, 2);
 }
 
 TEST(LookupFieldLife, MayEndWhileTheListIsOpen) {

@@ -50,6 +50,54 @@ TEST_F(CodeField, ShowsAnUnknownCodeAsItStands) {
     EXPECT_EQ(shown(), "9900000000");
 }
 
+TEST_F(CodeField, MarksAnUnknownCodeUntilItIsMended) {
+    const QColor ground = view->edit().palette().color(QPalette::Base);
+    const auto isMarked = [&] { return view->edit().palette().color(QPalette::Base) != ground; };
+    const QString says = QStringLiteral("Il codice non esiste, o qui non è ammesso.");
+    form.code.SetToolTipText("Codice del conto");
+    type("99");
+    EXPECT_FALSE(isMarked()) << "it is still being typed";
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(isMarked());
+    EXPECT_EQ(view->edit().toolTip(), QStringLiteral("Codice del conto\n") + says);
+    EXPECT_EQ(view->edit().accessibleDescription(), says);
+    const QImage marked = view->edit().grab().toImage();
+    EXPECT_EQ(marked.pixelColor(marked.width() / 2, marked.height() - 3), QColor(0xc6, 0x28, 0x28))
+        << "a line tells it without the ground";
+    view->edit().setFocus();
+    view->edit().selectAll();
+    type("0102030005");
+    EXPECT_FALSE(isMarked());
+    key(Qt::Key_Tab);
+    EXPECT_FALSE(isMarked());
+    EXPECT_EQ(view->edit().toolTip(), QString()) << "the whole field has one";
+    EXPECT_EQ(view->edit().accessibleDescription(), QString());
+}
+
+TEST_F(CodeField, MarksNoCodeThatNobodyHasLookedUp) {
+    const QColor ground = view->edit().palette().color(QPalette::Base);
+    form.code.SetText("9900000000");
+    EXPECT_EQ(view->edit().palette().color(QPalette::Base), ground);
+}
+
+TEST_F(CodeField, ShowsTheWholeDisplayFormOfItsLongestCode) {
+    form.code.SetMaxLength(10);
+    type("0102030005");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(shown(), "01/02/03/0005") << "though a code itself has ten characters";
+    const int room = view->edit().width() - 12;
+    EXPECT_LE(view->edit().fontMetrics().horizontalAdvance(view->edit().text()), room);
+}
+
+TEST_F(CodeField, IsAsWideAsItsCodes) {
+    const int usual = view->edit().sizeHint().width();
+    form.code.SetMaxLength(10);
+    form.code.SetCodeStructure({24, {{0, 12}, {12, 12}}});
+    EXPECT_GT(view->edit().sizeHint().width(), usual);
+    form.code.SetCodeStructure({});
+    EXPECT_LT(view->edit().sizeHint().width(), usual);
+}
+
 TEST_F(CodeField, ShowsDigitsThatTheDisplayFormLeavesOut) {
     form.code.SetCodeStructure({10, {{0, 2}, {5, 5}}});
     form.lookup.texts["0112300001"] = "Cassa";
@@ -80,7 +128,8 @@ TEST_F(CodeField, OpensItsListByF4AndByItsButton) {
 
 TEST_F(CodeField, HasNoListWhileItsLookupIsDisabled) {
     form.code.SetLookupEnabled(false);
-    EXPECT_TRUE(view->button().isHidden());
+    EXPECT_FALSE(view->button().isHidden()) << "the field keeps its shape";
+    EXPECT_FALSE(view->button().isEnabled());
     key(Qt::Key_F4);
     EXPECT_TRUE(form.lookup.listed.empty());
 }
@@ -237,6 +286,7 @@ TEST_F(ManagedCode, TellsItsKeysInItsToolTips) {
 TEST_F(CodeField, FollowsItsControl) {
     form.code.SetText("abcÀ");
     EXPECT_EQ(shown(), "abcÀ") << "upper and lower case as they are";
+    form.code.SetCodeStructure({});
     form.code.SetMaxLength(6);
     form.code.SetText("");
     type("12345678");
