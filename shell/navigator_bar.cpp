@@ -1,6 +1,8 @@
 #include "shell/navigator_bar.h"
 
+#include "adapters/qt/navigator_icons.h"
 #include "adapters/qt/text.h"
+#include "platform/controls/frame_navigator.h"
 #include "shell/toolbar_icons.h"
 
 #include <QAction>
@@ -15,27 +17,34 @@ using qt::toQt;
 
 namespace {
 
+namespace keys = controls::navigatorKeys;
+
 struct ButtonDesign {
     NavigatorButton index;
-    ToolbarIcon icon;
+    QIcon icon;
     const char* text;
     const char* toolTip;
     bool startsGroup;
 };
 
-constexpr std::array<ButtonDesign, 11> design{{
-    {buttonFirst, ToolbarIcon::First, "Primo", "Primo record", true},
-    {buttonPrevious, ToolbarIcon::Previous, "Precedente", "Record precedente", false},
-    {buttonNext, ToolbarIcon::Next, "Successivo", "Record successivo", false},
-    {buttonLast, ToolbarIcon::Last, "Ultimo", "Ultimo record", false},
-    {buttonNew, ToolbarIcon::New, "Nuovo", "Nuovo record", true},
-    {buttonConfirm, ToolbarIcon::Confirm, "Conferma", "Conferma le modifiche", false},
-    {buttonUndo, ToolbarIcon::Undo, "Annulla", "Annulla le modifiche", false},
-    {buttonDelete, ToolbarIcon::Delete, "Elimina", "Elimina il record", false},
-    {buttonExport, ToolbarIcon::Export, "Esporta", "Esporta verso il foglio di calcolo", true},
-    {buttonPrintCard, ToolbarIcon::PrintCard, "Stampa scheda", "Stampa la scheda", false},
-    {buttonCloseScreen, ToolbarIcon::CloseScreen, "Chiudi", "Chiudi la maschera (Ctrl+F4)", true},
-}};
+std::array<ButtonDesign, 11> design() {
+    using qt::navigatorIcon;
+    return {{
+        {buttonFirst, navigatorIcon(keys::primo), "Primo", "Primo record", true},
+        {buttonPrevious, navigatorIcon(keys::precedente), "Precedente", "Record precedente", false},
+        {buttonNext, navigatorIcon(keys::successivo), "Successivo", "Record successivo", false},
+        {buttonLast, navigatorIcon(keys::ultimo), "Ultimo", "Ultimo record", false},
+        {buttonNew, navigatorIcon(keys::nuovo), "Nuovo", "Nuovo record", true},
+        {buttonConfirm, navigatorIcon(keys::conferma), "Conferma", "Conferma le modifiche", false},
+        {buttonUndo, navigatorIcon(keys::annulla), "Annulla", "Annulla le modifiche", false},
+        {buttonDelete, navigatorIcon(keys::elimina), "Elimina", "Elimina il record", false},
+        {buttonExport, toolbarIcon(ToolbarIcon::Export), "Esporta", "Esporta verso il foglio di calcolo",
+         true},
+        {buttonPrintCard, toolbarIcon(ToolbarIcon::PrintCard), "Stampa scheda", "Stampa la scheda", false},
+        {buttonCloseScreen, toolbarIcon(ToolbarIcon::CloseScreen), "Chiudi", "Chiudi la maschera (Ctrl+F4)",
+         true},
+    }};
+}
 
 } // namespace
 
@@ -55,11 +64,11 @@ NavigatorBar::NavigatorBar(QWidget* parent)
             onCompanyChosen(index);
         }
     });
-    for (const ButtonDesign& one : design) {
+    for (const ButtonDesign& one : design()) {
         if (one.startsGroup) {
             addSeparator();
         }
-        QAction* action = addAction(toolbarIcon(one.icon), toQt(one.text));
+        QAction* action = addAction(one.icon, toQt(one.text));
         action->setToolTip(toQt(one.toolTip));
         action->setObjectName(QStringLiteral("pulsante%1").arg(one.index));
         actions_[one.index] = action;

@@ -4,22 +4,15 @@
 
 namespace veldran::shell {
 
+/// The host's own pictures; those of the record buttons are the navigators' (adapters/qt/navigator_icons.h).
 enum class ToolbarIcon {
-    First,
-    Previous,
-    Next,
-    Last,
-    New,
-    Confirm,
-    Undo,
-    Delete,
     Export,
     PrintCard,
     CloseScreen,
     Application ///< the host itself: accounts hanging from a ledger
 };
 
-/// A drawn icon of the navigator's buttons, sharp at every size and in both enabled states.
+/// Sharp at every size, and paled while disabled.
 QIcon toolbarIcon(ToolbarIcon icon);
 
 } // namespace veldran::shell

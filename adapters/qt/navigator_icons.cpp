@@ -1,6 +1,7 @@
 #include "adapters/qt/navigator_icons.h"
 
 #include "adapters/qt/drawn_icon.h"
+#include "adapters/qt/icon_shapes.h"
 #include "platform/controls/frame_navigator.h"
 
 #include <QPainter>
@@ -12,10 +13,7 @@ namespace veldran::qt {
 
 namespace {
 
-const QColor outline(0x37, 0x47, 0x4f);
-const QColor moves(0x1e, 0x6f, 0xb8);
-const QColor keeps(0x2e, 0x7d, 0x32);
-const QColor removes(0xc6, 0x28, 0x28);
+using namespace iconColours;
 
 void arrow(QPainter& painter, double tip, double base) {
     QPainterPath shape({tip, 8});
@@ -27,11 +25,6 @@ void arrow(QPainter& painter, double tip, double base) {
 
 void stop(QPainter& painter, double left) {
     painter.fillRect(QRectF(left, 3, 2, 10), moves);
-}
-
-void line(QPainter& painter, const QColor& colour, std::initializer_list<QPointF> points) {
-    painter.setPen(QPen(colour, 2.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolyline(std::data(points), static_cast<int>(points.size()));
 }
 
 void first(QPainter& painter) {
@@ -53,20 +46,17 @@ void last(QPainter& painter) {
 }
 
 void newSheet(QPainter& painter) {
-    painter.setPen(QPen(outline, 1));
-    painter.setBrush(Qt::white);
-    painter.drawPolygon(QPolygonF{{2.5, 1.5}, {11.5, 1.5}, {11.5, 14.5}, {2.5, 14.5}});
-    line(painter, keeps, {{11.5, 8}, {11.5, 15}});
-    line(painter, keeps, {{8, 11.5}, {15, 11.5}});
+    drawSheet(painter);
+    drawStroke(painter, keeps, {{11.5, 8}, {11.5, 15}});
+    drawStroke(painter, keeps, {{8, 11.5}, {15, 11.5}});
 }
 
 void tick(QPainter& painter) {
-    line(painter, keeps, {{2.5, 8.5}, {6.5, 12.5}, {13.5, 3.5}});
+    drawStroke(painter, keeps, {{2.5, 8.5}, {6.5, 12.5}, {13.5, 3.5}});
 }
 
 void turnBack(QPainter& painter) {
-    painter.setBrush(Qt::NoBrush);
-    line(painter, moves, {{6.5, 3.5}, {3.5, 6.5}, {6.5, 9.5}});
+    drawStroke(painter, moves, {{6.5, 3.5}, {3.5, 6.5}, {6.5, 9.5}});
     QPainterPath bow({3.5, 6.5});
     bow.lineTo(9.5, 6.5);
     bow.cubicTo(14.5, 6.5, 14.5, 13, 9.5, 13);
@@ -75,8 +65,8 @@ void turnBack(QPainter& painter) {
 }
 
 void cross(QPainter& painter) {
-    line(painter, removes, {{3.5, 3.5}, {12.5, 12.5}});
-    line(painter, removes, {{12.5, 3.5}, {3.5, 12.5}});
+    drawStroke(painter, removes, {{3.5, 3.5}, {12.5, 12.5}});
+    drawStroke(painter, removes, {{12.5, 3.5}, {3.5, 12.5}});
 }
 
 struct Picture {
