@@ -106,18 +106,19 @@ void FrameNavigatorView::addButton(const std::string& key) {
 }
 
 FrameNavigatorView::BarButton* FrameNavigatorView::nearestEnabled(std::size_t index) const {
-    const auto enabledAt = [this](std::size_t at) {
-        return at < buttons_.size() && control_.Button(buttons_[at]->key()).enabled;
-    };
+    BarButton* deleting = nullptr;
     for (std::size_t distance = 0; distance < buttons_.size(); ++distance) {
-        if (enabledAt(index + distance)) {
-            return buttons_[index + distance];
-        }
-        if (distance <= index && enabledAt(index - distance)) {
-            return buttons_[index - distance];
+        for (const std::size_t at : {index + distance, index - distance}) {
+            if (at >= buttons_.size() || !control_.Button(buttons_[at]->key()).enabled) {
+                continue; // before the first button, an index has become a very large one
+            }
+            if (distance == 0 || buttons_[at]->key() != controls::navigatorKeys::elimina) {
+                return buttons_[at];
+            }
+            deleting = buttons_[at];
         }
     }
-    return nullptr;
+    return deleting;
 }
 
 QWidget& FrameNavigatorView::focusPart() {

@@ -34,6 +34,7 @@ private:
     void addButton(const std::string& key);
     void showState();
     /// The button that can be pressed nearest to that one, which may be itself; nullptr when there is none.
+    /// The one that deletes is the last choice: whoever goes on pressing Enter does not mean it.
     BarButton* nearestEnabled(std::size_t index) const;
     /// Settles which button stands in the tab order, and gives it the focus when the bar has it.
     void chooseEntry();

@@ -1,11 +1,13 @@
 #include "adapters/qt/simple_views.h"
 
 #include "adapters/qt/control_binding.h"
+#include "adapters/qt/field_edit.h"
 #include "adapters/qt/text.h"
 #include "platform/controls/container.h"
 #include "platform/controls/simple_controls.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
@@ -86,6 +88,14 @@ QSize ButtonView::sizeHint() const {
     constexpr int breath = 16; // pixels beside a long caption, which the style draws to the edges
     const QSize size = QPushButton::sizeHint();
     return {std::max(size.width(), fontMetrics().horizontalAdvance(text()) + 2 * breath), size.height()};
+}
+
+void ButtonView::keyPressEvent(QKeyEvent* event) {
+    if (!isEnter(*event)) {
+        QPushButton::keyPressEvent(event);
+    } else if (!event->isAutoRepeat()) {
+        click();
+    }
 }
 
 CaptionView::CaptionView(const controls::Control& control, QWidget& field, QWidget* parent) : QLabel(parent) {

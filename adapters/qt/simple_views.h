@@ -38,11 +38,15 @@ private:
 };
 
 /// A button takes the focus before it clicks, by its mnemonic too, so that the field left behind is decoded.
+/// Enter presses it as the space bar does.
 class ButtonView : public QPushButton {
 public:
     explicit ButtonView(controls::Button& control, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// The caption of a field, shown beside it: there, visible and enabled as the field is.

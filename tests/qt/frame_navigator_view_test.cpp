@@ -126,9 +126,10 @@ TEST_F(Navigator, NeverLeavesTheFocusOnADisabledButton) {
     bar.SetButtonEnabled(keys::conferma, false);
     EXPECT_TRUE(focused(keys::nuovo)) << "the nearest one";
     bar.SetButtonEnabled(keys::nuovo, false);
+    EXPECT_TRUE(focused(keys::primo)) << "rather than the one that deletes";
+    bar.SetButtonEnabled(keys::primo, false);
     EXPECT_TRUE(focused(keys::elimina));
     bar.SetButtonEnabled(keys::elimina, false);
-    bar.SetButtonEnabled(keys::primo, false);
     EXPECT_TRUE(window.elsewhere().hasFocus()) << "there is nothing left to press";
 }
 

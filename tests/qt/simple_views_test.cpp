@@ -49,7 +49,7 @@ TEST_F(Views, OfALabelTellACaptionThatIsCut) {
     EXPECT_EQ(tip(), QStringLiteral("Cassa contanti"));
 }
 
-TEST_F(Views, OfAButtonClickByMouseSpaceAndMnemonic) {
+TEST_F(Views, OfAButtonClickByMouseSpaceEnterAndMnemonic) {
     ButtonView button(form.search, &window);
     show(button);
     int clicks = 0;
@@ -59,9 +59,12 @@ TEST_F(Views, OfAButtonClickByMouseSpaceAndMnemonic) {
     EXPECT_TRUE(form.search.HasFocus());
     QTest::keyClick(&button, Qt::Key_Space);
     EXPECT_EQ(clicks, 2);
+    QTest::keyClick(&button, Qt::Key_Return);
+    QTest::keyClick(&button, Qt::Key_Enter);
+    EXPECT_EQ(clicks, 4);
     QTest::keyClick(&window, Qt::Key_R, Qt::AltModifier);
     QTest::qWait(150); // the button shows itself pressed for a moment
-    EXPECT_EQ(clicks, 3);
+    EXPECT_EQ(clicks, 5);
 }
 
 TEST_F(Views, OfAButtonDoNothingWhileItIsDisabled) {
