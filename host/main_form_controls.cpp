@@ -82,7 +82,7 @@ void ControlliFormPrincipale::disegnaCorrelazioni() {
     INV_TESTATA.SetAccessibleName("Comandi della correlazione");
     GRB_DETTAGLIO.SetCaption("Righe della correlazione");
     GRD_DETTAGLIO.SetAccessibleName("Righe della correlazione");
-    constexpr int larghezzaConto = 1500;
+    constexpr int larghezzaConto = 1750;
     constexpr int larghezzaVoce = 900;
     constexpr int larghezzaDescrizione = 2000;
     constexpr int larghezzaPercentuale = 800;

@@ -100,6 +100,7 @@ void FormWindow::showIn(QMdiArea& area) {
     if (state != controls::windowNormal) {
         setWindowState(qtState(state));
     }
+    repaint(); // its frame at least: the form may ask something while it starts
     activate();
 }
 
@@ -166,6 +167,7 @@ void FormDialog::showUntilUnloaded() {
     }
     view_ = new qt::FormView(*form_, this);
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0); // the view has its own
     layout->addWidget(view_);
     setWindowTitle(toQt(form_->Caption()));
     setModal(true);

@@ -25,7 +25,7 @@ namespace {
 constexpr int groupEdge = 8;
 constexpr int linesOfGrid = 5;  ///< that are always in sight, the header included
 constexpr int leastOfList = 18; ///< letters that the list is never narrower than
-constexpr int usualOfList = 32; ///< letters that it is given at first: the grid needs the width more
+constexpr int usualOfList = 38; ///< letters that it is given at first: the grid needs the width more
 
 void layOutHeading(ControlViews& views, QBoxLayout& column, QWidget* area) {
     if (auto* account = views.place<LabelView, controls::Label>("TXT_CONTOSELEZIONATO", area)) {
@@ -57,9 +57,9 @@ void layOutHeader(ControlViews& views, QBoxLayout& column, QWidget* parent) {
         return;
     }
     QBoxLayout& rows = *columnOf(*group, groupEdge);
-    FieldGrid fields(views, *group);
-    rows.addLayout(fields.layout());
-    fields.addCode(0, "TXT_CAUSALE", "TXT_DESCRCAUSALE");
+    auto* fields = new FieldGrid(views, *group);
+    rows.addLayout(fields);
+    fields->addCode(0, "TXT_CAUSALE", "TXT_DESCRCAUSALE");
     addNavigator(views, "INV_TESTATA", rows, group);
     column.addWidget(group);
 }
@@ -92,12 +92,12 @@ void layOutDetail(ControlViews& views, QBoxLayout& column, QWidget* parent) {
     }
     QBoxLayout& rows = *columnOf(*group, groupEdge);
     layOutRows(views, rows, group);
-    FieldGrid fields(views, *group);
-    rows.addLayout(fields.layout());
-    fields.addField<ComboBoxView, controls::ComboBox>(0, 0, "CBO_SEGNO");
-    fields.addField<NumericFieldView, controls::NumericField>(0, 2, "TXT_PERC");
-    fields.addCode(1, "TXT_CONTO", "TXT_DESCRCONTO");
-    fields.addCode(2, "TXT_VDS", "TXT_DESCRVDS", "LBL_VOCEDISPESA");
+    auto* fields = new FieldGrid(views, *group);
+    rows.addLayout(fields);
+    fields->addField<ComboBoxView, controls::ComboBox>(0, 0, "CBO_SEGNO");
+    fields->addField<NumericFieldView, controls::NumericField>(0, 2, "TXT_PERC");
+    fields->addCode(1, "TXT_CONTO", "TXT_DESCRCONTO");
+    fields->addCode(2, "TXT_VDS", "TXT_DESCRVDS", "LBL_VOCEDISPESA");
     views.place<FocusCatcherView, controls::FocusCatcher>("PIC_FOCUSCATCH", group);
     addNavigator(views, "GNV_DETTAGLIO", rows, group);
     column.addWidget(group, 1);

@@ -48,6 +48,7 @@ DataGridView::DataGridView(controls::DataGrid& control, Rows* rows, QWidget* par
         control_.RowChanged.subscribe([this](std::size_t row) { followRow(static_cast<int>(row)); });
     currentChanged_ = control_.CurrentChanged.subscribe([this] { showCurrent(); });
     new ControlBinding(control_, *this, this, [this] { follow(); });
+    fillRoom(QWIDGETSIZE_MAX);
 }
 
 void DataGridView::showAsNumbers(std::string dataField) {

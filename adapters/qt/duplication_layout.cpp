@@ -22,9 +22,9 @@ QWidget* layOutDuplication(ControlViews& views, QWidget* parent) {
     auto* area = new QWidget(parent);
     QBoxLayout& rows = *columnOf(*area, 0);
     auto* group = views.place<GroupBoxView, controls::GroupBox>("GRB_CAUSALEDESTINAZIONE", area);
-    FieldGrid fields(views, *group);
-    fields.addCode(0, "TXT_CAUSALE", "TXT_DESCRCAUSALE");
-    columnOf(*group, groupEdge)->addLayout(fields.layout());
+    auto* fields = new FieldGrid(views, *group);
+    columnOf(*group, groupEdge)->addLayout(fields);
+    fields->addCode(0, "TXT_CAUSALE", "TXT_DESCRCAUSALE");
     group->setMinimumWidth(group->fontMetrics().averageCharWidth() * lettersOfDescription * 2);
     rows.addWidget(group);
     rows.addStretch(1);

@@ -8,29 +8,27 @@
 #include "platform/controls/simple_controls.h"
 
 #include <QGridLayout>
+#include <map>
 #include <string_view>
+#include <vector>
 
 namespace veldran::qt {
 
-/// A code field, the description of its code right behind it, and a caption before both.
-class FieldGrid {
+/// A code field, the description of its code right behind it, and a caption before both. A description that
+/// the form wants behind another field of the grid goes there.
+class FieldGrid : public QGridLayout {
 public:
-    FieldGrid(ControlViews& views, QWidget& parent) : views_(views), parent_(parent), grid_(new QGridLayout) {
-        grid_->setHorizontalSpacing(layoutGap);
-        grid_->setVerticalSpacing(layoutGap - 2);
-        grid_->setColumnStretch(lastColumn, 1);
+    FieldGrid(ControlViews& views, QWidget& parent) : views_(views), parent_(parent) {
+        setHorizontalSpacing(layoutGap);
+        setVerticalSpacing(layoutGap - 2);
+        setColumnStretch(lastColumn, 1);
     }
-
-    QGridLayout* layout() const { return grid_; }
 
     template<class View, class T>
     void addField(int row, int column, std::string_view name) {
-        auto* control = views_.find<T>(name);
-        if (auto* view = views_.place<View, T>(name, &parent_)) {
-            view->setEnterMovesOn(true);
-            auto* caption = new CaptionView(*control, *views_.viewOf(*control), &parent_);
-            grid_->addWidget(caption, row, column);
-            grid_->addWidget(view, row, column + 1);
+        if (View* view = placeField<View, T>(row, column + 1, name)) {
+            auto* control = views_.find<T>(name);
+            addWidget(new CaptionView(*control, *views_.viewOf(*control), view->parentWidget()), row, column);
         }
     }
 
@@ -39,26 +37,48 @@ public:
                  std::string_view captionName = {}) {
         if (captionName.empty()) {
             addField<LookupFieldView, controls::LookupField>(row, 0, name);
-        } else if (auto* field = views_.place<LookupFieldView, controls::LookupField>(name, &parent_)) {
-            field->setEnterMovesOn(true);
-            grid_->addWidget(field, row, 1);
+        } else if (auto* field = placeField<LookupFieldView, controls::LookupField>(row, 1, name)) {
             if (auto* caption = views_.place<LabelView, controls::Label>(captionName, &parent_)) {
                 caption->standFor(field->edit());
-                grid_->addWidget(caption, row, 0);
+                addWidget(caption, row, 0);
             }
         }
         if (auto* description = views_.place<LabelView, controls::Label>(descriptionName, &parent_)) {
             showAsReadOnlyField(*description);
-            grid_->addWidget(description, row, 2, 1, lastColumn - 1);
+            const auto* label = views_.find<controls::Label>(descriptionName);
+            keepBehind(*label, *description, row);
+            kept_.push_back(label->Changed.subscribe([=, this] { keepBehind(*label, *description, row); }));
         }
     }
 
 private:
     static constexpr int lastColumn = 4;
+    static constexpr int descriptionColumn = 2;
+
+    template<class View, class T>
+    View* placeField(int row, int column, std::string_view name) {
+        View* view = views_.place<View, T>(name, &parent_);
+        if (view != nullptr) {
+            view->setEnterMovesOn(true);
+            addWidget(view, row, column);
+            rowOf_[views_.find<T>(name)] = row;
+        }
+        return view;
+    }
+
+    void keepBehind(const controls::Label& label, QWidget& view, int designedRow) {
+        const auto field = rowOf_.find(label.StandsBehind());
+        const int row = field == rowOf_.end() ? designedRow : field->second;
+        const QLayoutItem* there = itemAtPosition(row, descriptionColumn);
+        if (there == nullptr || there->widget() != &view) {
+            addWidget(&view, row, descriptionColumn, 1, lastColumn - 1); // away from where it was
+        }
+    }
 
     ControlViews& views_;
     QWidget& parent_;
-    QGridLayout* grid_; ///< owned by the layout that it is added to
+    std::map<const controls::Control*, int> rowOf_;
+    std::vector<Subscription> kept_;
 };
 
 } // namespace veldran::qt

@@ -16,9 +16,14 @@ namespace veldran::qt {
 
 namespace {
 
-constexpr QSize designSize(820, 600);   ///< of a window that shows a chart comfortably
+constexpr QSize designSize(180, 45);    ///< letters and lines of a window that shows all columns of its grid
 constexpr QSize smallestSize(460, 300); ///< search row and a few rows of the tree
 constexpr int margin = 10;
+
+QSize pixelsOf(const QSize& lettersAndLines, const QFontMetrics& metrics) {
+    return {lettersAndLines.width() * metrics.averageCharWidth(),
+            lettersAndLines.height() * metrics.lineSpacing()};
+}
 
 } // namespace
 
@@ -43,7 +48,8 @@ FormView::FormView(controls::Form& form, QWidget* parent)
 FormView::~FormView() = default;
 
 QSize FormView::sizeHint() const {
-    return isDialog_ ? content_->sizeHint() : designSize.expandedTo(minimumSizeHint());
+    return isDialog_ ? content_->sizeHint()
+                     : pixelsOf(designSize, fontMetrics()).expandedTo(minimumSizeHint());
 }
 
 QSize FormView::minimumSizeHint() const {

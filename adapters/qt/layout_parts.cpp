@@ -23,8 +23,6 @@ QBoxLayout* newRow() {
 void showAsReadOnlyField(LabelView& label) {
     label.setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     label.setMargin(3);
-    label.setAutoFillBackground(true);
-    label.setBackgroundRole(QPalette::AlternateBase);
     label.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 

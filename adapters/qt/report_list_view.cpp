@@ -16,6 +16,8 @@ namespace veldran::qt {
 
 namespace {
 
+constexpr int widthOfRounding = 2; ///< pixels that columns given in twips may miss of the edge
+
 class ListRows : public RowsSource {
 public:
     explicit ListRows(controls::ListView& list) : list_(list) {}
@@ -52,6 +54,7 @@ private:
 ReportListView::ReportListView(controls::ListView& control, QWidget* parent)
     : RowsTable(std::make_unique<ListRows>(control), parent), control_(control) {
     setShowGrid(false);
+    fillRoom(verticalScrollBar()->sizeHint().width() + widthOfRounding);
     control_.SetHitTester([this](int x, int y) { return hitTest(x, y); });
     control_.SetScreenOrigin([this] {
         const QPoint corner = mapToGlobal(QPoint());

@@ -44,6 +44,9 @@ RowsTable::RowsTable(std::unique_ptr<RowsSource> source, QWidget* parent)
         if (!showing_) {
             const QScopedValueRollback dragging(dragging_, true);
             model_->source().setWidth(column, twipsOf(pixels));
+            if (const int last = model_->columnCount() - 1; column != last) {
+                showColumn(last); // it takes what the other one leaves
+            }
         }
     });
     showColumns();
@@ -70,11 +73,35 @@ void RowsTable::showColumns() {
     const QScopedValueRollback showing(showing_, true);
     verticalHeader()->setDefaultSectionSize(RowDelegate::rowHeight(fontMetrics()));
     for (int column = 0; column < model_->columnCount() && !dragging_; ++column) {
-        const int width =
-            std::max(pixelsOf(model_->source().width(column)), horizontalHeader()->minimumSectionSize());
-        if (columnWidth(column) != width) {
-            setColumnWidth(column, width);
-        }
+        showColumn(column);
+    }
+}
+
+void RowsTable::showColumn(int column) {
+    const QScopedValueRollback showing(showing_, true);
+    int width = pixelsOfColumn(column);
+    if (column == model_->columnCount() - 1) {
+        const int room = viewport()->width() - horizontalHeader()->sectionPosition(column);
+        width = room - width <= filledRoom_ ? std::max(room, width) : width;
+    }
+    if (columnWidth(column) != width) {
+        setColumnWidth(column, width);
+    }
+}
+
+int RowsTable::pixelsOfColumn(int column) const {
+    return std::max(pixelsOf(model_->source().width(column)), horizontalHeader()->minimumSectionSize());
+}
+
+void RowsTable::fillRoom(int pixels) {
+    filledRoom_ = pixels;
+    showColumns();
+}
+
+void RowsTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (model_->columnCount() > 0) {
+        showColumn(model_->columnCount() - 1);
     }
 }
 

@@ -29,6 +29,8 @@ protected:
     void showCurrent();
     /// The user chose that row; nothing happens when there is none.
     void choose(int row);
+    /// The last column is drawn up to the edge of the table while that is no further than so many pixels.
+    void fillRoom(int pixels);
 
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -37,6 +39,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
@@ -46,12 +49,15 @@ protected:
 private:
     double scale() const;
     void showColumns();
+    void showColumn(int column);
+    int pixelsOfColumn(int column) const;
     int rowByKey(const QKeyEvent& event) const;
     int rowsInSight() const;
     bool isCut(const QModelIndex& index) const;
 
     RowsModel* model_;
     QString emptyText_;
+    int filledRoom_ = 0;    ///< pixels
     bool showing_ = false;  ///< what changes now is not the user's doing
     bool dragging_ = false; ///< of a column's edge
 };

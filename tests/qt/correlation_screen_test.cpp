@@ -7,10 +7,13 @@
 
 #include <QAbstractScrollArea>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSplitter>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 
@@ -115,6 +118,44 @@ TEST_F(CorrelationScreen, GivesALargerWindowToTheGridAndNotToTheFields) {
     EXPECT_GT(part<QWidget>("GRD_DETTAGLIO")->height(), grid.height() + 150);
     EXPECT_GT(part<QWidget>("GRD_DETTAGLIO")->width(), grid.width() + 250);
     EXPECT_EQ(part<QWidget>("TXT_CONTO")->size(), field);
+}
+
+TEST_F(CorrelationScreen, ShowsAllColumnsOfItsGridInAWindowOfItsOwnSize) {
+    show(view.sizeHint());
+    const auto* grid = part<QTableView>("GRD_DETTAGLIO");
+    EXPECT_FALSE(grid->horizontalScrollBar()->isVisible());
+    EXPECT_EQ(grid->horizontalHeader()->length(), grid->viewport()->width()) << "and leaves no room over";
+}
+
+TEST_F(CorrelationScreen, PutsADescriptionBehindTheFieldThatItsFormNames) {
+    show();
+    const auto isBehind = [this](const Control& description, const Control& field) {
+        QApplication::processEvents();
+        const QRect text = placeOf(*part<QWidget>(description.Name().c_str()));
+        const QRect before = placeOf(*part<QWidget>(field.Name().c_str()));
+        return text.left() > before.right() && std::abs(text.center().y() - before.center().y()) <= 2;
+    };
+    EXPECT_TRUE(isBehind(form.TXT_DESCRCONTO, form.TXT_CONTO)) << "as designed";
+    form.TXT_DESCRCONTO.StandBehind(&form.TXT_VDS);
+    form.TXT_DESCRVDS.StandBehind(&form.TXT_CONTO);
+    EXPECT_TRUE(isBehind(form.TXT_DESCRCONTO, form.TXT_VDS));
+    EXPECT_TRUE(isBehind(form.TXT_DESCRVDS, form.TXT_CONTO));
+    form.TXT_DESCRCONTO.StandBehind(&form.TXT_CONTO);
+    form.TXT_DESCRVDS.StandBehind(nullptr);
+    EXPECT_TRUE(isBehind(form.TXT_DESCRCONTO, form.TXT_CONTO));
+    EXPECT_TRUE(isBehind(form.TXT_DESCRVDS, form.TXT_VDS));
+}
+
+TEST_F(CorrelationScreen, KeepsTheShapeOfAFieldWhoseListIsNotToBeHad) {
+    show();
+    const auto button = [this](const char* field) { return part<QWidget>(field)->findChild<QToolButton*>(); };
+    form.TXT_CONTO.SetEnabled(false);
+    form.TXT_CONTO.SetLookupEnabled(false);
+    form.TXT_VDS.SetEnabled(false);
+    QApplication::processEvents();
+    EXPECT_TRUE(button("TXT_CONTO")->isVisible());
+    EXPECT_FALSE(button("TXT_CONTO")->isEnabled());
+    EXPECT_EQ(button("TXT_CONTO")->grab().toImage(), button("TXT_VDS")->grab().toImage());
 }
 
 TEST_F(CorrelationScreen, DividesListAndEditorByASplitter) {

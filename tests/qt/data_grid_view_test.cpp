@@ -55,6 +55,22 @@ TEST_F(Grid, ShowsItsRowsThroughTheirFormats) {
     EXPECT_EQ(shown(), 0);
 }
 
+TEST_F(Grid, GivesTheRoomThatIsLeftToItsLastColumn) {
+    show(1);
+    window.resize(900, 300);
+    QApplication::processEvents();
+    const QHeaderView& header = *view->horizontalHeader();
+    const int last = view->model()->columnCount() - 1;
+    EXPECT_EQ(header.length(), view->viewport()->width());
+    EXPECT_GT(view->columnWidth(last), view->pixelsOf(form.grid.Columns()[1].width));
+    dragColumn(*view, 0, 40);
+    EXPECT_EQ(header.length(), view->viewport()->width()) << "what one column takes, the last one gives";
+    window.resize(200, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(view->columnWidth(last), view->pixelsOf(form.grid.Columns()[1].width))
+        << "but no column is cut";
+}
+
 TEST_F(Grid, AlignsNumbersToTheRight) {
     show(1);
     const auto alignment = [this](int column) {

@@ -100,6 +100,19 @@ TEST_F(ReportList, ReportsAWidthThatItsColumnsCanFill) {
     EXPECT_FALSE(view->horizontalScrollBar()->isVisible());
 }
 
+TEST_F(ReportList, LeavesNoStripForAScrollBarThatIsNotThere) {
+    window.resize(700, 300);
+    QApplication::processEvents();
+    list.SetColumnWidth(0, 550);
+    list.SetColumnWidth(1, list.Width() - 550);
+    EXPECT_EQ(view->horizontalHeader()->length(), view->viewport()->width());
+    EXPECT_EQ(list.Columns()[1].width, list.Width() - 550) << "its column is not another one";
+    window.resize(900, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(view->columnWidth(1), view->pixelsOf(list.Columns()[1].width))
+        << "a wider list leaves its columns as they are";
+}
+
 TEST_F(ReportList, GrowsItsColumnsWithItsLetters) {
     const int before = view->columnWidth(1);
     QFont large = view->font();
