@@ -37,6 +37,10 @@ bool ChartUser::isChecked(const std::string& text) const {
     return row(text).data(Qt::CheckStateRole).toInt() == Qt::Checked;
 }
 
+bool ChartUser::isSelected(const std::string& text) const {
+    return tree().currentIndex() == row(text);
+}
+
 bool ChartUser::isMarked(const std::string& text) const {
     return row(text).data(Qt::FontRole).value<QFont>().bold();
 }

@@ -22,6 +22,7 @@ public:
     QModelIndex row(const std::string& text) const;
     bool hasRow(const std::string& text) const;
     bool isChecked(const std::string& text) const;
+    bool isSelected(const std::string& text) const;
     /// Whether the row is drawn as that of an account with correlations.
     bool isMarked(const std::string& text) const;
     /// \param hitFlag the part of the row to be clicked, as the tree's own hit test names it

@@ -59,8 +59,10 @@ void Stage::waitUntil(const std::function<bool()>& holds, const std::string& wha
 }
 
 void Stage::activate() const {
-    window_.activateWindow();
-    waitUntil([&] { return window_.isActiveWindow(); }, "la finestra non diventa quella attiva");
+    QWidget* modal = QApplication::activeModalWidget();
+    QWidget& inFront = modal ? *modal : window_;
+    inFront.activateWindow();
+    waitUntil([&] { return inFront.isActiveWindow(); }, "la finestra non diventa quella attiva");
 }
 
 void Stage::settle() const {
@@ -136,7 +138,7 @@ void Stage::type(const QString& text) {
     for (const QChar c : text) {
         QWidget* modal = QApplication::activeModalWidget();
         QTest::sendKeyEvent(QTest::Click, windowOf(modal ? *modal : window_), Qt::Key_unknown, c,
-                            Qt::NoModifier);
+                            c.isUpper() ? Qt::ShiftModifier : Qt::NoModifier);
     }
     settle();
 }
@@ -149,11 +151,12 @@ void Stage::withDialog(const std::function<void()>& action,
                        const std::function<void(QWidget& dialog)>& inside) {
     std::string failure;
     bool shown = false;
+    QWidget* const below = QApplication::activeModalWidget(); // the dialog that opens another one
     QTimer watch;
     watch.setInterval(pollInterval);
     QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
         QWidget* dialog = QApplication::activeModalWidget();
-        if (!dialog || !dialog->isVisible()) {
+        if (!dialog || dialog == below || !dialog->isVisible()) {
             return;
         }
         watch.stop();
@@ -164,7 +167,8 @@ void Stage::withDialog(const std::function<void()>& action,
         } catch (const TourFailure& error) {
             failure = error.what(); // may not travel through the dialog's own event loop
         }
-        if (QWidget* still = QApplication::activeModalWidget()) {
+        QWidget* still = QApplication::activeModalWidget();
+        if (still && still != below) {
             if (failure.empty()) {
                 failure = "la finestra «" + still->windowTitle().toStdString() + "» è rimasta aperta";
             }

@@ -80,7 +80,8 @@ public:
     /// Lets the window work until `holds`. \throws TourFailure after some seconds
     void waitUntil(const std::function<bool()>& holds, const std::string& what) const;
     void settle() const;
-    /// Makes the window the active one, as a window manager does where there is one.
+    /// Makes the window, or the dialog before it, the active one, as a window manager does where there is
+    /// one.
     void activate() const;
 
     /// Whether something has already gone wrong, so that no step need be waited for; may be empty.

@@ -5,9 +5,9 @@
 #include "shell/drivers.h"
 #include "shell/host.h"
 #include "shell/main_window.h"
-#include "shell/tour/chart_user.h"
+#include "shell/tour/activation_job.h"
+#include "shell/tour/clipboard_job.h"
 #include "shell/tour/correlation_job.h"
-#include "shell/tour/job.h"
 
 #include <QTemporaryDir>
 #include <iostream>
@@ -19,10 +19,11 @@ void work(Stage& stage, MainWindow& window, Host& host) {
     const std::string company = host.current()->code;
     const auto connection = ado::Connection::create(driverFor(host.file().connectionString, company));
     connection->Open(host.file().connectionString);
-    ChartUser chart(stage);
-    TourJob activation(stage, chart, window, host, connection);
+    TourGround ground{stage, StoredData(company, connection)};
+    ActivationJob activation(ground, window, host);
     activation.run();
-    CorrelationJob(stage, chart, company, connection).run();
+    CorrelationJob(ground).run();
+    ClipboardJob(ground).run();
     activation.undo();
 }
 

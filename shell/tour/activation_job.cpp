@@ -1,12 +1,9 @@
-#include "shell/tour/job.h"
+#include "shell/tour/activation_job.h"
 
 #include "adapters/qt/text.h"
 #include "adapters/qt/tree_widget.h"
-#include "platform/ado/connection.h"
-#include "platform/ado/recordset.h"
 #include "shell/host.h"
 #include "shell/main_window.h"
-#include "shell/tour/chart_user.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -35,11 +32,7 @@ constexpr const char* notFound = "Il conto ricercato non è tra quelli correntem
 
 } // namespace
 
-TourJob::TourJob(Stage& stage, ChartUser& chart, MainWindow& window, Host& host,
-                 std::shared_ptr<ado::Connection> connection)
-    : stage_(stage), chart_(chart), window_(window), host_(host), connection_(std::move(connection)) {}
-
-void TourJob::run() {
+void ActivationJob::run() {
     showWindow();
     openByMenu();
     openBranches();
@@ -53,14 +46,7 @@ void TourJob::run() {
     closeAndReopen();
 }
 
-int TourJob::activeAccounts(const std::string& codeStart) {
-    const auto rows = connection_->Execute(
-        "SELECT COUNT(*) FROM CI35_CONTIATTIVI WHERE CI35_DITTA_CG18 = " + host_.current()->code +
-        " AND CI35_CONTO_CG24 LIKE '" + codeStart + "%'");
-    return rows->Fields()[0].Value().toInt32();
-}
-
-void TourJob::showWindow() {
+void ActivationJob::showWindow() {
     stage_.waitUntil([&] { return window_.isVisible(); }, "la finestra non si apre");
     stage_.activate();
     const auto& company = stage_.find<QLabel>(QStringLiteral("statoDitta"));
@@ -70,14 +56,14 @@ void TourJob::showWindow() {
                    "La finestra dell'applicazione: menu, navigatore con la ditta corrente, barra di stato.");
 }
 
-void TourJob::chooseMenuEntry() {
+void ActivationJob::chooseMenuEntry() {
     QMenu& accounting = stage_.openMenu(QStringLiteral("menuContabilita"));
     QMenu* archives = stage_.clickEntry(accounting, QStringLiteral("menuArchivi"));
     stage_.clickEntry(*archives, QStringLiteral("voceAttivazioneConti"));
     stage_.waitUntil([&] { return window_.screens().size() == 1; }, "la maschera non si apre");
 }
 
-void TourJob::openByMenu() {
+void ActivationJob::openByMenu() {
     QMenu& accounting = stage_.openMenu(QStringLiteral("menuContabilita"));
     QMenu* archives = stage_.clickEntry(accounting, QStringLiteral("menuArchivi"));
     stage_.picture("menu", "La voce di menu che apre la maschera.");
@@ -96,7 +82,7 @@ void TourJob::openByMenu() {
     stage_.picture("maschera", "La maschera aperta: le quattro radici del piano dei conti.");
 }
 
-void TourJob::openBranches() {
+void ActivationJob::openBranches() {
     chart_.clickRow(patrimoniali, controls::treeHitButton);
     stage_.waitUntil([&] { return chart_.tree().isExpanded(chart_.row(patrimoniali)); },
                      "la radice non si espande con il mouse");
@@ -123,14 +109,14 @@ void TourJob::openBranches() {
                    "Dalla tastiera: freccia a destra apre un livello, digitando si trova la riga.");
 }
 
-void TourJob::expectFilter(const QString& tab, const std::string& label) {
+void ActivationJob::expectFilter(const QString& tab, const std::string& label) {
     auto& tabs = stage_.find<QTabBar>(QStringLiteral("STR_FILTRI"));
     stage_.require(tabs.tabText(tabs.currentIndex()) == tab, "la scheda scelta non è " + tab.toStdString());
     stage_.require(stage_.find<QLabel>(QStringLiteral("LBL_FILTRO_CORRENTE")).text() == toQt(label),
                    "l'etichetta del filtro non è «" + label + "»");
 }
 
-void TourJob::filter() {
+void ActivationJob::filter() {
     const auto choose = [&](int index) {
         auto& tabs = stage_.find<QTabBar>(QStringLiteral("STR_FILTRI"));
         stage_.click(tabs, tabs.tabRect(index).center());
@@ -151,7 +137,7 @@ void TourJob::filter() {
     expectFilter(QStringLiteral("Tutti"), " Tutti i conti");
 }
 
-void TourJob::searchTypedCode() {
+void ActivationJob::searchTypedCode() {
     chart_.typeIntoSearch(QStringLiteral("68/5/10/1"));
     stage_.press(Qt::Key_Tab);
     stage_.waitUntil(
@@ -167,7 +153,7 @@ void TourJob::searchTypedCode() {
     stage_.picture("ricerca", "Invio apre i rami fino al conto e lo seleziona.");
 }
 
-void TourJob::searchFromList() {
+void ActivationJob::searchFromList() {
     chart_.typeIntoSearch({});
     stage_.press(Qt::Key_Delete);
     stage_.withDialog([&] { stage_.press(Qt::Key_F4); },
@@ -193,21 +179,21 @@ void TourJob::searchFromList() {
     stage_.picture("conto-scelto", "Il conto scelto dall'elenco, ricercato con Invio.");
 }
 
-void TourJob::checkByMouse() {
-    stage_.require(activeAccounts(directorsCode) == 0, "il conto risulta già attivo nel database");
+void ActivationJob::checkByMouse() {
+    stage_.require(stored_.activeAccounts(directorsCode) == 0, "il conto risulta già attivo nel database");
     chart_.clickRow(directors, controls::treeHitStateIcon);
     stage_.waitUntil([&] { return chart_.isChecked(directors); }, "il clic sulla casella non la spunta");
-    stage_.require(activeAccounts(directorsCode) == 1, "la spunta non è arrivata nel database");
+    stage_.require(stored_.activeAccounts(directorsCode) == 1, "la spunta non è arrivata nel database");
     stage_.require(!chart_.isChecked(boards), "il raggruppamento è spuntato benché restino conti non attivi");
     stage_.picture("spunta-mouse", "Un clic sulla casella attiva il conto: la riga è già nel database.");
 }
 
-void TourJob::checkBySpace() {
+void ActivationJob::checkBySpace() {
     chart_.clickRow(boards, controls::treeHitLabel);
     stage_.press(Qt::Key_Space);
     stage_.waitUntil([&] { return chart_.isChecked(boards) && chart_.isChecked(auditors); },
                      "lo spazio non spunta il raggruppamento");
-    stage_.require(activeAccounts(boardsStart) == boardsAccounts,
+    stage_.require(stored_.activeAccounts(boardsStart) == boardsAccounts,
                    "non tutti i conti del raggruppamento sono nel database");
     stage_.require(chart_.isChecked(consulting),
                    "il raggruppamento superiore non è spuntato con tutti i suoi conti");
@@ -216,18 +202,19 @@ void TourJob::checkBySpace() {
         "La barra spaziatrice su un raggruppamento attiva tutti i suoi conti, e spunta chi sta sopra.");
 }
 
-void TourJob::lookForUnknownAccount() {
+void ActivationJob::lookForUnknownAccount() {
     chart_.typeIntoSearch(QStringLiteral("99/99/99/9999"));
     stage_.expectMessage([&] { stage_.press(Qt::Key_Return); }, {"Ricerca conto", notFound},
                          {"conto-sconosciuto", "Un conto che non c'è: il messaggio lo dice."});
 }
 
-void TourJob::expectCatalogueMessage(const std::function<void()>& action, int number, const Shot& shot) {
+void ActivationJob::expectCatalogueMessage(const std::function<void()>& action, int number,
+                                           const Shot& shot) {
     const CatalogueMessage message = host_.catalogue().message(number);
     stage_.expectMessage(action, {message.title, message.text}, shot);
 }
 
-void TourJob::refuseHostCommands() {
+void ActivationJob::refuseHostCommands() {
     const QString before = stage_.find<QComboBox>(QStringLiteral("ditta")).currentText();
     stage_.press(Qt::Key_D, Qt::AltModifier);
     expectCatalogueMessage([&] { stage_.press(Qt::Key_Down); }, 30179,
@@ -240,7 +227,7 @@ void TourJob::refuseHostCommands() {
                            {"stampa-scheda", "La stampa della scheda non è prevista per questa maschera."});
 }
 
-void TourJob::closeAndReopen() {
+void ActivationJob::closeAndReopen() {
     chart_.clickRow(economici, controls::treeHitLabel);
     stage_.press(Qt::Key_F4, Qt::ControlModifier);
     stage_.waitUntil([&] { return window_.screens().empty(); }, "la maschera non si chiude");
@@ -254,12 +241,12 @@ void TourJob::closeAndReopen() {
     stage_.picture("riaperta", "Riaperta, la maschera mostra le attivazioni appena fatte.");
 }
 
-void TourJob::undo() {
+void ActivationJob::undo() {
     chart_.clickRow(boards, controls::treeHitLabel);
     stage_.press(Qt::Key_Space);
     stage_.waitUntil([&] { return !chart_.isChecked(boards) && !chart_.isChecked(consulting); },
                      "lo spazio non toglie la spunta al raggruppamento");
-    stage_.require(activeAccounts(boardsStart) == 0, "restano conti del raggruppamento nel database");
+    stage_.require(stored_.activeAccounts(boardsStart) == 0, "restano conti del raggruppamento nel database");
     stage_.picture("disattivati",
                    "Ancora lo spazio: i conti del raggruppamento sono disattivati, e tutto è come prima.");
 }
