@@ -12,6 +12,7 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
@@ -23,7 +24,8 @@ using qt::toQt;
 namespace {
 
 constexpr QSize openingSize(1120, 760);
-constexpr int workspaceShade = 118; ///< per cent: behind the documents, a little darker than a window
+constexpr QSize roomForFrame(16, 40); ///< that a window manager draws around the window
+constexpr int workspaceShade = 118;   ///< per cent: behind the documents, a little darker than a window
 
 } // namespace
 
@@ -36,7 +38,7 @@ const MenuEntry& MainWindow::accountsEntry() {
 MainWindow::MainWindow(Host& host, std::filesystem::path component)
     : host_(host), component_(std::move(component)), area_(new QMdiArea(this)), bar_(new NavigatorBar(this)) {
     setObjectName(QStringLiteral("finestraPrincipale"));
-    resize(openingSize);
+    resize(openingSize.boundedTo(screen()->availableSize() - roomForFrame));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setBackground(palette().color(QPalette::Window).darker(workspaceShade));

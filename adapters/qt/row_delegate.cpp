@@ -15,8 +15,8 @@ constexpr int rowPadding = 6; ///< pixels added to the height of a line of text
 void RowDelegate::softenSelection(QPalette& palette, bool focused) {
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
         const QColor base = palette.color(group, QPalette::Base);
-        const QColor mark = palette.color(group, focused ? QPalette::Highlight : QPalette::Mid);
-        palette.setColor(group, QPalette::Highlight, blended(mark, base, focused ? 30 : 35));
+        const QColor mark = palette.color(group, focused ? QPalette::Highlight : QPalette::Text);
+        palette.setColor(group, QPalette::Highlight, blended(mark, base, focused ? 30 : 12));
     }
 }
 

@@ -15,6 +15,8 @@
 namespace veldran::shell {
 namespace {
 
+constexpr QSize pictureSize(1120, 760); ///< also where there is no screen of that size
+
 void work(Stage& stage, MainWindow& window, Host& host) {
     const std::string company = host.current()->code;
     const auto connection = ado::Connection::create(driverFor(host.file().connectionString, company));
@@ -48,6 +50,7 @@ int runTour(const Places& places, const Options& options) {
         return 1;
     }
     MainWindow window(host, options.component.value_or(places.program / ComponentLibrary::fileName()));
+    window.resize(pictureSize);
     Stage stage(window, *options.tour);
     stage.hopeless = [&] { return !complaint.empty(); };
     window.show();

@@ -32,6 +32,19 @@ TEST_F(TreePaint, DrawsACorrelatedAccountRedAlsoWhileItIsSelected) {
     EXPECT_TRUE(hasColour(accounts[0], Qt::red));
 }
 
+TEST_F(TreePaint, ShowsTheSelectedRowOnADarkGroundToo) {
+    widget.setPalette(QPalette(QColor(0x30, 0x30, 0x30)));
+    form.tree.SetSelectedItem(first);
+    const auto groundOf = [this](const controls::TreeNode* node) {
+        const QImage image = widget.viewport()->grab(rowOf(node)).toImage();
+        return image.pixelColor(image.width() - 5, image.height() / 2).lightness();
+    };
+    for (const bool focused : {true, false}) {
+        focused ? widget.setFocus() : widget.clearFocus();
+        EXPECT_GE(std::abs(groundOf(first) - groundOf(second)), 20) << "focused: " << focused;
+    }
+}
+
 TEST_F(TreePaint, GivesEveryRowTheSameHeight) {
     form.tree.EnsureVisible(*accounts[0]);
     accounts[1]->SetBold(true);
