@@ -14,23 +14,29 @@ constexpr int errorTransactionUndone = 3998;
 constexpr int errorRollbackWithoutTransaction = 3903;
 constexpr const char* lostSentence = "La connessione con il server è stata interrotta.";
 
-bool isSignInRefusal(const ado::Error& error) {
-    constexpr int loginFailed = 18456;
-    constexpr int databaseNotOpened = 4060;
-    return error.SQLState == "28000" || error.NativeError == loginFailed ||
-           error.NativeError == databaseNotOpened;
+bool hasState(const ado::Error& error, std::initializer_list<std::string_view> classes) {
+    return std::any_of(classes.begin(), classes.end(),
+                       [&](std::string_view begin) { return error.SQLState.starts_with(begin); });
+}
+
+/// A server that answers, and be it by a refusal, says what it refuses; what never reached it is the
+/// network's (08, HYT) or the driver manager's (IM) to tell.
+bool isAnswerOfTheServer(const ado::Error& error) {
+    return !hasState(error, {"08", "HYT", "IM", "01"}) && error.NativeError != 0;
 }
 
 /// What a driver says of a failed sign-in tells little to who is not its developer.
 ado::Errors explained(ado::Errors errors, const ConnectionTarget& target) {
-    const auto refusal = std::find_if(errors.begin(), errors.end(), isSignInRefusal);
+    const auto refusal = std::find_if(errors.begin(), errors.end(), isAnswerOfTheServer);
     const std::string place = target.server.empty() ? std::string() : " " + target.server;
-    std::string sentence = "Il server" + place + " non può essere raggiunto.";
+    std::string sentence = "Il server" + place + " non può essere raggiunto. ";
     if (refusal != errors.end()) {
         std::rotate(errors.begin(), refusal, refusal + 1);
-        sentence = "Il server" + place + " rifiuta l'accesso: controllare utente, password e database.";
+        sentence = "Il server" + place + " rifiuta l'accesso: controllare utente, password e database. ";
+    } else if (hasState(errors.front(), {"IM", "01"})) {
+        sentence = "Il driver ODBC non può essere usato. ";
     }
-    errors.front().Description = sentence + " " + errors.front().Description;
+    errors.front().Description = sentence + errors.front().Description;
     if (!target.password.empty()) {
         for (ado::Error& error : errors) {
             error.Description = replaceAll(std::move(error.Description), target.password, "***");

@@ -130,9 +130,10 @@ PostgresServer::~PostgresServer() {
     std::filesystem::remove_all(directory_, ignored);
 }
 
+// Protocol "-0": what the server undoes, the driver does not paper over with savepoints of its own.
 std::string PostgresServer::connectionString() const {
     return std::string("Driver={") + driverName + "};Servername=127.0.0.1;Port=" + std::to_string(port_) +
-           ";Database=postgres;UID=veldran;BoolsAsChar=0";
+           ";Database=postgres;UID=veldran;BoolsAsChar=0;Protocol=7.4-0";
 }
 
 void PostgresServer::waitUntilItAnswers() const {

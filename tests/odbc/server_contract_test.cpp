@@ -1,42 +1,45 @@
 #include "adapters/odbc/driver.h"
+#include "tests/odbc/server_behaviour.h"
 #include "tests/support/ado_contract.h"
+#include "tests/support/ado_expect.h"
+
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 
 namespace veldran::test {
 namespace {
 
+std::string namedServer() {
+    const char* const text = std::getenv("VELDRAN_TEST_ODBC");
+    return text == nullptr ? "" : text;
+}
+constexpr const char* missing = "VELDRAN_TEST_ODBC names no server";
+constexpr const char* deadServer = "Provider=SQLOLEDB;Data Source=127.0.0.1,1;User ID=x";
+
+bool isSqlServer() {
+    odbc::OdbcDriver driver;
+    const auto result = driver.open(namedServer(), "", "")->execute("SELECT @@VERSION", {}, {});
+    return result.rows->cell(0, 0).toText().starts_with("Microsoft SQL Server");
+}
+
+/// A server that speaks T-SQL without being SQL Server has one number for all errors that it does not map.
+bool means(const ado::Error& error, int number) {
+    constexpr int unmapped = 33557097;
+    return error.Number == number || (error.Number == unmapped && !isSqlServer());
+}
+
 /// The server that VELDRAN_TEST_ODBC names by its connection string.
 class ServerContractDatabase final : public ContractDatabase {
 public:
-    std::string whyMissing() const override {
-        return connectionString_.empty() ? "VELDRAN_TEST_ODBC names no server" : "";
-    }
+    std::string whyMissing() const override { return namedServer().empty() ? missing : ""; }
     std::shared_ptr<ado::Driver> driver() override { return std::make_shared<odbc::OdbcDriver>(); }
-    std::string connectionString() override { return connectionString_; }
-    std::string badConnectionString() override {
-        return "Provider=SQLOLEDB;Data Source=127.0.0.1,1;User ID=x";
-    }
+    std::string connectionString() override { return namedServer(); }
+    std::string badConnectionString() override { return deadServer; }
     /// A server that speaks T-SQL without being SQL Server has one number for the errors that it does not
     /// map.
-    bool isReportOf(const ado::Error& error, int number) const override {
-        constexpr int unmapped = 33557097;
-        return error.Number == number || (error.Number == unmapped && !isSqlServer());
-    }
+    bool isReportOf(const ado::Error& error, int number) const override { return means(error, number); }
     bool tellsParameterSizes() override { return isSqlServer(); }
-
-private:
-    bool isSqlServer() const {
-        odbc::OdbcDriver driver;
-        const auto result = driver.open(connectionString_, "", "")->execute("SELECT @@VERSION", {}, {});
-        return result.rows->cell(0, 0).toText().starts_with("Microsoft SQL Server");
-    }
-    static std::string named() {
-        const char* const text = std::getenv("VELDRAN_TEST_ODBC");
-        return text == nullptr ? "" : text;
-    }
-
-    std::string connectionString_ = named();
 };
 
 std::unique_ptr<ContractDatabase> makeServerDatabase() {
@@ -45,6 +48,64 @@ std::unique_ptr<ContractDatabase> makeServerDatabase() {
 
 INSTANTIATE_TEST_SUITE_P(Server, AdoContract, ::testing::Values(&makeServerDatabase),
                          [](const auto&) { return std::string("database"); });
+
+class ServerBehaviour final : public BehaviourServer {
+public:
+    std::string whyMissing() const override { return ServerContractDatabase().whyMissing(); }
+    std::string connectionString() const override { return namedServer(); }
+    std::string deadConnectionString() const override { return deadServer; }
+    std::string sessionNumber() const override { return "SELECT @@SPID"; }
+    std::string kill(const std::string& number) const override { return "KILL " + number; }
+    std::string longStatement() const override {
+        return "SELECT COUNT(*) FROM sys.all_columns A, sys.all_columns B, sys.all_columns C";
+    }
+    std::string shortLockWait() const override { return "SET LOCK_TIMEOUT 200"; }
+    std::string longText() const override {
+        return "SELECT CAST(REPLICATE(CAST(N'è' AS NVARCHAR(MAX)), 9000) AS NVARCHAR(MAX))";
+    }
+    bool isDeadlock(const ado::Error& error) const override { return means(error, 1205); }
+    bool isLockTimeout(const ado::Error& error) const override { return means(error, 1222); }
+};
+
+std::unique_ptr<BehaviourServer> makeServerBehaviour() {
+    return std::make_unique<ServerBehaviour>();
+}
+
+INSTANTIATE_TEST_SUITE_P(Server, OdbcBehaviour, ::testing::Values(&makeServerBehaviour),
+                         [](const auto&) { return std::string("server"); });
+
+TEST(OdbcServer, TakesNothingMoreIntoATransactionThatItHasUndone) {
+    if (namedServer().empty()) {
+        GTEST_SKIP() << missing;
+    }
+    odbc::OdbcDriver driver;
+    const auto session = driver.open(namedServer(), "", "");
+    const auto run = [&](const char* text) { return session->execute(text, {}, {0, true}); };
+    run("CREATE TABLE #T (A INT NOT NULL PRIMARY KEY)");
+    run("INSERT INTO #T (A) VALUES (1)");
+    run("SET XACT_ABORT ON");
+    session->begin();
+    EXPECT_THROW(run("INSERT INTO #T (A) VALUES (1)"), ado::AdoError);
+    EXPECT_ADO_ERROR(run("INSERT INTO #T (A) VALUES (2)"), 3998);
+    EXPECT_ADO_ERROR(session->commit(), 3998);
+    session->rollback();
+    EXPECT_EQ(run("SELECT COUNT(*) FROM #T").rows->cell(0, 0).toInteger(), 1);
+}
+
+TEST(OdbcServer, RefusesASignInWithAClearText) {
+    if (namedServer().empty()) {
+        GTEST_SKIP() << missing;
+    }
+    try {
+        odbc::OdbcDriver().open(namedServer(), "veldran_nessuno", "segretissima");
+        FAIL() << "a session was opened";
+    } catch (const ado::AdoError& error) {
+        EXPECT_THAT(error.first().Description, testing::HasSubstr("rifiuta l'accesso"));
+        for (const ado::Error& one : error.errors()) {
+            EXPECT_THAT(one.Description, testing::Not(testing::HasSubstr("segretissima")));
+        }
+    }
+}
 
 } // namespace
 } // namespace veldran::test
