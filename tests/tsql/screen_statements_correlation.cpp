@@ -1,0 +1,272 @@
+#include "tests/tsql/screen_statements_by_subject.h"
+
+namespace veldran::tsql::test {
+
+std::vector<ScreenStatement> correlationStatements() {
+    return {
+        {"ConteggioCorrelazioni", sent(R"sql(SELECT
+    COUNT(*)
+FROM
+    CI15_CORRCONTICOGE
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?)sql"),
+         1},
+        {"CreazioneTestata", sent(R"sql(CREATE TABLE #TESTATA
+(
+    CAUSALE NCHAR(4) COLLATE DATABASE_DEFAULT NOT NULL,
+    PRIMARY KEY (CAUSALE)
+))sql"),
+         0},
+        {"CreazioneDettaglio", sent(R"sql(CREATE TABLE #DETTAGLIO
+(
+    CAUSALE NCHAR(4) COLLATE DATABASE_DEFAULT NOT NULL,
+    PROG DECIMAL(3) NOT NULL,
+    SEGNO DECIMAL(2) NOT NULL,
+    PERCENTUALE DECIMAL(5, 2) NULL,
+    PDC DECIMAL(3) NULL,
+    CONTO NCHAR(15) COLLATE DATABASE_DEFAULT NULL,
+    PDCVDS DECIMAL(3) NULL,
+    CONTOVDS NCHAR(15) COLLATE DATABASE_DEFAULT NULL,
+    AVERE NCHAR(15) COLLATE DATABASE_DEFAULT NULL,
+    DARE NCHAR(15) COLLATE DATABASE_DEFAULT NULL,
+    PRIMARY KEY (CAUSALE, PROG)
+))sql"),
+         0},
+        {"SvuotamentoDettaglio", sent(R"sql(DELETE FROM #DETTAGLIO)sql"), 0},
+        {"SvuotamentoTestata", sent(R"sql(DELETE FROM #TESTATA)sql"), 0},
+        {"RiempimentoTestata", sent(R"sql(INSERT INTO #TESTATA
+(
+CAUSALE
+)
+SELECT DISTINCT
+CI15_CODCAUS_CI03
+FROM
+CI15_CORRCONTICOGE
+WHERE
+CI15_DITTA_CG18 = 7
+AND CI15_CODPDC_CG10 = 1
+AND CI15_CONTO_CG24 = ?)sql"),
+         1},
+        {"RiempimentoDettaglio", sent(R"sql(INSERT INTO #DETTAGLIO
+(
+CAUSALE
+, PROG
+, PDC
+, CONTO
+, PDCVDS
+, CONTOVDS
+, SEGNO
+, PERCENTUALE
+, AVERE
+, DARE
+)
+SELECT
+CI15_CODCAUS_CI03
+, CI15_PROG
+, CI15_CODPDC_PC01
+, CI15_CONTO_PC03
+, CI15_CODVDS_PC01
+, CI15_VDS_PC03
+, CI15_INDSEGNO
+, CI15_PERC
+, CASE CI15_INDSEGNO
+WHEN 2 THEN CI15_CONTO_PC03
+ELSE NULL
+END
+, CASE CI15_INDSEGNO
+WHEN 1 THEN CI15_CONTO_PC03
+ELSE NULL
+END
+FROM
+CI15_CORRCONTICOGE
+WHERE
+CI15_DITTA_CG18 = 7
+AND CI15_CODPDC_CG10 = 1
+AND CI15_CONTO_CG24 = ?
+ORDER BY
+CI15_PROG ASC)sql"),
+         1},
+        {"Testata", sent(R"sql(SELECT * FROM #TESTATA)sql"), 0},
+        {"DettaglioVuoto", sent(R"sql(SELECT * FROM #DETTAGLIO WHERE 1 = 0)sql"), 0},
+        {"DettaglioDellaCausale",
+         sent(R"sql(SELECT * FROM #DETTAGLIO WHERE CAUSALE = 'A01 ' ORDER BY PROG ASC)sql"), 0},
+        {"EliminazioneDettaglio", sent(R"sql(DELETE FROM #DETTAGLIO WHERE CAUSALE = 'A01')sql"), 0},
+        {"EliminazionePerSalvataggio", sent(R"sql(DELETE FROM CI15_CORRCONTICOGE
+WHERE
+CI15_DITTA_CG18 = 7
+AND CI15_CODCAUS_CI03 = 'A01'
+AND CI15_CODPDC_CG10 = 1
+AND CI15_CONTO_CG24 = '0102030005')sql"),
+         0},
+        {"InserimentoPerSalvataggio", sent(R"sql(INSERT INTO CI15_CORRCONTICOGE
+(
+    CI15_DITTA_CG18
+    , CI15_CODCAUS_CI03
+    , CI15_CODPDC_CG10
+    , CI15_CONTO_CG24
+    , CI15_PROG
+    , CI15_CODPDC_PC01
+    , CI15_CONTO_PC03
+    , CI15_CODVDS_PC01
+    , CI15_VDS_PC03
+    , CI15_INDSEGNO
+    , CI15_PERC
+)
+SELECT
+    7
+    , T.CAUSALE
+    , 1
+    , '0102030005'
+    , D.PROG
+    , D.PDC
+    , D.CONTO
+    , D.PDCVDS
+    , D.CONTOVDS
+    , D.SEGNO
+    , D.PERCENTUALE
+FROM
+#TESTATA AS T
+INNER JOIN
+#DETTAGLIO AS D
+ON
+T.CAUSALE = D.CAUSALE
+WHERE
+T.CAUSALE = 'A01'
+ORDER BY
+D.PROG ASC)sql"),
+         0},
+        {"Tipologia", sent(R"sql(SELECT
+    CI11_FLGCOLLEG          * POWER(2, 0)
+    + CI11_FLGTRANSIT       * POWER(2, 1)
+    + CI11_FLGCOMPET        * POWER(2, 2)
+    + CI11_FLGCDC           * POWER(2, 3)
+    + CI11_FLGLAVPROG       * POWER(2, 4)
+    + CI11_FLGMAGAZ         * POWER(2, 5)
+    + CI11_FLGMARGLORDI     * POWER(2, 6)
+    + CI11_FLGMARGNETTI     * POWER(2, 7)
+    + CI11_FLGRISULT        * POWER(2, 8)
+    + CI11_FLGALTRITIPI     * POWER(2, 9) AS TIPOLOGIA_CONTO_INDUSTRIALE
+    , CASE
+        WHEN ( 
+            (CI11_FLGCOLLEG = 1)
+            AND (CI11_FLGTRANSIT = 1)
+            AND (CI11_FLGCOMPET = 1)
+            AND (CI11_FLGCDC = 1)
+            AND (CI11_FLGLAVPROG = 1)
+            AND (CI11_FLGMAGAZ = 1)
+            AND (CI11_FLGMARGLORDI = 1)
+            AND (CI11_FLGMARGNETTI = 1)
+            AND (CI11_FLGRISULT = 1)
+            AND (CI11_FLGALTRITIPI = 1)) THEN 1
+        ELSE 0
+    END AS TUTTI
+FROM
+    CI11_CONTROLLOCONTI
+WHERE
+    CI11_CODCAUS_CI03 = ?
+    AND CI11_SEGNO = ?)sql"),
+         2},
+        {"DescrizioneVDS", sent(R"sql(SELECT PC03_DESCR FROM FNPC03_ANAGPDC_COAN(12, '0100', 7, Null) )sql"),
+         0},
+        {"Causali", sent(R"sql(SELECT DISTINCT
+    CI03_CODCAUS
+    , CI03_DESCR
+FROM
+    CI15_CORRCONTICOGE
+     CROSS APPLY FNCI03_CAUSALI(CI15_CODCAUS_CI03, CI15_DITTA_CG18) 
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?)sql"),
+         1},
+        {"EliminazioneConto", sent(R"sql(DELETE FROM CI15_CORRCONTICOGE
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?)sql"),
+         1},
+        {"EliminazioneCausale", sent(R"sql(DELETE FROM CI15_CORRCONTICOGE
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?
+    AND CI15_CODCAUS_CI03 = ?)sql"),
+         2},
+        {"CopiaConto", sent(R"sql(INSERT INTO CI15_CORRCONTICOGE
+(
+    CI15_DITTA_CG18
+    , CI15_CODCAUS_CI03
+    , CI15_CODPDC_CG10
+    , CI15_CONTO_CG24
+    , CI15_PROG
+    , CI15_CODPDC_PC01
+    , CI15_CONTO_PC03
+    , CI15_CODVDS_PC01
+    , CI15_VDS_PC03
+    , CI15_INDSEGNO
+    , CI15_PERC
+)
+SELECT
+    CI15_DITTA_CG18
+    , CI15_CODCAUS_CI03
+    , CI15_CODPDC_CG10
+    , ?
+    , CI15_PROG
+    , CI15_CODPDC_PC01
+    , CI15_CONTO_PC03
+    , CI15_CODVDS_PC01
+    , CI15_VDS_PC03
+    , CI15_INDSEGNO
+    , CI15_PERC
+FROM
+    CI15_CORRCONTICOGE
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?
+ORDER BY
+    CI15_CODCAUS_CI03 ASC
+    , CI15_PROG ASC)sql"),
+         2},
+        {"CopiaCausale", sent(R"sql(INSERT INTO CI15_CORRCONTICOGE
+(
+    CI15_DITTA_CG18
+    , CI15_CODCAUS_CI03
+    , CI15_CODPDC_CG10
+    , CI15_CONTO_CG24
+    , CI15_PROG
+    , CI15_CODPDC_PC01
+    , CI15_CONTO_PC03
+    , CI15_CODVDS_PC01
+    , CI15_VDS_PC03
+    , CI15_INDSEGNO
+    , CI15_PERC
+)
+SELECT
+    CI15_DITTA_CG18
+    , ?
+    , CI15_CODPDC_CG10
+    , CI15_CONTO_CG24
+    , CI15_PROG
+    , CI15_CODPDC_PC01
+    , CI15_CONTO_PC03
+    , CI15_CODVDS_PC01
+    , CI15_VDS_PC03
+    , CI15_INDSEGNO
+    , CI15_PERC
+FROM
+    CI15_CORRCONTICOGE
+WHERE
+    CI15_DITTA_CG18 = 7
+    AND CI15_CODPDC_CG10 = 1
+    AND CI15_CONTO_CG24 = ?
+    AND CI15_CODCAUS_CI03 = ?
+ORDER BY
+    CI15_PROG ASC)sql"),
+         3},
+    };
+}
+
+} // namespace veldran::tsql::test
