@@ -132,9 +132,10 @@ void Form::forget(Control& control) {
 }
 
 FormRedrawLock::FormRedrawLock(Form& form) : form_(form) {
-    if (form_.redrawLocks_++ == 0) {
-        form_.RedrawLocked.raise(true);
+    if (form_.redrawLocks_ == 0) {
+        form_.RedrawLocked.raise(true); // when the view fails there is no lock
     }
+    ++form_.redrawLocks_;
 }
 
 FormRedrawLock::~FormRedrawLock() {

@@ -220,9 +220,10 @@ void TreeView::showAllAppended() {
 }
 
 void TreeView::lockRedraw() {
-    if (++locks_ == 1 && observer_ != nullptr) {
-        observer_->redrawLocked(true);
+    if (locks_ == 0 && observer_ != nullptr) {
+        observer_->redrawLocked(true); // when the view fails there is no lock
     }
+    ++locks_;
 }
 
 void TreeView::unlockRedraw() noexcept {

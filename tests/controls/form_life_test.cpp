@@ -29,6 +29,18 @@ protected:
     bool refuses = false;
 };
 
+TEST_F(FormLife, HoldsNoPaintingBackWhenItsViewCouldNot) {
+    std::vector<bool> locks;
+    {
+        const Subscription broken =
+            form->RedrawLocked.subscribe([](bool) { throw std::runtime_error("broken view"); });
+        EXPECT_THROW(const FormRedrawLock lock(*form), std::runtime_error);
+    }
+    const Subscription view = form->RedrawLocked.subscribe([&](bool locked) { locks.push_back(locked); });
+    { const FormRedrawLock lock(*form); }
+    EXPECT_EQ(locks, (std::vector<bool>{true, false}));
+}
+
 TEST_F(FormLife, LoadsOnceAndActivatesEachTime) {
     form->Activate();
     form->Load();

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace veldran::controls {
 namespace {
 
@@ -52,6 +54,19 @@ protected:
     TreeView tree{form, "TRW_CONTI"};
     Recorder seen{tree};
 };
+
+TEST_F(TreeObserver, ThatFailsToHoldItsPaintingBackLeavesNoLock) {
+    class Broken final : public Recorder {
+    public:
+        using Recorder::Recorder;
+        void redrawLocked(bool) override { throw std::runtime_error("broken view"); }
+    } broken{tree};
+    tree.SetObserver(&broken);
+    EXPECT_THROW(const TreeRedrawLock lock(tree), std::runtime_error);
+    tree.SetObserver(&seen);
+    tree.Add(nullptr, "r");
+    EXPECT_EQ(seen.lines, Lines{"append - 0 1"}) << "shown at once";
+}
 
 TEST_F(TreeObserver, IsToldEachAdditionAtOnceWithoutALock) {
     TreeNode& root = tree.Add(nullptr, "r");
