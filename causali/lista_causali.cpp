@@ -3,9 +3,10 @@
 #include "causali/appunti_causali.h"
 #include "correlation/frame_correlazioni.h"
 #include "platform/ado/recordset.h"
+#include "platform/text.h"
 #include "sql/commands.h"
 
-#include <algorithm>
+#include <functional>
 
 namespace veldran {
 
@@ -17,6 +18,14 @@ std::string chiaveDi(const std::string& causale) {
 
 } // namespace
 
+std::size_t ListaCausali::ChiaveCieca::operator()(const std::string& chiave) const {
+    return std::hash<std::string>()(withFoldedCase(chiave));
+}
+
+bool ListaCausali::ChiaveCieca::operator()(const std::string& una, const std::string& altra) const {
+    return withFoldedCase(una) == withFoldedCase(altra);
+}
+
 void ListaCausali::CaricamentoListaCausali() {
     ambiente_.form.errori.Esegui("CaricamentoListaCausali:", [this] {
         controls::ListView& lista = controlli_.LST_CAUSALI;
@@ -26,13 +35,16 @@ void ListaCausali::CaricamentoListaCausali() {
             lista.SetColumnWidth(1, lista.Width() - larghezzaCodice);
             colonneImpostate_ = true;
         }
+        if (contoElencato_ != ambiente_.conto) {
+            svuota();
+            contoElencato_ = ambiente_.conto;
+        }
         const auto comando =
             sql::textCommand(ambiente_.form.connessione, sql::causaliCorrelate(ambiente_.proprietario()),
                              {sql::contoParameter("@CONTO")});
         comando->Parameters()["@CONTO"].Value(ambiente_.conto);
         const auto record = comando->Execute();
-        lista.Clear();
-        indice_.clear();
+        svuota();
         if (record && !(record->BOF() && record->EndOfFile())) {
             for (record->MoveFirst(); !record->EndOfFile(); record->MoveNext()) {
                 aggiungi(nullSafeText(record->Fields()["CI03_CODCAUS"].Value()),
@@ -40,6 +52,11 @@ void ListaCausali::CaricamentoListaCausali() {
             }
         }
     });
+}
+
+void ListaCausali::svuota() {
+    controlli_.LST_CAUSALI.Clear();
+    indice_.clear();
 }
 
 void ListaCausali::aggiungi(const std::string& causale, const std::string& descrizione) {
@@ -56,8 +73,10 @@ void ListaCausali::Aggiungi(const std::string& causale, const std::string& descr
 }
 
 void ListaCausali::Rimuovi(const std::string& causale) {
-    controlli_.LST_CAUSALI.Remove(chiaveDi(causale));
-    indice_.erase(chiaveDi(causale));
+    if (const Riga riga = RigaDi(causale)) {
+        controlli_.LST_CAUSALI.Remove(riga->Key());
+        indice_.erase(riga->Key());
+    }
     if (appunti_ != nullptr) {
         appunti_->CorrelazioneEliminata();
     }
@@ -76,7 +95,13 @@ void ListaCausali::Seleziona(const std::string& causale) {
 
 bool ListaCausali::ChangeItem(const Riga& riga) {
     return ambiente_.form.errori.Esegui("ChangeItem:", true, [&] {
-        if (!riga || frame_.Testata() == nullptr) {
+        if (!riga) {
+            return true;
+        }
+        if (frame_.Sospesa()) {
+            frame_.RefreshVirtualFrames(); // perhaps it succeeds by now
+        }
+        if (frame_.Testata() == nullptr) {
             return true;
         }
         const auto record = frame_.RecordDiCausale(riga->Tag());

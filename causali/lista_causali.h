@@ -5,6 +5,7 @@
 #include "platform/controls/edit_controls.h"
 #include "platform/controls/list_view.h"
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 
@@ -23,14 +24,20 @@ public:
         controls::ComboBox& CBO_SEGNO;
     };
     using Riga = controls::ListView::Item;
-    using Indice = std::unordered_map<std::string, Riga>;
+    /// Causali are blind to case, as the database is.
+    struct ChiaveCieca {
+        std::size_t operator()(const std::string& chiave) const;
+        bool operator()(const std::string& una, const std::string& altra) const;
+    };
+    using Indice = std::unordered_map<std::string, Riga, ChiaveCieca, ChiaveCieca>;
 
     ListaCausali(AmbienteCorrelazioni& ambiente, Controlli controlli, FrameCorrelazioni& frame)
         : ambiente_(ambiente), controlli_(controlli), frame_(frame) {}
     /// nullptr: the clipboard keys and the menu do nothing.
     void UsaAppunti(AppuntiCausali* appunti) { appunti_ = appunti; }
 
-    /// (Re)loads the list for the current account; selects no row.
+    /// (Re)loads the list for the current account; selects no row. After a failure the list stands as it
+    /// was, unless it was another account's: it is empty then.
     void CaricamentoListaCausali();
     /// Makes a row the current causale by moving the header frame to it.
     /// \return false when the frame refused; the highlight is then back on the causale still shown.
@@ -52,6 +59,7 @@ public:
     void LST_CAUSALI_KeyDown(controls::KeyEvent& tasto);
 
 private:
+    void svuota();
     void aggiungi(const std::string& causale, const std::string& descrizione);
     Riga rigaSotto(const controls::MouseEvent& evento) const;
     void riportaEvidenza();
@@ -61,7 +69,8 @@ private:
     FrameCorrelazioni& frame_;
     AppuntiCausali* appunti_ = nullptr;
     Indice indice_;
-    Riga corrente_; ///< may be a row that a reload has taken from the list
+    Riga corrente_;             ///< may be a row that a reload has taken from the list
+    std::string contoElencato_; ///< the account whose causali are listed
     bool colonneImpostate_ = false;
 };
 

@@ -38,18 +38,19 @@ private:
 bool ArchivioCorrelazioni::PreparazioneTabelleTestataDettaglio() {
     return ambiente_.form.errori.Esegui("PreparazioneTabelleTestataDettaglio:", false, [this] {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
+        righe_ = Righe::Perse;
         if (tabelleCreate_) {
             sql::execute(*ambiente_.form.connessione, sql::svuotamentoDettaglio());
             sql::execute(*ambiente_.form.connessione, sql::svuotamentoTestata());
             riempi(riempimentoTestata_, sql::riempimentoTestata);
-            riempi(riempimentoDettaglio_, sql::riempimentoDettaglio);
-            return true;
+        } else {
+            crea(testata_, sql::creazioneTestata(), sql::svuotamentoTestata());
+            riempi(riempimentoTestata_, sql::riempimentoTestata);
+            crea(dettaglio_, sql::creazioneDettaglio(), sql::svuotamentoDettaglio());
         }
-        crea(testata_, sql::creazioneTestata(), sql::svuotamentoTestata());
-        riempi(riempimentoTestata_, sql::riempimentoTestata);
-        crea(dettaglio_, sql::creazioneDettaglio(), sql::svuotamentoDettaglio());
         riempi(riempimentoDettaglio_, sql::riempimentoDettaglio);
         tabelleCreate_ = true;
+        righe_ = Righe::Archiviate;
         return true;
     });
 }
@@ -57,8 +58,10 @@ bool ArchivioCorrelazioni::PreparazioneTabelleTestataDettaglio() {
 bool ArchivioCorrelazioni::RipresaRigheDettaglio() {
     return ambiente_.form.errori.Esegui("PreparazioneTabelleTestataDettaglio:", false, [this] {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
+        righe_ = Righe::Perse;
         sql::execute(*ambiente_.form.connessione, sql::svuotamentoDettaglio());
         riempi(riempimentoDettaglio_, sql::riempimentoDettaglio);
+        righe_ = Righe::Archiviate;
         return true;
     });
 }
@@ -81,21 +84,24 @@ void ArchivioCorrelazioni::riempi(std::shared_ptr<ado::Command>& comando,
 }
 
 bool ArchivioCorrelazioni::AggiornamentoDatabase(const std::string& causale, std::int64_t righeMostrate) {
-    return ambiente_.form.errori.Esegui("AggiornamentoDatabase:", false, [&] {
+    const bool archiviata = ambiente_.form.errori.Esegui("AggiornamentoDatabase:", false, [&] {
         ado::Connection& connessione = *ambiente_.form.connessione;
         Transazione transazione(connessione);
         sql::execute(connessione,
                      sql::rimozioneCorrelazione(ambiente_.proprietario(), causale, ambiente_.conto));
         const std::int64_t scritte = sql::execute(
             connessione, sql::scritturaCorrelazione(ambiente_.proprietario(), causale, ambiente_.conto));
-        if (scritte >= 0 && scritte != righeMostrate) {
-            // A refill that failed has left the working tables without what the screen shows.
+        if (!RigheIntere() || (scritte >= 0 && scritte != righeMostrate)) {
             throw std::runtime_error("Le righe della correlazione non sono più quelle mostrate: uscire dalle "
                                      "correlazioni e rientrarvi");
         }
         transazione.Conferma();
         return true;
     });
+    if (RigheIntere()) {
+        righe_ = archiviata ? Righe::Archiviate : Righe::DaArchiviare;
+    }
+    return archiviata;
 }
 
 void ArchivioCorrelazioni::CancellazioneCorrelazione(const std::string& causale) {
@@ -107,6 +113,9 @@ void ArchivioCorrelazioni::CancellazioneCorrelazione(const std::string& causale)
 
 void ArchivioCorrelazioni::RimozioneRigheDettaglio(const std::string& causale) {
     sql::execute(*ambiente_.form.connessione, sql::rimozioneRigheDettaglio(causale));
+    if (DaArchiviare()) {
+        righe_ = Righe::Archiviate; // what was not stored went with them
+    }
 }
 
 std::int64_t ArchivioCorrelazioni::ConteggioCorrelazioni(const std::string& conto) {

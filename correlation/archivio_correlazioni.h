@@ -19,6 +19,13 @@ public:
     /// Refills #DETTAGLIO alone with what is stored; every causale keeps its header. \return false after a
     /// failure.
     bool RipresaRigheDettaglio();
+    /// False from a refill that failed until one that did not: #DETTAGLIO lacks rows, or has rows that were
+    /// given up, of whatever causale. Nothing is stored from it meanwhile.
+    bool RigheIntere() const { return righe_ != Righe::Perse; }
+    /// The rows of the current causale were written to #DETTAGLIO; what is stored does not have them yet.
+    void RigheScritte() { righe_ = Righe::DaArchiviare; }
+    /// #DETTAGLIO holds rows that are not stored: the save that wrote them there was refused or has failed.
+    bool DaArchiviare() const { return righe_ == Righe::DaArchiviare; }
     /// Replaces the permanent rows of a causale by those of the working tables, in one transaction.
     /// \param righeMostrate as many rows as the user sees: writing another number of them is a failure
     /// \return false after a failure; the permanent rows are then as they were.
@@ -28,7 +35,7 @@ public:
 
     /// \name For routines that report errors under labels of their own.
     ///@{
-    /// Removes a causale's rows from #DETTAGLIO. \throws ado::AdoError
+    /// Removes the rows of the current causale from #DETTAGLIO. \throws ado::AdoError
     void RimozioneRigheDettaglio(const std::string& causale);
     /// Permanent rows of an account, whatever the causale. \throws ado::AdoError
     std::int64_t ConteggioCorrelazioni(const std::string& conto);
@@ -39,10 +46,12 @@ public:
 
 private:
     enum class Tabella { DaCreare, Creata };
+    enum class Righe { Perse, Archiviate, DaArchiviare };
     void crea(Tabella& stato, const std::string& creazione, const std::string& svuotamento);
     void riempi(std::shared_ptr<ado::Command>& comando, std::string (*testo)(const sql::CorrelationOwner&));
 
     AmbienteCorrelazioni& ambiente_;
+    Righe righe_ = Righe::Perse;
     bool tabelleCreate_ = false;
     Tabella testata_ = Tabella::DaCreare;
     Tabella dettaglio_ = Tabella::DaCreare;

@@ -52,6 +52,12 @@ void ControlliDettaglio::AbilitazioneDettaglio(bool abilita) {
     });
 }
 
+void ControlliDettaglio::ChiediConto(const ado::Bookmark& riga) {
+    if (frame_.Dettaglio()->MoveTo(riga)) {
+        controlli_.TXT_CONTO.SetFocus();
+    }
+}
+
 void ControlliDettaglio::CMD_SU_Click() {
     ambiente_.form.errori.Esegui("CMD_SU_Click", [this] { scambia(-1); });
 }
@@ -105,7 +111,7 @@ void ControlliDettaglio::completa(services::LookupRequest& richiesta) const {
 }
 
 void ControlliDettaglio::TXT_CAUSALE_AfterItem() {
-    ambiente_.form.errori.Esegui("TXT_CAUSALE_AfterItem", [this] {
+    ambiente_.form.errori.Esegui("TXT_CAUSALE_AfterItem:", [this] {
         const frames::VirtualFrame* testata = frame_.Testata();
         if (testata == nullptr || testata->Status() != frames::statusAddingNew) {
             controlli_.GRD_DETTAGLIO.SetFocus();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "correlation/ambiente_correlazioni.h"
+#include "platform/ado/bookmark.h"
 #include "platform/controls/data_grid.h"
 #include "platform/controls/edit_controls.h"
 #include "platform/controls/focus_catcher.h"
@@ -38,6 +39,9 @@ public:
     void CaricamentoCombo();
     /// Enables or disables the detail group; the cost item only where the company manages them.
     void AbilitazioneDettaglio(bool abilita);
+
+    /// Goes to a row that lacks its account, and to the field for it.
+    void ChiediConto(const ado::Bookmark& riga);
 
     void CMD_SU_Click();
     void CMD_GIU_Click();

@@ -40,8 +40,7 @@ void EventiDettaglio::gclsFrameDettaglio_BeforeUpdate(bool& annulla) {
 void EventiDettaglio::gclsFrameDettaglio_ChangeStatus(std::int16_t nuovo) {
     ambiente_.form.errori.Esegui("gclsFrameDettaglio_ChangeStatus", [&] {
         if (nuovo == frames::statusAddingNew) {
-            controlli_.CMD_SU.SetEnabled(false);
-            controlli_.CMD_GIU.SetEnabled(false);
+            SpegniSpostamenti();
         } else if (nuovo == frames::statusBrowsing) {
             const ado::Recordset& righe = *frame_.Dettaglio()->Recordset();
             const auto posizione = righe.AbsolutePosition();
@@ -74,6 +73,11 @@ void EventiDettaglio::gclsFrameDettaglio_UpdateBatchAll(bool& scritto) {
 
 void EventiDettaglio::gclsFrameDettaglio_Failed() {
     ambiente_.form.errori.Esegui("gclsFrameDettaglio_Failed", [] { throw; });
+}
+
+void EventiDettaglio::SpegniSpostamenti() {
+    controlli_.CMD_SU.SetEnabled(false);
+    controlli_.CMD_GIU.SetEnabled(false);
 }
 
 } // namespace veldran

@@ -32,6 +32,8 @@ public:
     void gclsFrameDettaglio_UpdateBatchAll(bool& scritto);
     /// The frame could not do what it was asked; called while the exception is being handled.
     void gclsFrameDettaglio_Failed();
+    /// There is no row that could be moved.
+    void SpegniSpostamenti();
 
 private:
     AmbienteCorrelazioni& ambiente_;

@@ -21,6 +21,9 @@ void EventiTestata::gclsFrameTestata_BeforeUpdate(bool& annulla) {
             rifiuta("attribuite ad un insieme contiguo di righe di destinazione maggiore di 100");
             return true;
         }
+        if (!contiIndicati()) {
+            return true;
+        }
         statoAlSalvataggio_ = vicini_.frame.Testata()->Status();
         return false;
     });
@@ -43,9 +46,24 @@ bool EventiTestata::scriviRighe() {
     if (!dettaglio.HasChangedRow() && !dettaglio.HasNewRow()) {
         return true;
     }
-    const bool scritte = dettaglio.UpdateBatch();
-    daArchiviare_ = daArchiviare_ || scritte;
-    return scritte;
+    if (!dettaglio.UpdateBatch()) {
+        return false;
+    }
+    vicini_.archivio.RigheScritte();
+    return true;
+}
+
+/// A row without account cannot be stored: a changed sign may have emptied it.
+bool EventiTestata::contiIndicati() {
+    const auto riga = vicini_.regole.RigaSenzaConto();
+    if (!riga) {
+        return true;
+    }
+    ambiente_.form.errori.Messaggi()->ShowBox(
+        "Indicare il conto di contabilità analitica di ogni riga per salvare la correlazione.",
+        services::styleExclamation, "Attenzione");
+    vicini_.dettaglio.ChiediConto(*riga);
+    return false;
 }
 
 void EventiTestata::rifiuta(const std::string& righe) {
@@ -60,8 +78,8 @@ void EventiTestata::gclsFrameTestata_AfterUpdate(bool riuscito) {
             return;
         }
         const std::string causale = controlli_.TXT_CAUSALE.Text();
-        daArchiviare_ = !vicini_.archivio.AggiornamentoDatabase(
-            causale, vicini_.frame.Dettaglio()->Recordset()->RecordCount());
+        vicini_.archivio.AggiornamentoDatabase(causale,
+                                               vicini_.frame.Dettaglio()->Recordset()->RecordCount());
         if (statoAlSalvataggio_ == frames::statusAddingNew) {
             vicini_.lista.Aggiungi(causale, controlli_.TXT_DESCRCAUSALE.Caption());
         }
@@ -84,10 +102,9 @@ void EventiTestata::gclsFrameTestata_AfterDelete(bool riuscito) {
         if (!riuscito) {
             // The rows went before the header could not: they are fetched back from what is stored.
             vicini_.archivio.RipresaRigheDettaglio();
-            vicini_.frame.Dettaglio()->Requery();
+            vicini_.dettaglio.AbilitazioneDettaglio(vicini_.frame.ShowChild());
             return;
         }
-        daArchiviare_ = false;
         vicini_.archivio.CancellazioneCorrelazione(causaleDaEliminare_);
         vicini_.lista.Rimuovi(causaleDaEliminare_);
     });
@@ -98,9 +115,9 @@ void EventiTestata::gclsFrameTestata_AfterUndo(bool riuscito) {
         if (!riuscito) {
             return;
         }
-        if (daArchiviare_) {
-            daArchiviare_ = false;
-            vicini_.archivio.RipresaRigheDettaglio(); // what is stored is shown again
+        // What is stored is shown again; rows that could not be fetched are, by the status that follows.
+        if (vicini_.archivio.DaArchiviare() && !vicini_.archivio.RipresaRigheDettaglio()) {
+            return;
         }
         vicini_.frame.Dettaglio()->Requery();
         vicini_.frame.Dettaglio()->Refresh();
@@ -125,12 +142,18 @@ void EventiTestata::gclsFrameTestata_ChangeStatus(std::int16_t nuovo, std::int16
 void EventiTestata::gclsFrameTestata_IsRecordChanged(bool& modificato) {
     ambiente_.form.errori.Esegui("gclsFrameTestata_IsRecordChanged", [&] {
         const frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
-        modificato = modificato || dettaglio.HasChangedRow() || dettaglio.HasNewRow() || daArchiviare_;
+        modificato = modificato || dettaglio.HasChangedRow() || dettaglio.HasNewRow() ||
+                     vicini_.archivio.DaArchiviare();
     });
 }
 
 void EventiTestata::gclsFrameTestata_Failed() {
     ambiente_.form.errori.Esegui("gclsFrameTestata_Failed", [] { throw; });
+}
+
+void EventiTestata::ModificaSospesa() {
+    controlli_.TXT_CAUSALE.SetEnabled(false);
+    vicini_.dettaglio.AbilitazioneDettaglio(false);
 }
 
 } // namespace veldran

@@ -43,10 +43,13 @@ public:
     void gclsFrameTestata_IsRecordChanged(bool& modificato);
     /// The frame could not do what it was asked; called while the exception is being handled.
     void gclsFrameTestata_Failed();
+    /// There is no frame that could be edited.
+    void ModificaSospesa();
 
 private:
     bool causaleIndicata();
     bool scriviRighe();
+    bool contiIndicati();
     void rifiuta(const std::string& righe);
 
     AmbienteCorrelazioni& ambiente_;
@@ -54,8 +57,6 @@ private:
     Vicini vicini_;
     std::int16_t statoAlSalvataggio_ = 0;
     std::string causaleDaEliminare_;
-    /// #DETTAGLIO holds rows that are not stored: the save that wrote them there was refused or has failed.
-    bool daArchiviare_ = false;
 };
 
 } // namespace veldran

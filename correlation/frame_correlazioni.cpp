@@ -22,7 +22,7 @@ void FrameCorrelazioni::UsaEventi(EventiTestata& testata, EventiDettaglio& detta
 
 void FrameCorrelazioni::ConfigurazioneVirtualFrame() {
     ambiente_.form.errori.Esegui("ConfigurazioneVirtualFrame:", [this] {
-        RimozioneVirtualFrame(); // of an entry that failed half-way
+        sospendi(); // until the frames stand; also releases those of an entry that failed half-way
         if (!archivio_.PreparazioneTabelleTestataDettaglio()) {
             return;
         }
@@ -93,11 +93,20 @@ void FrameCorrelazioni::collegaEventi() {
 
 void FrameCorrelazioni::RimozioneVirtualFrame() {
     ambiente_.form.errori.Esegui("RimozioneVirtualFrame:", [this] {
+        inModifica_ = false;
         eventi_.clear();
         rilasciaFrame(gclsFrameTestata_);
         rilasciaFrame(gclsFrameDettaglio_);
         controlli_.INV_TESTATA.SetEnabled(false);
     });
+}
+
+/// What the frames showed is not what is stored, and must not be edited.
+void FrameCorrelazioni::sospendi() {
+    RimozioneVirtualFrame();
+    inModifica_ = true;
+    eventiTestata_->ModificaSospesa();
+    eventiDettaglio_->SpegniSpostamenti();
 }
 
 void FrameCorrelazioni::rilasciaFrame(std::unique_ptr<frames::VirtualFrame>& frame) {
@@ -108,23 +117,44 @@ void FrameCorrelazioni::rilasciaFrame(std::unique_ptr<frames::VirtualFrame>& fra
     rilasciato->Close();
 }
 
+void FrameCorrelazioni::MostraTestata() {
+    const bool vuota = gclsFrameTestata_->Recordset()->RecordCount() < 1;
+    gclsFrameTestata_->SetStatus(vuota ? frames::statusAddingNew : frames::statusBrowsing);
+}
+
 void FrameCorrelazioni::RefreshVirtualFrames() {
-    ambiente_.form.errori.Esegui("RefreshVirtualFrames:", [this] {
+    const bool mostrati = ambiente_.form.errori.Esegui("RefreshVirtualFrames:", false, [this] {
+        if (Sospesa()) {
+            ConfigurazioneVirtualFrame();
+            if (gclsFrameTestata_) {
+                MostraTestata();
+            }
+            return true;
+        }
         if (!gclsFrameTestata_) {
-            return;
+            return true;
         }
         const std::string causale = CausaleCorrente();
         if (!archivio_.PreparazioneTabelleTestataDettaglio()) {
-            return;
+            return false;
         }
         gclsFrameTestata_->Requery();
         if (const auto record = RecordDiCausale(causale)) {
             gclsFrameTestata_->MoveTo(*record);
         }
+        NuovaSeVuota();
+        return true;
     });
+    if (!mostrati) {
+        ambiente_.form.errori.Esegui("RefreshVirtualFrames:", [this] { sospendi(); });
+    }
 }
 
 bool FrameCorrelazioni::mostraRighe(const char* etichetta) {
+    if (!archivio_.RigheIntere() && !archivio_.RipresaRigheDettaglio()) {
+        nascondiRighe();
+        return false;
+    }
     return apriRighe(etichetta, [this] {
         // As the record holds it, trailing blanks included.
         return CausaleCorrente().empty()
@@ -135,19 +165,27 @@ bool FrameCorrelazioni::mostraRighe(const char* etichetta) {
 }
 
 bool FrameCorrelazioni::apriRighe(const char* etichetta, const std::function<std::string()>& testo) {
+    std::string voluto = sql::letturaDettaglioVuoto();
     const bool aperte = ambiente_.form.errori.Esegui(etichetta, false, [&] {
-        gclsFrameDettaglio_->Reopen(testo());
+        voluto = testo();
+        gclsFrameDettaglio_->Reopen(voluto);
         return true;
     });
     if (!aperte && gclsFrameDettaglio_) {
-        // What is still open are the rows of another causale: they must not pass for those of this one.
-        ado::Recordset& righe = *gclsFrameDettaglio_->Recordset();
-        righe.CancelUpdate();
-        righe.CancelBatch();
-        righe.Filter("CAUSALE = ''");
-        gclsFrameDettaglio_->Refresh();
+        gclsFrameDettaglio_->SetSource(voluto); // no later requery brings back those of another causale
+        nascondiRighe();
     }
     return aperte;
+}
+
+/// What is still open are the rows of another causale: they must not pass for those of this one.
+void FrameCorrelazioni::nascondiRighe() {
+    ado::Recordset& righe = *gclsFrameDettaglio_->Recordset();
+    righe.CancelUpdate();
+    righe.CancelBatch();
+    righe.Filter("CAUSALE = ''");
+    gclsFrameDettaglio_->Refresh();
+    eventiDettaglio_->SpegniSpostamenti();
 }
 
 void FrameCorrelazioni::NuovaSeVuota() {
@@ -157,7 +195,8 @@ void FrameCorrelazioni::NuovaSeVuota() {
 }
 
 bool FrameCorrelazioni::QueryUnloadFrames() {
-    return ambiente_.form.errori.Esegui("QueryUnloadFrames:", false, [this] {
+    // Only a question about unsaved changes can fail, and they are not given up over that.
+    return ambiente_.form.errori.Esegui("QueryUnloadFrames:", true, [this] {
         return gclsFrameTestata_ && !gclsFrameTestata_->QueryUnload(true, false, true);
     });
 }

@@ -45,12 +45,19 @@ public:
     /// The neighbours that answer the frames' events.
     void UsaEventi(EventiTestata& testata, EventiDettaglio& dettaglio);
 
-    /// Fills the working tables for the current account, creates both frames and binds them.
+    /// Fills the working tables for the current account, creates both frames and binds them. After a failure
+    /// editing is suspended.
     void ConfigurazioneVirtualFrame();
+    /// Shows the first header, or begins a new one when the account has none.
+    void MostraTestata();
     /// Closes and releases both frames, the header's first. Nothing happens when there are none.
     void RimozioneVirtualFrame();
     /// Refills the working tables and shows them anew; the header stays on its causale if that still exists.
+    /// After a failure editing is suspended; suspended editing is taken up again.
     void RefreshVirtualFrames();
+    /// Nothing can be edited although the mode was entered: there are no frames, since the working tables are
+    /// not what is stored.
+    bool Sospesa() const { return inModifica_ && !gclsFrameTestata_; }
     /// Point the detail at the rows of the current header; at none when the header has no record.
     /// \return false after a failure; the detail then shows no rows and is not to be edited.
     bool RefreshChild() { return mostraRighe("RefreshChild:"); }
@@ -73,8 +80,10 @@ public:
 private:
     std::unique_ptr<frames::VirtualFrame> nuovoFrame(std::string nome, frames::LeavePolicy uscita) const;
     void collegaEventi();
+    void sospendi();
     bool mostraRighe(const char* etichetta);
     bool apriRighe(const char* etichetta, const std::function<std::string()>& testo);
+    void nascondiRighe();
     void rilasciaFrame(std::unique_ptr<frames::VirtualFrame>& frame);
 
     AmbienteCorrelazioni& ambiente_;
@@ -85,6 +94,7 @@ private:
     std::unique_ptr<frames::VirtualFrame> gclsFrameDettaglio_; // outlives the header, which follows it
     std::unique_ptr<frames::VirtualFrame> gclsFrameTestata_;
     std::vector<Subscription> eventi_;
+    bool inModifica_ = false; ///< correlation mode was entered and not left
 };
 
 } // namespace veldran

@@ -72,6 +72,16 @@ bool RegoleCorrelazione::CheckTotalePartiteProposte() {
     });
 }
 
+std::optional<ado::Bookmark> RegoleCorrelazione::RigaSenzaConto() const {
+    const auto righe = copiaRighe();
+    for (; !righe->EndOfFile(); righe->MoveNext()) {
+        if (nullSafeText(righe->Fields()["CONTO"].Value()).empty()) {
+            return righe->Bookmark();
+        }
+    }
+    return std::nullopt;
+}
+
 void RegoleCorrelazione::ImpostaDefaultSegno() {
     ambiente_.form.errori.Esegui("ImpostaDefaultSegno:", [this] {
         const auto righe = copiaRighe();

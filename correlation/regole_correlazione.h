@@ -3,6 +3,9 @@
 #include "correlation/ambiente_correlazioni.h"
 #include "platform/ado/recordset.h"
 
+#include <memory>
+#include <optional>
+
 namespace veldran {
 
 class FrameCorrelazioni;
@@ -22,6 +25,8 @@ public:
     /// closes it, rounded to two decimals where the rows end. \return false when one is more, and after a
     /// failure.
     bool CheckTotalePartiteProposte();
+    /// The first row without an account; nothing when each has one. \throws ado::AdoError
+    std::optional<ado::Bookmark> RigaSenzaConto() const;
     /// Sets the sign of the new row, which is the last: an origin first, then destinations until their run is
     /// full.
     void ImpostaDefaultSegno();

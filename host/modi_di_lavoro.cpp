@@ -75,12 +75,10 @@ void ModiDiLavoro::AfterEnterCorrelazione() {
         }
         vicini_.lista.CaricamentoListaCausali();
         vicini_.frame.ConfigurazioneVirtualFrame();
-        frames::VirtualFrame* testata = vicini_.frame.Testata();
-        if (testata == nullptr) {
+        if (vicini_.frame.Sospesa()) {
             return; // reported; the user goes back and tries again
         }
-        testata->SetStatus(testata->Recordset()->RecordCount() < 1 ? frames::statusAddingNew
-                                                                   : frames::statusBrowsing);
+        vicini_.frame.MostraTestata();
         if (controlli_.TXT_CAUSALE.Enabled()) {
             controlli_.TXT_CAUSALE.SetFocus();
         } else {

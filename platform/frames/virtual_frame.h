@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veldran::controls {
@@ -61,6 +62,8 @@ public:
     /// Opens a text; nothing is announced before `SetStatus`.
     void Open(const std::string& source, std::shared_ptr<ado::Connection> connection, ado::LockTypeEnum lock);
     const std::string& Source() const { return source_; }
+    /// What the next `Requery` opens; nothing is read now.
+    void SetSource(std::string source) { source_ = std::move(source); }
     /// Empty while the frame is closed. Shared with whoever walks its rows.
     const std::shared_ptr<ado::Recordset>& Recordset() const { return recordset_; }
     void Reopen(const std::string& source);

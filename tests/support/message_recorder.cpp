@@ -1,5 +1,7 @@
 #include "tests/support/message_recorder.h"
 
+#include <stdexcept>
+
 namespace veldran::test {
 
 MessageRecorder::MessageRecorder(std::shared_ptr<MessageLog> log, SharedJournal journal)
@@ -42,6 +44,9 @@ services::MessageBoxAnswer MessageRecorder::ShowError(const std::string& applica
 
 services::MessageBoxAnswer MessageRecorder::ShowBox(const std::string& text, int style,
                                                     const std::string& title) {
+    if (!log_->boxFailure.empty()) {
+        throw std::runtime_error(log_->boxFailure);
+    }
     log_->boxes.push_back({text, style, title});
     journal_->push_back("box " + title);
     return nextAnswer(services::answerOk);

@@ -38,6 +38,7 @@ struct MessageLog {
     /// used up.
     std::deque<services::MessageBoxAnswer> answers;
     std::vector<services::Object*> boundTo;
+    std::string boxFailure; ///< what `ShowBox` fails with; "" for none
     int servicesCreated = 0;
     int servicesAlive = 0;
 
