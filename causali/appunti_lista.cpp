@@ -4,8 +4,19 @@
 #include "causali/lista_causali.h"
 #include "causali/menu_appunti.h"
 #include "correlation/frame_correlazioni.h"
+#include "platform/text.h"
+
+#include <stdexcept>
 
 namespace veldran {
+
+namespace {
+
+bool stessaCausale(const std::string& una, const std::string& altra) {
+    return compareBlindly(una, altra) == 0;
+}
+
+} // namespace
 
 AppuntiLista::AppuntiLista(AmbienteCorrelazioni& ambiente, Controlli controlli, Vicini vicini)
     : ambiente_(ambiente), controlli_(controlli), vicini_(vicini), gclsPopupList_(controlli.form),
@@ -36,7 +47,24 @@ void AppuntiLista::riempi(const char* etichetta, ModoAppunti modo) {
 
 /// Pending edits are saved or given up, as the user says. \return false when he stays with them.
 bool AppuntiLista::modificheRisolte() const {
-    return vicini_.frame.Testata() != nullptr && vicini_.frame.Testata()->QueryUnload(true, false, true);
+    return vicini_.frame.Testata() == nullptr || vicini_.frame.Testata()->QueryUnload(true, false, true);
+}
+
+/// Moves the header to the highlighted causale, which the user means. \return false when he stays with
+/// pending edits of another one.
+bool AppuntiLista::mostraSelezionata() const {
+    const auto riga = controlli_.LST_CAUSALI.SelectedItem();
+    if (!riga) {
+        return true;
+    }
+    if (!vicini_.lista.ChangeItem(riga)) {
+        return false;
+    }
+    if (!stessaCausale(vicini_.frame.CausaleCorrente(), riga->Tag())) {
+        throw std::runtime_error("La causale " + riga->Tag() +
+                                 " non è tra quelle in modifica: uscire dalle correlazioni e rientrarvi");
+    }
+    return true;
 }
 
 void AppuntiLista::svuota() {
@@ -58,7 +86,8 @@ void AppuntiLista::IncollaCorrelazioneList() {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
         const auto riga = controlli_.LST_CAUSALI.SelectedItem();
         // What is shown anew afterwards would lose pending edits.
-        if (riga && riga->Tag() != causaleOrigine_ && modificheRisolte()) {
+        if (riga && !stessaCausale(riga->Tag(), causaleOrigine_) && modificheRisolte()) {
+            vicini_.lista.Seleziona(riga->Tag()); // a new correlation that was saved has been selected
             if (modo_ == ModoAppunti::Copia) {
                 CopiaIncollaCorrelazioneList();
             } else {
@@ -83,7 +112,7 @@ bool AppuntiLista::CopiaIncollaCorrelazioneList() {
     return ambiente_.form.errori.Esegui("CopiaIncollaCorrelazioneList:", false, [this] {
         const std::string origine = nullSafeText(causaleOrigine_);
         const std::string destinazione = nullSafeText(controlli_.LST_CAUSALI.SelectedItem()->Tag());
-        if (origine.empty() || destinazione.empty() || origine == destinazione ||
+        if (origine.empty() || destinazione.empty() || stessaCausale(origine, destinazione) ||
             !conferma(ambiente_.form, "Sostituire la correlazione della causale di destinazione?")) {
             return false;
         }
@@ -103,7 +132,7 @@ void AppuntiLista::TagliaIncollaCorrelazioneList() {
 
 void AppuntiLista::EliminaCorrelazioneList() {
     ambiente_.form.errori.Esegui("EliminaCorrelazioneList:", [this] {
-        if (vicini_.frame.Testata() != nullptr) {
+        if (vicini_.frame.Testata() != nullptr && mostraSelezionata()) {
             vicini_.frame.Testata()->Delete();
             vicini_.frame.NuovaSeVuota();
         }
@@ -131,14 +160,22 @@ void AppuntiLista::DuplicaCorrelazioneList() {
         }
         const auto riga = controlli_.LST_CAUSALI.SelectedItem();
         const std::string origine = riga ? nullSafeText(riga->Tag()) : std::string();
-        if (vicini_.lista.RigaDi(dialogo->Causale())) {
-            ambiente_.form.errori.Messaggi()->ShowBox("La causale di destinazione è già correlata",
-                                                      services::styleExclamation, "Attenzione");
+        // What is shown anew afterwards would lose pending edits; they may be of that very causale.
+        if (giaCorrelata(dialogo->Causale()) || !modificheRisolte() || giaCorrelata(dialogo->Causale())) {
             return;
         }
         vicini_.copie.CopiaCausale(dialogo->Causale(), ambiente_.conto, origine);
         mostraEsito();
     });
+}
+
+bool AppuntiLista::giaCorrelata(const std::string& causale) const {
+    if (!vicini_.lista.RigaDi(causale)) {
+        return false;
+    }
+    ambiente_.form.errori.Messaggi()->ShowBox("La causale di destinazione è già correlata",
+                                              services::styleExclamation, "Attenzione");
+    return true;
 }
 
 void AppuntiLista::PopupListMenu(const controls::ListView::Item& riga, int x, int y,

@@ -40,9 +40,11 @@ public:
     void PopupListMenu(const controls::ListView::Item& riga, int x, int y,
                        const controls::Control* ancora) override;
     void CorrelazioneEliminata() override;
-    /// Deletes the correlation that the header shows, with the frame's own confirmation.
+    /// Deletes the correlation of the highlighted causale through the header frame, with the frame's own
+    /// confirmation; without a highlight, the one that the header shows.
     void EliminaCorrelazioneList();
-    /// Gives the selected causale's correlation to a causale that the user chooses and that has none.
+    /// Gives the selected causale's correlation to a causale that the user chooses and that has none. Pending
+    /// edits are settled between the choice and the copy.
     void DuplicaCorrelazioneList();
 
     void gclsPopupList_AfterItemClick(const std::string& chiave);
@@ -50,6 +52,8 @@ public:
 private:
     void riempi(const char* etichetta, ModoAppunti modo);
     bool modificheRisolte() const;
+    bool mostraSelezionata() const;
+    bool giaCorrelata(const std::string& causale) const;
     void svuota();
     bool CopiaIncollaCorrelazioneList();
     void TagliaIncollaCorrelazioneList();

@@ -1,100 +1,10 @@
 // Copying, cutting, pasting, deleting and duplicating stored correlations, by the keys and menus of the
 // screen.
-#include "platform/controls/popup_menu.h"
-#include "platform/text.h"
-#include "tests/screen/correlation_fixture.h"
-#include "tree/cnode_info.h"
-
-#include <gtest/gtest.h>
+#include "tests/screen/clipboard_fixture.h"
 
 namespace veldran::test {
 
 namespace {
-
-using Texts = std::vector<std::string>;
-
-const std::string a = "0102030005";
-const std::string b = "0102030006";
-const std::string c = "0101010001";
-const std::string copyColumns = "    CI15_DITTA_CG18\r\n    , CI15_CODCAUS_CI03\r\n    , CI15_CODPDC_CG10\r\n"
-                                "    , CI15_CONTO_CG24\r\n    , CI15_PROG\r\n    , CI15_CODPDC_PC01\r\n"
-                                "    , CI15_CONTO_PC03\r\n    , CI15_CODVDS_PC01\r\n    , CI15_VDS_PC03\r\n"
-                                "    , CI15_INDSEGNO\r\n    , CI15_PERC";
-const std::string ofAccount = "WHERE\r\n    CI15_DITTA_CG18 = 1\r\n    AND CI15_CODPDC_CG10 = 1\r\n"
-                              "    AND CI15_CONTO_CG24 = ?";
-
-const Rows two = {{"2", "100.00"}, {"1", "100.00", "CDCPRO0010", "MATPRI"}};
-const Rows one = {{"2", "50.00"}};
-
-Chart storedChart() {
-    Chart chart = costChart();
-    store(chart, a, "ACQ", two);
-    store(chart, a, "VEND", one);
-    store(chart, b, "GIRO", one);
-    return chart;
-}
-
-/// An editing key of the clipboard.
-constexpr int copyKey = controls::keyC;
-constexpr int cutKey = controls::keyX;
-constexpr int pasteKey = controls::keyV;
-
-class Clipboard : public EditorTest {
-protected:
-    Clipboard() {
-        open(storedChart());
-        menu = screen->host.form().PopupRequested.subscribe(
-            [this](controls::PopupMenu& opened, const controls::PopupPlace& place) {
-                shownMenu = &opened;
-                shownAt = place;
-            });
-        locks =
-            screen->host.form().RedrawLocked.subscribe([this](bool locked) { locked_.push_back(locked); });
-    }
-
-    ScreenUser user() { return screen->host.user(); }
-    controls::TreeNode& node(const std::string& account) { return user().node(accountKey(1, account)); }
-    bool marked(const std::string& account) { return CNodeInfo::Di(node(account))->IsCorrelato(); }
-    void select(const std::string& account) {
-        user().search(account);
-        user().click(node(account));
-    }
-    void treeKey(const std::string& account, int key) {
-        select(account);
-        user().key(key, controls::shiftCtrl);
-    }
-    void listKey(const std::string& causale, int key) {
-        e().clickCausale(causale);
-        e().list().KeyDownFromView(key, controls::shiftCtrl);
-    }
-    /// Opens the list's menu on the selected row by the keyboard and chooses an item.
-    void choose(const std::string& key) {
-        e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
-        ASSERT_NE(shownMenu, nullptr);
-        shownMenu->ClickFromView(key);
-    }
-    Texts menuTexts() const {
-        Texts texts;
-        for (const controls::PopupItem& item : shownMenu->Items()) {
-            texts.push_back(item.key + ": " + item.caption + (item.disabled ? " (no)" : ""));
-        }
-        return texts;
-    }
-    std::vector<Texts> selectionMarks() {
-        return screen->query("SELECT S.CONTO, S.CORRELATO, T.CORRELATO FROM #CG24_TABPDC_SELECTED AS S INNER "
-                             "JOIN #CG24_TABPDC AS T ON S.INDICE = T.INDICE WHERE S.CONTO IN ('" +
-                             a + "', '" + b + "', '" + c + "') ORDER BY S.CONTO");
-    }
-    Rows stored(const std::string& causale, const std::string& account) {
-        return e().stored(causale, account);
-    }
-
-    controls::PopupMenu* shownMenu = nullptr;
-    controls::PopupPlace shownAt;
-    std::vector<bool> locked_;
-    Subscription menu;
-    Subscription locks;
-};
 
 TEST_F(Clipboard, CopiesOneAccountOntoSeveralAndLeavesItAsItIs) {
     treeKey(a, copyKey);
@@ -113,29 +23,6 @@ TEST_F(Clipboard, CopiesOneAccountOntoSeveralAndLeavesItAsItIs) {
     EXPECT_EQ(messages().boxes[0].style, services::styleYesNo | services::styleExclamation);
     EXPECT_EQ(selectionMarks(), (std::vector<Texts>{{c, "1", "1"}, {a, "1", "1"}, {b, "1", "1"}}));
     EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
-}
-
-TEST_F(Clipboard, SendsTheStatementsOfAnAccountsPasteInTheirOrder) {
-    treeKey(a, copyKey);
-    select(c);
-    screen->forget();
-    user().key(pasteKey, controls::shiftCtrl);
-    const auto sentNow = screen->sent();
-    ASSERT_EQ(sentNow.size(), 4U);
-    EXPECT_EQ(sentNow[0], sent("DELETE FROM CI15_CORRCONTICOGE\r\n" + ofAccount)
-                              .with("@CONTO", ado::adWChar, 10, Value(c))
-                              .timeout(0)
-                              .withoutRows());
-    EXPECT_EQ(sentNow[1], sent("INSERT INTO CI15_CORRCONTICOGE\r\n(\r\n" + copyColumns +
-                               "\r\n)\r\nSELECT\r\n" + replaceAll(copyColumns, "CI15_CONTO_CG24", "?") +
-                               "\r\nFROM\r\n    CI15_CORRCONTICOGE\r\n" + ofAccount +
-                               "\r\nORDER BY\r\n    CI15_CODCAUS_CI03 ASC\r\n    , CI15_PROG ASC")
-                              .with("@DESTINAZIONE", ado::adWChar, 10, Value(c))
-                              .with("@ORIGINE", ado::adWChar, 10, Value(a))
-                              .timeout(0)
-                              .withoutRows());
-    EXPECT_EQ(valueOf(sentNow[2], "@CONTO"), Value(c));
-    EXPECT_EQ(valueOf(sentNow[2], "@CORRELATO"), Value(true));
 }
 
 TEST_F(Clipboard, MovesAnAccountsCorrelationsAndEndsTheCut) {
@@ -299,33 +186,6 @@ TEST_F(Clipboard, DeletesTheSelectedCausaleWithTheFramesOwnQuestion) {
     EXPECT_EQ(e().listed(), Texts{"VEND"});
     EXPECT_EQ(e().focus(), "LST_CAUSALI");
 }
-
-/// What the user does in the dialog while it stands.
-class Duplication : public Clipboard {
-protected:
-    Duplication() {
-        e().enter(a);
-        e().clickCausale("ACQ");
-    }
-    template<class T>
-    static T& in(controls::Form& dialog, std::string_view name) {
-        return dynamic_cast<T&>(*dialog.FindControl(name));
-    }
-    void confirm(const std::string& causale) {
-        screen->host.windows->whileModal = [causale, this](controls::Form& dialog) {
-            caption = dialog.Caption();
-            auto& field = in<controls::LookupField>(dialog, "TXT_CAUSALE");
-            field.TypeFromView(causale);
-            field.LeaveFromView();
-            in<controls::Button>(dialog, "CMD_CONFERMA").ClickFromView();
-            stillOpen = dialog.IsLoaded();
-            dialog.Unload();
-        };
-        choose("ListDuplica");
-    }
-    std::string caption;
-    bool stillOpen = false;
-};
 
 TEST_F(Duplication, GivesTheRowsToACausaleThatHasNone) {
     confirm("giro ");
