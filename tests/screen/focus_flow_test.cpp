@@ -223,6 +223,50 @@ TEST_F(FocusFlow, RemembersTheSignThatTheComboWasEnteredWith) {
     EXPECT_EQ(e().account().Text(), "");
 }
 
+/// The user closes the form while the screen lets pending messages run.
+class ClosingMeanwhile : public FocusFlow {
+protected:
+    void closeMeanwhile() {
+        screen->host.windows->whileEvents = [this] {
+            messages().answers = {services::answerNo};
+            closed = screen->host.component().CloseForm().toBool();
+        };
+    }
+    void expectClosedCleanly() {
+        EXPECT_TRUE(closed);
+        EXPECT_FALSE(screen->host.isOpen());
+        EXPECT_TRUE(messages().errors.empty());
+        EXPECT_EQ(screen->database.openSessions(), 0);
+        EXPECT_EQ(screen->database.livePreparedStatements(), 0);
+    }
+    bool closed = false;
+};
+
+TEST_F(ClosingMeanwhile, EndsACausaleThatWasJustTaken) {
+    enter();
+    closeMeanwhile();
+    e().typeCausale("ACQ");
+    expectClosedCleanly();
+    EXPECT_EQ(messages().boxes.size(), 1U) << "the new correlation was asked about";
+}
+
+TEST_F(ClosingMeanwhile, EndsACausaleThatWasRefused) {
+    enter();
+    closeMeanwhile();
+    e().typeCausale("ZZZ");
+    expectClosedCleanly();
+}
+
+TEST_F(ClosingMeanwhile, EndsTheWayFromTheGridToTheSign) {
+    enter(withStored());
+    e().grid().SetFocus();
+    closeMeanwhile();
+    EXPECT_TRUE(e().grid().KeyDownFromView(controls::keyReturn, controls::shiftNone));
+    expectClosedCleanly();
+    EXPECT_TRUE(messages().boxes.empty());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
 } // namespace
 
 } // namespace veldran::test

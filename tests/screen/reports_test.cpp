@@ -1,6 +1,7 @@
 // What goes wrong beside the database: in the host's objects, in a view, in the clipboard. Each failure is
 // reported once, under the routine it happened in, and the screen goes on.
 #include "platform/controls/data_grid.h"
+#include "tests/screen/broken_tree_view.h"
 #include "tests/screen/screen_fixture.h"
 
 #include <gtest/gtest.h>
@@ -179,6 +180,38 @@ TEST(Reports, OfAFocusThatCannotMoveComeAfterTheSearch) {
     EXPECT_EQ(user.tree().SelectedItem()->Key(), "*P0102030005*");
 }
 
+TEST(Reports, OfASearchedTextThatCannotBeACodeLeaveTheTreeAsItIs) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    auto& field = user.control<controls::LookupField>("TXT_CONTORICERCA");
+    const services::CodeStructure structure = field.CodeStructure();
+    field.SetCodeStructure({-1, structure.groups, structure.separator, true});
+    screen.forget();
+    user.search("01/02");
+    EXPECT_EQ(reported(screen), Labels{"BUT_RICERCA_ButtonClick"});
+    EXPECT_TRUE(screen.sent().empty());
+    EXPECT_EQ(user.tree().SelectedItem()->Key(), "CONTIORDINE");
+    field.SetCodeStructure(structure);
+    user.search("0102030005");
+    EXPECT_EQ(user.tree().SelectedItem()->Key(), "*P0102030005*");
+    EXPECT_EQ(screen.host.messages->errors.size(), 1U) << "the screen works on";
+}
+
+TEST(Reports, OfANavigatorThatFailsAtTheCloseDoNotKeepTheFormOpen) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.navigator->nextScriptFailure = "navigatore guasto";
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(reported(screen), Labels{"Form_QueryUnload"});
+    EXPECT_EQ(screen.host.messages->errors[0].error.Description, "navigatore guasto");
+    EXPECT_FALSE(screen.host.isOpen());
+    EXPECT_EQ(screen.database.openSessions(), 0);
+    screen.host.open();
+    EXPECT_EQ(screen.host.user().tree().RootCount(), 4) << "the next opening works";
+    EXPECT_EQ(screen.host.messages->errors.size(), 1U);
+}
+
 TEST(Reports, OfAHitTestThatFailsLeaveNoNodePending) {
     Screen screen(smallChart());
     screen.host.open();
@@ -192,46 +225,6 @@ TEST(Reports, OfAHitTestThatFailsLeaveNoNodePending) {
     EXPECT_EQ(reported(screen), Labels{"TRW_CONTI_MouseDown"});
     EXPECT_TRUE(screen.sent().empty());
 }
-
-/// A view of the tree that fails once, when it is told of a change of some kind.
-class BrokenTreeView final : public controls::TreeViewObserver {
-public:
-    enum Change { Removed, Node, Selection };
-    /// \param key of the node whose change fails; "" for any.
-    BrokenTreeView(controls::TreeView& tree, Change change, std::string key)
-        : tree_(tree), change_(change), key_(std::move(key)) {
-        tree_.SetObserver(this);
-    }
-    ~BrokenTreeView() override { tree_.SetObserver(nullptr); }
-    BrokenTreeView(const BrokenTreeView&) = delete;
-    BrokenTreeView& operator=(const BrokenTreeView&) = delete;
-
-    void beforeAppend(controls::TreeNode*, int, int) override {}
-    void afterAppend(controls::TreeNode*, int, int) override {}
-    void beforeRemove(controls::TreeNode& node) override { fail(Removed, node); }
-    void afterRemove() override {}
-    void beforeClear() override {}
-    void afterClear() override {}
-    void nodeChanged(controls::TreeNode& node) override { fail(Node, node); }
-    void expandedChanged(controls::TreeNode&) override {}
-    void selectionChanged(controls::TreeNode* node) override { fail(Selection, *node); }
-    void scrollTo(controls::TreeNode&) override {}
-    void refresh() override {}
-    void redrawLocked(bool) override {}
-
-private:
-    void fail(Change change, const controls::TreeNode& node) {
-        if (change == change_ && !failed_ && (key_.empty() || node.Key() == key_)) {
-            failed_ = true;
-            throw std::runtime_error("albero guasto");
-        }
-    }
-
-    controls::TreeView& tree_;
-    Change change_;
-    std::string key_;
-    bool failed_ = false;
-};
 
 struct BrokenTree {
     const char* label;
@@ -266,22 +259,28 @@ TEST_P(TreeReports, ComeOnceUnderTheRoutineThatChangedTheTree) {
 
 INSTANTIATE_TEST_SUITE_P(
     OfTheTree, TreeReports,
-    testing::Values(BrokenTree{"RemoveDummyChild:", BrokenTreeView::Removed, "",
-                               [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
-                    BrokenTree{"EspansioneNodo:", BrokenTreeView::Node, "",
-                               [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
-                    BrokenTree{"ChiusuraNodo:", BrokenTreeView::Node, "",
-                               [](const ScreenUser& user) { user.collapse(user.node("*P0102030000*")); }},
-                    BrokenTree{"SelezioneConto:", BrokenTreeView::Selection, "",
-                               [](const ScreenUser& user) { user.search("0102030006"); }},
-                    BrokenTree{
-                        "AttivazioneNodo", BrokenTreeView::Node, "*P0102030005*",
-                        [](const ScreenUser& user) { user.checkByKeyboard(user.node("*P0102030000*")); }},
-                    BrokenTree{"BubbleCheck:", BrokenTreeView::Node, "*P0102030000*",
-                               [](const ScreenUser& user) {
-                                   user.checkByKeyboard(user.node("*P0102030005*"));
-                                   user.checkByKeyboard(user.node("*P0102030006*"));
-                               }}),
+    testing::Values(
+        BrokenTree{"RemoveDummyChild:", BrokenTreeView::Removed, "",
+                   [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
+        BrokenTree{"EspansioneNodo:", BrokenTreeView::Node, "",
+                   [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
+        BrokenTree{"ChiusuraNodo:", BrokenTreeView::Node, "",
+                   [](const ScreenUser& user) { user.collapse(user.node("*P0102030000*")); }},
+        BrokenTree{"SelezioneConto:", BrokenTreeView::Selection, "",
+                   [](const ScreenUser& user) { user.search("0102030006"); }},
+        BrokenTree{"AttivazioneNodo", BrokenTreeView::Node, "*P0102030005*",
+                   [](const ScreenUser& user) { user.checkByKeyboard(user.node("*P0102030000*")); }},
+        BrokenTree{"BubbleCheck:", BrokenTreeView::Node, "*P0102030000*",
+                   [](const ScreenUser& user) {
+                       user.checkByKeyboard(user.node("*P0102030005*"));
+                       user.checkByKeyboard(user.node("*P0102030006*"));
+                   }},
+        BrokenTree{"TRW_CONTI_Expand", BrokenTreeView::Locked, "",
+                   [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
+        BrokenTree{"TRW_CONTI_Collapse", BrokenTreeView::Locked, "",
+                   [](const ScreenUser& user) { user.collapse(user.node("*P0102030000*")); }},
+        BrokenTree{"TRW_CONTI_NodeCheck", BrokenTreeView::Locked, "",
+                   [](const ScreenUser& user) { user.checkByKeyboard(user.node("*P0102030005*")); }}),
     [](const auto& testCase) {
         std::string name = testCase.param.label;
         std::erase(name, ':');

@@ -1,10 +1,13 @@
 // Routines of the accounts' work areas one by one, on a real session.
 #include "platform/ado/recordset.h"
+#include "tests/screen/broken_tree_view.h"
 #include "tests/screen/expected_statements.h"
+#include "tests/screen/failing_allocations.h"
 #include "tests/support/failing_driver.h"
 #include "tests/support/recording_driver.h"
 #include "tests/support/test_database.h"
 #include "tests/support/work_areas.h"
+#include "tree/appunti_correlazioni.h"
 
 #include <gtest/gtest.h>
 
@@ -175,6 +178,55 @@ TEST_F(WorkAreaRoutines, WriteNothingBackForAccountsThatTheFilterHides) {
     filters().ImpostazioneCorrelato(true, "0100000002");
     filters().RiportoCorrelato();
     EXPECT_EQ(query(correlatedInChart), flagOf("0", "1", "0"));
+}
+
+TEST_F(WorkAreaRoutines, ReportAKeyThatCannotBeMade) {
+    const std::string conto(10000, '1');
+    {
+        const FailingAllocations noMemory(conto.size());
+        EXPECT_EQ(w.areas->albero.GetKeyByCode(1, conto), "");
+    }
+    EXPECT_EQ(w.labels(), Labels{"GetKeyByCode:"});
+    EXPECT_EQ(w.messages->errors.at(0).error.Number, 7);
+    EXPECT_EQ(w.messages->errors.at(0).error.Description, "Memoria esaurita");
+    EXPECT_EQ(w.areas->albero.GetKeyByCode(1, conto), "*P" + conto + "*");
+}
+
+TEST_F(WorkAreaRoutines, ReportAPlaceholderThatTheTreeCannotShow) {
+    buildTables();
+    w.areas->albero.LoadTree();
+    {
+        const BrokenTreeView view(w.controls.TRW_CONTI, BrokenTreeView::Appended, "CONTIPATRIMONIALI");
+        EXPECT_EQ(w.areas->albero.CaricaDummyChild(w.root(1)), nullptr);
+    }
+    EXPECT_EQ(w.labels(), Labels{"CaricaDummyChild:"});
+    w.areas->albero.LoadTree();
+    w.controls.TRW_CONTI.SetExpanded(w.root(1), true);
+    w.areas->albero.TRW_CONTI_Expand(w.root(1));
+    EXPECT_NE(w.node("*P0100000000*"), nullptr);
+    EXPECT_EQ(w.messages->errors.size(), 1U);
+}
+
+TEST_F(WorkAreaRoutines, ReportAClipboardThatFailsUnderTheKeyThatAsked) {
+    class BrokenClipboard final : public AppuntiCorrelazioni {
+    public:
+        bool CorrelazioneInSospeso() const override { return true; }
+        void AttivazioneCopiaTree(controls::TreeNode&) override {}
+        void AttivazioneTagliaTree(controls::TreeNode&) override {}
+        void IncollaCorrelazioneTree(controls::TreeNode&) override {
+            throw std::runtime_error("appunti guasti");
+        }
+    } clipboard;
+    buildTables();
+    w.areas->albero.LoadTree();
+    w.areas->ricerca.EsecuzioneRicerca("0100000001");
+    w.areas->albero.UsaAppunti(&clipboard);
+    controls::KeyEvent paste{controls::keyV, controls::shiftCtrl};
+    w.areas->albero.TRW_CONTI_KeyDown(paste);
+    EXPECT_EQ(w.labels(), Labels{"TRW_CONTI_KeyDown"});
+    w.areas->albero.UsaAppunti(nullptr);
+    w.areas->albero.TRW_CONTI_KeyDown(paste);
+    EXPECT_EQ(w.messages->errors.size(), 1U);
 }
 
 TEST_F(WorkAreaRoutines, KnowTheHeaderCodeOfAnAccountByOneCommand) {

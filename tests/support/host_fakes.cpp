@@ -50,7 +50,10 @@ void HeadlessWindows::ShowForm(std::shared_ptr<controls::Form> form, bool modal,
 
 void HeadlessWindows::DoEvents() {
     journal_->push_back("events");
-    settle();
+    settle(); // a form that is closed now leaves at the next turn
+    if (const auto act = std::exchange(whileEvents, nullptr)) {
+        act();
+    }
 }
 
 void HeadlessWindows::settle() {
@@ -138,6 +141,11 @@ void LookupFake::failWhenTold() const {
 void NavigatorFake::SetStatus(std::int16_t status) {
     statuses.push_back(status);
     journal_->push_back("navigator status");
+}
+
+std::shared_ptr<services::ScriptObject> NavigatorFake::Script() const {
+    failWith(std::exchange(nextScriptFailure, {}));
+    return script_;
 }
 
 void NavigatorFake::SetScript(std::shared_ptr<services::ScriptObject> script) {

@@ -43,6 +43,8 @@ public:
     const std::vector<Showing>& showings() const { return showings_; }
     /// What the user does while a modal form stands; it has to end with the form unloaded.
     std::function<void(controls::Form&)> whileModal;
+    /// What the user does while pending messages run, once.
+    std::function<void()> whileEvents;
     /// Called with a form that is about to be shown; may throw, as a window system in trouble does.
     std::function<void(controls::Form&)> beforeShowing;
 
@@ -147,11 +149,12 @@ class NavigatorFake final : public services::Navigator {
 public:
     explicit NavigatorFake(SharedJournal journal) : journal_(std::move(journal)) {}
     void SetStatus(std::int16_t status) override;
-    std::shared_ptr<services::ScriptObject> Script() const override { return script_; }
+    std::shared_ptr<services::ScriptObject> Script() const override;
     void SetScript(std::shared_ptr<services::ScriptObject> script) override;
     void ScreenClosing() override;
 
     std::vector<std::int16_t> statuses;
+    mutable std::string nextScriptFailure; ///< what the next `Script` fails with; "" for none
     int closings = 0;
     std::string closingFailure; ///< what `ScreenClosing` fails with; "" for none
 
