@@ -8,7 +8,17 @@
 
 namespace veldran::odbc {
 
-OdbcDriver::OdbcDriver() : environment_(SQL_HANDLE_ENV, SQL_NULL_HANDLE) {
+namespace {
+
+/// A connection that came back from a pool could bring the working tables of another session with it.
+EnvironmentHandle environmentWithoutPool() {
+    SQLSetEnvAttr(SQL_NULL_HANDLE, SQL_ATTR_CONNECTION_POOLING, attribute(SQL_CP_OFF), SQL_IS_UINTEGER);
+    return {SQL_HANDLE_ENV, SQL_NULL_HANDLE};
+}
+
+} // namespace
+
+OdbcDriver::OdbcDriver() : environment_(environmentWithoutPool()) {
     if (!succeeded(SQLSetEnvAttr(environment_.get(), SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3),
                                  SQL_IS_UINTEGER))) {
         failWithDiagnostics(SQL_HANDLE_ENV, environment_.get());

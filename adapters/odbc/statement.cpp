@@ -131,11 +131,20 @@ void Statement::limitTime(int seconds) {
     }
 }
 
+ado::StatementResult Statement::results(SQLRETURN code, const ado::ExecuteSettings& settings) {
+    ado::StatementResult result;
+    ado::Errors errors = drain(code, settings, result);
+    if (!errors.empty()) {
+        link_.fail(std::move(errors));
+    }
+    return result;
+}
+
 // An error ends one statement of a batch; what the server makes of the others comes behind it. So nothing is
 // left unread, and every error is told.
-ado::StatementResult Statement::results(SQLRETURN code, const ado::ExecuteSettings& settings) {
+ado::Errors Statement::drain(SQLRETURN code, const ado::ExecuteSettings& settings,
+                             ado::StatementResult& result) {
     const OpenCursor cursor(handle_.get());
-    ado::StatementResult result;
     ado::Errors errors;
     for (bool first = true; first || code != SQL_NO_DATA;
          first = false, code = SQLMoreResults(handle_.get())) {
@@ -153,10 +162,7 @@ ado::StatementResult Statement::results(SQLRETURN code, const ado::ExecuteSettin
             break;
         }
     }
-    if (!errors.empty()) {
-        link_.fail(std::move(errors));
-    }
-    return result;
+    return errors;
 }
 
 void Statement::takeResult(ado::StatementResult& result, const ado::ExecuteSettings& settings) {

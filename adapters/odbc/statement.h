@@ -30,6 +30,7 @@ public:
 private:
     void announce(std::string_view text, const ado::ExecuteSettings& settings);
     ado::StatementResult results(SQLRETURN code, const ado::ExecuteSettings& settings);
+    ado::Errors drain(SQLRETURN code, const ado::ExecuteSettings& settings, ado::StatementResult& result);
     void takeResult(ado::StatementResult& result, const ado::ExecuteSettings& settings);
     void limitTime(int seconds);
     void bind(std::span<const ado::BoundParameter> parameters);
