@@ -9,7 +9,9 @@ namespace veldran::test {
 namespace {
 
 using testing::AllOf;
+using testing::AnyOf;
 using testing::HasSubstr;
+using testing::Not;
 
 class HostTest : public testing::Test {
 protected:
@@ -73,6 +75,22 @@ TEST_F(HostTest, TellsThatNoDriverServesTheConnection) {
     EXPECT_FALSE(open(R"({"ditta": "1", "connessione": "Provider=ALTRO;Data Source=x"})"));
     EXPECT_THAT(complaints_.text(), AllOf(HasSubstr("Errore 3706"), HasSubstr("ALTRO")));
 }
+
+#ifdef VELDRAN_WITH_ODBC
+TEST_F(HostTest, TellsThatTheServerCannotBeReachedAndNoPassword) {
+    EXPECT_FALSE(open(R"({"ditta": "1", "connessione":
+        "Provider=SQLOLEDB;Data Source=127.0.0.1,1;Initial Catalog=CONTI;User ID=utente;Password=segreta"})"));
+    EXPECT_THAT(complaints_.text(), AllOf(HasSubstr("chiave «connessione»"), Not(HasSubstr("segreta"))));
+    EXPECT_THAT(complaints_.text(), AnyOf(HasSubstr("Il server 127.0.0.1,1 non può essere raggiunto."),
+                                          HasSubstr("Non è installato alcun driver ODBC per SQL Server")));
+}
+
+TEST_F(HostTest, TellsWhichKeyOfAServersConnectionIsUnknown) {
+    EXPECT_FALSE(open(R"({"ditta": "1", "connessione": "Server=srv;Colore=rosso;PWD=segreta"})"));
+    EXPECT_THAT(complaints_.text(),
+                AllOf(HasSubstr("la chiave 'Colore' non è riconosciuta"), Not(HasSubstr("segreta"))));
+}
+#endif
 
 TEST_F(HostTest, OpensTheCompanyThoughItsTextsAreBroken) {
     folder_.write("t.json", "{\n rotto");
