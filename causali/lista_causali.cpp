@@ -55,8 +55,8 @@ void ListaCausali::CaricamentoListaCausali() {
 }
 
 void ListaCausali::svuota() {
+    indice_.clear(); // first: a view that fails to show the empty list leaves no row behind it
     controlli_.LST_CAUSALI.Clear();
-    indice_.clear();
 }
 
 void ListaCausali::aggiungi(const std::string& causale, const std::string& descrizione) {

@@ -299,6 +299,57 @@ TEST_F(Clipboard, ReportsEachStatementOfAnAccountsPasteOnceUnderItsRoutine) {
     }
 }
 
+/// The n-th deletion of stored rows from now on fails.
+void failDeletion(Screen& screen, int n) {
+    screen.failures().failWhere([n, times = 0](const Message& message) mutable {
+        return message.text.find("DELETE FROM CI15") != std::string::npos && ++times == n;
+    });
+}
+
+TEST_F(Clipboard, LeavesTheSourceOfACutWhoseDeletionFailsAndEndsTheCut) {
+    treeKey(a, cutKey);
+    select(c);
+    failDeletion(*screen, 2);
+    user().key(pasteKey, controls::shiftCtrl);
+    EXPECT_EQ(reported(), Texts{"TagliaIncollaCorrelazioneTree:"});
+    EXPECT_EQ(stored("ACQ", c), two) << "the copy stands";
+    EXPECT_EQ(stored("ACQ", a), two);
+    EXPECT_TRUE(marked(a));
+    EXPECT_TRUE(marked(c));
+    EXPECT_EQ(selectionMarks(), (std::vector<Texts>{{c, "1", "1"}, {a, "1", "1"}, {b, "1", "1"}}));
+    treeKey(b, pasteKey);
+    EXPECT_EQ(stored("GIRO", b), one) << "the clipboard is empty";
+}
+
+TEST_F(Clipboard, LeavesTheSourceOfACutCausaleWhoseDeletionFailsAndEndsTheCut) {
+    e().enter(a);
+    listKey("ACQ", cutKey);
+    e().clickCausale("VEND");
+    failDeletion(*screen, 2);
+    messages().answers = {services::answerYes};
+    listKey(pasteKey);
+    EXPECT_EQ(reported(), Texts{"TagliaIncollaCorrelazioneList:"});
+    EXPECT_EQ(stored("VEND"), two);
+    EXPECT_EQ(stored("ACQ"), two);
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+    EXPECT_EQ(e().shown().size(), 2U);
+    screen->forget();
+    listKey("ACQ", pasteKey);
+    EXPECT_TRUE(screen->log().containing("CI15_CORRCONTICOGE").empty()) << "the clipboard is empty";
+}
+
+TEST_F(Duplication, ReportsACopyThatFailsAndCopiesNothing) {
+    screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
+    confirm("GIRO");
+    EXPECT_EQ(reported(), Texts{"DuplicaCorrelazioneList:"});
+    EXPECT_TRUE(stored("GIRO").empty());
+    EXPECT_EQ(stored("ACQ"), two);
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+    confirm("GIRO");
+    EXPECT_EQ(stored("GIRO"), two);
+    EXPECT_EQ(reported().size(), 1U);
+}
+
 TEST_F(Clipboard, ReportsEachStatementOfACausalesPasteOnceUnderItsRoutine) {
     e().enter(a);
     for (const Failing& failing : {Failing{"DELETE FROM CI15", "CopiaIncollaCorrelazioneList:"},
