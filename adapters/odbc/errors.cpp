@@ -13,6 +13,12 @@ bool isMessage(const ado::Error& error) {
     return error.SQLState.starts_with("01");
 }
 
+/// The number under which ADO's users know an error that the server has not numbered.
+int numberOf(std::string_view sqlState) {
+    constexpr int timeLimitReached = -2147217871;
+    return sqlState == "HYT00" ? timeLimitReached : errorUnspecified;
+}
+
 std::string shortened(const char16_t* text, SQLSMALLINT length, std::size_t capacity) {
     const std::size_t count =
         std::min(length < 0 ? std::size_t{0} : static_cast<std::size_t>(length), capacity);
@@ -64,8 +70,8 @@ ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {
         }
         ado::Error error;
         error.NativeError = native;
-        error.Number = native != 0 ? native : errorUnspecified;
         error.SQLState = toUtf8({state.data(), 5});
+        error.Number = native != 0 ? native : numberOf(error.SQLState);
         splitMessage(shortened(buffer.data(), length, buffer.size() - 1), error.Source, error.Description);
         errors.push_back(std::move(error));
     }
