@@ -183,6 +183,20 @@ TEST_P(OdbcBehaviour, TellsAnEmptyTextFromNull) {
     EXPECT_EQ(given("x"), Value("x"));
 }
 
+TEST_P(OdbcBehaviour, GoesOnWithAPreparedTextWhenALongerValueComes) {
+    const auto session = open();
+    const ado::ParameterInfo info{"@A", ado::adVarWChar, ado::adParamInput, 2000};
+    const ado::ParameterInfo key{"@B", ado::adInteger};
+    const std::vector<ado::ParameterInfo> declarations{info, key};
+    const auto prepared =
+        session->prepare("SELECT CAST(? AS VARCHAR(2000)) AS A FROM VLDOB_TAB WHERE COD = ?", declarations);
+    for (const std::size_t length : {3U, 300U, 2000U, 1U}) {
+        const std::string text(length, 'x');
+        const std::vector<ado::BoundParameter> values{{info, text}, {key, 2}};
+        EXPECT_EQ(prepared->execute(values, {0, true}).rows->cell(0, 0), Value(text));
+    }
+}
+
 TEST_P(OdbcBehaviour, TellsEveryErrorOfABatchAndReadsItToItsEnd) {
     const auto session = open();
     const ado::Errors errors =
