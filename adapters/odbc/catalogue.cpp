@@ -12,7 +12,7 @@ namespace {
 
 /// A part of a name for a catalogue function; one that is not given is no pointer at all.
 struct Part {
-    explicit Part(const std::string& utf8) : text(toUtf16(utf8)) {}
+    explicit Part(const std::string& utf8) : text(textToSend(utf8)) {}
     SQLWCHAR* pointer() const { return text.empty() ? nullptr : wide(text); }
     SQLSMALLINT length() const { return static_cast<SQLSMALLINT>(text.size()); }
 

@@ -2,9 +2,7 @@
 
 #include "adapters/odbc/driver_choice.h"
 
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace veldran::odbc {

@@ -25,7 +25,7 @@ DriverFamily familyOf(const std::string& driver);
 /// \throws AdoError IM002 when there is none, or when the wanted one is not installed.
 ChosenDriver chooseDriver(const std::string& wanted, const std::vector<std::string>& installed);
 
-/// The name of a server's driver library may be given instead of a driver's name.
+/// Whether the library itself is named, in place of a driver that the manager knows.
 bool isLibraryPath(const std::string& driver);
 
 } // namespace veldran::odbc

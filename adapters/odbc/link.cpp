@@ -71,7 +71,7 @@ void Link::connect(const ConnectionTarget& target) {
         SQLSetConnectAttrW(handle(), SQL_ATTR_PACKET_SIZE,
                            attribute(static_cast<std::uintptr_t>(target.packetSize)), SQL_IS_UINTEGER);
     }
-    const std::u16string text = toUtf16(target.text);
+    const std::u16string text = textToSend(target.text);
     SQLSMALLINT length = 0;
     const SQLRETURN code =
         SQLDriverConnectW(handle(), nullptr, wide(text), static_cast<SQLSMALLINT>(text.size()), nullptr, 0,

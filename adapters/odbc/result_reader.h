@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/odbc/link.h"
+#include "adapters/odbc/handle.h"
 #include "platform/ado/row_set.h"
 
 #include <memory>

@@ -34,14 +34,6 @@ std::vector<ado::ParameterInfo> declarationsOf(std::span<const ado::BoundParamet
     return declarations;
 }
 
-std::u16string statementText(std::string_view text) {
-    try {
-        return toUtf16(text);
-    } catch (const std::invalid_argument&) {
-        fail(errorUnspecified, "42000", "Il testo dell'istruzione non è UTF-8.");
-    }
-}
-
 void append(ado::Errors& errors, const ado::Errors& more) {
     errors.insert(errors.end(), more.begin(), more.end());
 }
@@ -77,7 +69,7 @@ Statement::Statement(Link& link, BaseTables& tables) : link_(link), tables_(tabl
 
 void Statement::prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters) {
     checkMarkers(text, parameters.size());
-    const std::u16string wideText = statementText(text);
+    const std::u16string wideText = textToSend(text);
     if (!succeeded(SQLPrepareW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())))) {
         link_.fail(diagnosticsOf(SQL_HANDLE_STMT, handle_.get()));
     }
@@ -102,7 +94,7 @@ ado::StatementResult Statement::executeDirect(std::string_view text,
                                               std::span<const ado::BoundParameter> parameters,
                                               const ado::ExecuteSettings& settings) {
     checkMarkers(text, parameters.size());
-    const std::u16string wideText = statementText(text);
+    const std::u16string wideText = textToSend(text);
     announce(text, settings);
     bind(parameters);
     limitTime(settings.commandTimeout);

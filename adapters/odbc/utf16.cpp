@@ -1,5 +1,7 @@
 #include "adapters/odbc/utf16.h"
 
+#include "adapters/odbc/errors.h"
+
 #include <stdexcept>
 
 namespace veldran::odbc {
@@ -95,6 +97,14 @@ std::u16string toUtf16(std::string_view utf8) {
         }
     }
     return utf16;
+}
+
+std::u16string textToSend(std::string_view utf8) {
+    try {
+        return toUtf16(utf8);
+    } catch (const std::invalid_argument&) {
+        fail(errorUnspecified, "42000", "Il testo per il database non è UTF-8.");
+    }
 }
 
 std::string toUtf8(std::u16string_view utf16) {

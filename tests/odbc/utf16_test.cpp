@@ -1,4 +1,6 @@
+#include "adapters/odbc/errors.h"
 #include "adapters/odbc/utf16.h"
+#include "tests/support/ado_expect.h"
 
 #include <gtest/gtest.h>
 
@@ -31,6 +33,10 @@ TEST(Utf16, RefusesBytesThatAreNoText) {
                               "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {
         EXPECT_THROW(toUtf16(bytes), std::invalid_argument) << bytes;
     }
+}
+
+TEST(Utf16, RefusesAStatementThatIsNoText) {
+    EXPECT_ADO_ERROR(textToSend("SELECT '\xFF'"), errorUnspecified);
 }
 
 TEST(Utf16, ShowsHalfASurrogatePairAsAReplacementCharacter) {
