@@ -10,7 +10,9 @@
 #include <QEventLoop>
 #include <QMdiArea>
 #include <QMenu>
+#include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace veldran::shell {
 
@@ -111,8 +113,23 @@ void FormWindow::place() {
         const auto& placement = container->GetPlacement();
         if (placement.top > 0 || placement.left > 0) {
             move(placement.left / qt::twipsPerPixel, placement.top / qt::twipsPerPixel);
+            return;
         }
     }
+    move(nextFreePlace(room));
+}
+
+/// Each window a title bar further down and to the right than the one before, as long as it fits in `room`.
+QPoint FormWindow::nextFreePlace(const QSize& room) const {
+    const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
+    int others = 0;
+    for (const QMdiSubWindow* other : mdiArea()->subWindowList()) {
+        others += other != this && other->isVisible() ? 1 : 0;
+    }
+    const QPoint place(others * step, others * step);
+    const QSize left = room - size();
+    return {std::clamp(place.x(), 0, std::max(left.width(), 0)),
+            std::clamp(place.y(), 0, std::max(left.height(), 0))};
 }
 
 void FormWindow::activate() {

@@ -37,6 +37,7 @@ protected:
 private:
     void followForm();
     void place();
+    QPoint nextFreePlace(const QSize& room) const;
     void leave();
 
     std::shared_ptr<controls::Form> form_; // shared with the component

@@ -246,7 +246,11 @@ void MainWindow::pressed(NavigatorButton button) {
 void MainWindow::closeEvent(QCloseEvent* event) {
     // A screen that has let go of its form is only waiting to be forgotten.
     for (std::size_t i = 0; i < screens_.size(); ++i) {
-        if (screens_[i]->hasWindows() && !screens_[i]->close()) {
+        if (!screens_[i]->hasWindows()) {
+            continue;
+        }
+        screens_[i]->bringToFront(); // it may ask about what is not saved
+        if (!screens_[i]->close()) {
             event->ignore();
             return;
         }

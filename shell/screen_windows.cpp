@@ -10,6 +10,12 @@
 
 namespace veldran::shell {
 
+ScreenWindows::~ScreenWindows() {
+    for (FormWindow* window : windows_) {
+        window->onGone = nullptr;
+    }
+}
+
 void ScreenWindows::ShowForm(std::shared_ptr<controls::Form> form, bool modal, std::intptr_t parent) {
     if (modal) {
         const PointerPause pause;

@@ -18,6 +18,9 @@ public:
     /// \param onLastGone called, outside any call of a form, when the screen's last form has been released
     ScreenWindows(QMdiArea& area, std::function<void()> onLastGone)
         : area_(area), onLastGone_(std::move(onLastGone)) {}
+    ~ScreenWindows() override; ///< windows still open tell nobody any more
+    ScreenWindows(const ScreenWindows&) = delete;
+    ScreenWindows& operator=(const ScreenWindows&) = delete;
 
     void ShowForm(std::shared_ptr<controls::Form> form, bool modal, std::intptr_t parent) override;
     void DoEvents() override;

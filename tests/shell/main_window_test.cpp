@@ -175,6 +175,17 @@ TEST_F(MainWindowTest, StaysOpenWhileAScriptRefusesToCloseTheScreen) {
     EXPECT_TRUE(window_->screens().empty());
 }
 
+TEST_F(MainWindowTest, ShowsTheScreenThatRefusesToBeClosed) {
+    folder_.write("script.js", "function tsClose() { return true; }");
+    start(R"("ditta": "1", "script": "script.js")");
+    openScreen();
+    window_->findChild<QMenu*>("menuFinestra")->actions().at(0)->trigger();
+    const auto& first = *window_->screens().at(0);
+    ASSERT_FALSE(first.owns(*area().activeSubWindow()));
+    EXPECT_FALSE(window_->close());
+    EXPECT_TRUE(first.owns(*area().activeSubWindow()));
+}
+
 TEST_F(MainWindowTest, OpensTheScreenThoughLayoutAndScriptAreBroken) {
     folder_.write("layout.json",
                   R"({"FRMCI_VELDRAN": {"BUT_RICERCA": {"didascalia": "C&erca"}, "BUT_CHE": {}}})");

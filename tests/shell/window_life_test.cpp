@@ -163,6 +163,24 @@ TEST_F(WindowLifeTest, PutsTheWindowWhereItsContainerControlSays) {
     EXPECT_EQ(windowOf(*form)->pos(), QPoint(30, 20));
 }
 
+TEST_F(WindowLifeTest, PutsEachWindowWhereTheOneBehindItIsStillSeen) {
+    QPoint before(-1, -1);
+    for (int i = 0; i < 3; ++i) {
+        const QMdiSubWindow& window = *windowOf(*show());
+        EXPECT_GE(window.pos().y(), before.y() + (i == 0 ? 0 : 10)) << "its title can be clicked";
+        EXPECT_GE(window.pos().x(), before.x());
+        EXPECT_TRUE(area_->viewport()->rect().contains(window.geometry()));
+        before = window.pos();
+    }
+}
+
+TEST_F(WindowLifeTest, KeepsTheWindowsInItsAreaWhenThereAreMany) {
+    for (int i = 0; i < 40; ++i) {
+        const auto form = show();
+        EXPECT_TRUE(area_->viewport()->rect().contains(windowOf(*form)->geometry())) << i;
+    }
+}
+
 TEST_F(WindowLifeTest, ReturnsFromAModalFormOnceItHasUnloaded) {
     const auto form = std::make_shared<WatchedForm>();
     bool refusedOnce = false;
