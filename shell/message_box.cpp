@@ -5,9 +5,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -24,6 +26,7 @@ constexpr int iconMask = 0x70;
 constexpr int defaultMask = 0x300;
 constexpr int defaultShift = 8;
 constexpr qsizetype errorsShownAtOnce = 5;
+constexpr int lettersOfLine = 100;
 
 struct AnswerButton {
     MessageBoxAnswer answer;
@@ -75,6 +78,20 @@ QString plain(QString text) {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
+/// Room for the lines as they were written, unless one is very long; the box would break them anywhere.
+void keepLines(QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label) {
+        return;
+    }
+    const QFontMetrics metrics = label->fontMetrics();
+    int widest = 0;
+    for (const QString& line : box.text().split(u'\n')) {
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    }
+    label->setMinimumWidth(std::min(widest, lettersOfLine * metrics.averageCharWidth()));
+}
+
 QString databaseLine(const ado::Error& error) {
     QString line = QString::number(error.NativeError != 0 ? error.NativeError : error.Number);
     if (!error.SQLState.empty()) {
@@ -112,6 +129,7 @@ MessageBoxAnswer showBox(const BoxContent& content, int style) {
     if (!content.details.isEmpty()) {
         box.setDetailedText(plain(content.details));
     }
+    keepLines(box);
     const std::size_t preferred = static_cast<std::size_t>((style & defaultMask) >> defaultShift);
     if (auto* button = qobject_cast<QPushButton*>(answers[std::min(preferred, answers.size() - 1)].first)) {
         box.setDefaultButton(button);

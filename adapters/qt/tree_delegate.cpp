@@ -1,6 +1,7 @@
 #include "adapters/qt/tree_delegate.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QStyle>
 #include <QWidget>
 
@@ -35,6 +36,29 @@ controls::TreeHitFlags TreeDelegate::partAt(QStyleOptionViewItem option, const Q
     }
     const int end = text.left() + option.fontMetrics.horizontalAdvance(option.text) + textPadding;
     return point.x() <= end ? controls::treeHitLabel : controls::treeHitRight;
+}
+
+void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    const QVariant colour = index.data(Qt::ForegroundRole);
+    if (!colour.isValid()) {
+        RowDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const QStyle& style = styleOf(item);
+    const QRect room = style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget)
+                           .adjusted(textPadding / 2, 0, -textPadding / 2, 0);
+    const QString text = item.fontMetrics.elidedText(item.text, item.textElideMode, room.width());
+    item.text.clear();
+    item.palette.setColor(QPalette::Text, option.palette.color(QPalette::Text));
+    style.drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+    painter->save();
+    painter->setFont(item.font);
+    painter->setPen(colour.value<QColor>());
+    painter->drawText(room, static_cast<int>(item.displayAlignment), text);
+    painter->restore();
 }
 
 bool TreeDelegate::cutsText(QStyleOptionViewItem option, const QModelIndex& index) const {

@@ -16,6 +16,10 @@ public:
     /// True when the row is too short for its text.
     bool cutsText(QStyleOptionViewItem option, const QModelIndex& index) const;
 
+    /// The colour of a node is that of its text; its check box keeps that of all others.
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
     /// The view alone toggles check boxes; the delegate's own way would do it once more.
     bool editorEvent(QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&, const QModelIndex&) override {
         return false;

@@ -32,6 +32,18 @@ TEST_F(TreePaint, DrawsACorrelatedAccountRedAlsoWhileItIsSelected) {
     EXPECT_TRUE(hasColour(accounts[0], Qt::red));
 }
 
+TEST_F(TreePaint, LeavesTheCheckBoxOfAColouredAccountAsItIs) {
+    form.tree.EnsureVisible(*accounts[0]);
+    accounts[0]->SetChecked(true);
+    const auto box = [this] {
+        const QRect row = rowOf(accounts[0]);
+        return widget.viewport()->grab(QRect(row.left(), row.top(), 20, row.height())).toImage();
+    };
+    const QImage before = box();
+    accounts[0]->SetForeColor(255);
+    EXPECT_EQ(box(), before);
+}
+
 TEST_F(TreePaint, ShowsTheSelectedRowOnADarkGroundToo) {
     widget.setPalette(QPalette(QColor(0x30, 0x30, 0x30)));
     form.tree.SetSelectedItem(first);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -176,6 +177,20 @@ TEST_F(MessageBoxTest, TakesTheBusyPointerAwayWhileItAsks) {
     screen.SetMousePointer(services::mouseDefault);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "set twice, taken back once";
     EXPECT_EQ(screen.GetMousePointer(), services::mouseDefault);
+}
+
+TEST_F(MessageBoxTest, BreaksItsTextWhereTheTextSaysSo) {
+    const QString line(78, u'n');
+    EXPECT_TRUE(withModal(
+        [&] {
+            shell::showBox({"Controllo", line + "\n" + line, {}, {}}, services::styleExclamation);
+        },
+        [](QWidget& modal) {
+            const auto* text = modal.findChild<QLabel*>("qt_msgbox_label");
+            ASSERT_NE(text, nullptr);
+            EXPECT_LT(text->heightForWidth(text->width()), 3 * text->fontMetrics().lineSpacing());
+            QTest::keyClick(&modal, Qt::Key_Return);
+        }));
 }
 
 } // namespace
