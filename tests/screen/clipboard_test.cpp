@@ -299,6 +299,21 @@ TEST_F(Clipboard, ReportsEachStatementOfAnAccountsPasteOnceUnderItsRoutine) {
     }
 }
 
+TEST_F(Clipboard, LeavesTheDestinationWithoutCorrelationWhenTheCopyOfAnAccountFails) {
+    treeKey(a, cutKey);
+    select(b);
+    messages().answers = {services::answerYes};
+    screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
+    user().key(pasteKey, controls::shiftCtrl);
+    EXPECT_EQ(reported(), Texts{"CopiaIncollaCorrelazioneTree:"});
+    EXPECT_TRUE(stored("GIRO", b).empty()) << "nothing is undone";
+    EXPECT_EQ(stored("ACQ", a), two) << "the source of a cut stays";
+    EXPECT_TRUE(marked(a));
+    messages().clear();
+    treeKey(c, pasteKey);
+    EXPECT_TRUE(stored("ACQ", c).empty()) << "the cut has ended";
+}
+
 /// The n-th deletion of stored rows from now on fails.
 void failDeletion(Screen& screen, int n) {
     screen.failures().failWhere([n, times = 0](const Message& message) mutable {

@@ -263,6 +263,46 @@ TEST_F(ListClipboard, BeginsANewCorrelationWhenAPasteHasLeftTheAccountWithout) {
     EXPECT_EQ(stored("VEND", b), one);
 }
 
+TEST_F(ListClipboard, PastesOneCopyOntoSeveralCausali) {
+    Chart chart = storedChart();
+    openOver(store(chart, a, "GIRO", one));
+    e().enter(a);
+    listKey("ACQ", copyKey);
+    messages().answers = {services::answerYes, services::answerYes};
+    listKey("VEND", pasteKey);
+    listKey("GIRO", pasteKey);
+    EXPECT_EQ(stored("VEND"), two);
+    EXPECT_EQ(stored("GIRO"), two);
+    EXPECT_EQ(stored("ACQ"), two);
+}
+
+TEST_F(ListClipboard, ForgetsWhatItHeldWhenAnotherCausaleIsTaken) {
+    listKey(copyKey);
+    listKey("VEND", cutKey);
+    e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
+    EXPECT_EQ(menuTexts().at(2), "ListIncolla: Incolla corr. VEND - Vendite");
+    EXPECT_EQ(menuTexts().at(4), "ListAnnulla: Annulla taglia correlazione");
+    messages().answers = {services::answerYes};
+    listKey("ACQ", pasteKey);
+    EXPECT_EQ(stored("ACQ"), one);
+    EXPECT_TRUE(stored("VEND").empty());
+}
+
+TEST_F(ListClipboard, LeavesTheDestinationWithoutCorrelationWhenTheCopyFails) {
+    listKey(cutKey);
+    e().clickCausale("VEND");
+    messages().answers = {services::answerYes};
+    screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
+    listKey(pasteKey);
+    EXPECT_EQ(reported(), Texts{"CopiaIncollaCorrelazioneList:"});
+    EXPECT_TRUE(stored("VEND").empty()) << "nothing is undone";
+    EXPECT_EQ(stored("ACQ"), two) << "the source of a cut stays";
+    EXPECT_EQ(e().listed(), Texts{"ACQ"});
+    EXPECT_EQ(highlighted(), "ACQ");
+    EXPECT_EQ(e().causale().Text(), "ACQ");
+    EXPECT_TRUE(clipboardIsEmpty());
+}
+
 TEST_F(ListClipboard, TakesCausaliThatDifferInCaseForOne) {
     Chart chart = costChart();
     store(chart, a, "acq", two); // as another program has written it
