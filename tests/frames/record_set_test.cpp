@@ -22,6 +22,17 @@ TEST_F(RecordSetOfAFrame, IsReopenedFromAnotherText) {
     EXPECT_EQ(form.account.Text(), "C2");
 }
 
+TEST_F(RecordSetOfAFrame, IsReadTheNextTimeFromTheTextThatItWasGiven) {
+    open(3);
+    log->taken();
+    frame->SetSource("SELECT * FROM #RIGHE WHERE PROG > 1 ORDER BY PROG ASC");
+    EXPECT_TRUE(log->lines.empty()) << "nothing is read now";
+    EXPECT_EQ(prog(), "1");
+    frame->Requery();
+    EXPECT_EQ(prog(), "2");
+    EXPECT_EQ(gridColumn(0), (Lines{"C2", "C3"}));
+}
+
 TEST_F(RecordSetOfAFrame, IsReopenedEmpty) {
     open(2);
     frame->Reopen("SELECT * FROM #RIGHE WHERE 1 = 0");
