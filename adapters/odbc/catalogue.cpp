@@ -23,6 +23,7 @@ template<class Call>
 std::unique_ptr<ado::RowSet> ask(Link& link, const ObjectName& object, Call&& call) {
     link.requireUsable();
     const StatementHandle statement(SQL_HANDLE_DBC, link.handle());
+    limitTime(statement.get(), ownTimeLimit);
     const Part catalogue(object.catalogue);
     const Part schema(object.schema);
     const Part name(object.name);

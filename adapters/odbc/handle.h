@@ -38,6 +38,13 @@ private:
     SQLHANDLE handle_ = SQL_NULL_HANDLE;
 };
 
+/// Seconds after which a question of this adapter's own is given up, which no command has set a limit for.
+inline constexpr std::uintptr_t ownTimeLimit = 30;
+
+inline void limitTime(SQLHSTMT statement, std::uintptr_t seconds) {
+    SQLSetStmtAttrW(statement, SQL_ATTR_QUERY_TIMEOUT, attribute(seconds), SQL_IS_UINTEGER);
+}
+
 using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
 using ConnectionHandle = Handle<SQL_HANDLE_DBC>;
 using StatementHandle = Handle<SQL_HANDLE_STMT>;

@@ -155,6 +155,7 @@ bool Link::isDead() const {
 
 bool Link::transactionIsGone() {
     const StatementHandle statement(SQL_HANDLE_DBC, handle());
+    limitTime(statement.get(), ownTimeLimit);
     const std::u16string text = u"SELECT @@TRANCOUNT";
     SQLINTEGER count = 1;
     SQLLEN indicator = 0;

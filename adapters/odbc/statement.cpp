@@ -86,7 +86,7 @@ ado::StatementResult Statement::execute(std::span<const ado::BoundParameter> par
     link_.requireUsable();
     announce(text_, settings);
     bind(parameters);
-    limitTime(settings.commandTimeout);
+    limitExecution(settings.commandTimeout);
     return results(SQLExecute(handle_.get()), settings);
 }
 
@@ -97,7 +97,7 @@ ado::StatementResult Statement::executeDirect(std::string_view text,
     const std::u16string wideText = textToSend(text);
     announce(text, settings);
     bind(parameters);
-    limitTime(settings.commandTimeout);
+    limitExecution(settings.commandTimeout);
     ado::StatementResult result = results(
         SQLExecDirectW(handle_.get(), wide(wideText), static_cast<SQLINTEGER>(wideText.size())), settings);
     if (parameters.empty()) {
@@ -115,10 +115,9 @@ void Statement::bind(std::span<const ado::BoundParameter> parameters) {
     buffers_->bindTo(handle_.get());
 }
 
-void Statement::limitTime(int seconds) {
+void Statement::limitExecution(int seconds) {
     if (seconds != timeLimit_) {
-        SQLSetStmtAttrW(handle_.get(), SQL_ATTR_QUERY_TIMEOUT,
-                        attribute(static_cast<std::uintptr_t>(seconds)), SQL_IS_UINTEGER);
+        limitTime(handle_.get(), static_cast<std::uintptr_t>(seconds));
         timeLimit_ = seconds;
     }
 }

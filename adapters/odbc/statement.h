@@ -32,7 +32,7 @@ private:
     ado::StatementResult results(SQLRETURN code, const ado::ExecuteSettings& settings);
     ado::Errors drain(SQLRETURN code, const ado::ExecuteSettings& settings, ado::StatementResult& result);
     void takeResult(ado::StatementResult& result, const ado::ExecuteSettings& settings);
-    void limitTime(int seconds);
+    void limitExecution(int seconds);
     void bind(std::span<const ado::BoundParameter> parameters);
 
     Link& link_;
