@@ -276,6 +276,21 @@ TEST_F(ListClipboard, PastesOneCopyOntoSeveralCausali) {
     EXPECT_EQ(stored("ACQ"), two);
 }
 
+TEST_F(ListClipboard, PastesTheRowsThatTheAccountOfThePasteHasUnderTheRememberedCausale) {
+    const Rows ofB = {{"2", "11.00"}, {"1", "7.00", "CDCPRO0020", "SERTRA"}};
+    Chart chart = storedChart();
+    openOver(store(chart, b, "ACQ", ofB));
+    e().enter(a);
+    listKey("ACQ", copyKey);
+    e().toggleMode();
+    e().enter(b);
+    messages().answers = {services::answerYes};
+    listKey("GIRO", pasteKey);
+    EXPECT_EQ(stored("GIRO", b), ofB);
+    EXPECT_EQ(stored("ACQ", b), ofB);
+    EXPECT_EQ(stored("ACQ", a), two);
+}
+
 TEST_F(ListClipboard, ForgetsWhatItHeldWhenAnotherCausaleIsTaken) {
     listKey(copyKey);
     listKey("VEND", cutKey);
