@@ -89,7 +89,9 @@ void keepLines(QMessageBox& box) {
     for (const QString& line : box.text().split(u'\n')) {
         widest = std::max(widest, metrics.horizontalAdvance(line));
     }
-    label->setMinimumWidth(std::min(widest, lettersOfLine * metrics.averageCharWidth()));
+    const QMargins margins = label->contentsMargins();
+    const int around = margins.left() + margins.right() + metrics.averageCharWidth();
+    label->setMinimumWidth(std::min(widest, lettersOfLine * metrics.averageCharWidth()) + around);
 }
 
 QString databaseLine(const ado::Error& error) {

@@ -180,7 +180,8 @@ TEST_F(MessageBoxTest, TakesTheBusyPointerAwayWhileItAsks) {
 }
 
 TEST_F(MessageBoxTest, BreaksItsTextWhereTheTextSaysSo) {
-    const QString line(78, u'n');
+    const QString line =
+        QStringLiteral("non è ammesso salvare una correlazione con la somma delle percentuali");
     EXPECT_TRUE(withModal(
         [&] {
             shell::showBox({"Controllo", line + "\n" + line, {}, {}}, services::styleExclamation);
