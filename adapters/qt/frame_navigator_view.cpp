@@ -152,7 +152,7 @@ void FrameNavigatorView::chooseEntry() {
         return button->key() == control_.FocusedButton();
     });
     BarButton* named = found == buttons_.end() ? buttons_.front() : *found;
-    if (std::exchange(named_, named) != named && named != entry_) {
+    if (std::exchange(named_, named) != named) {
         wanted_ = named;
     }
     entry_ = nearestEnabled(wanted_->index());
@@ -180,7 +180,9 @@ bool FrameNavigatorView::eventFilter(QObject* watched, QEvent* event) {
         if (button != entry_) { // else the bar itself has moved it, or a window gives it back
             wanted_ = entry_ = button;
         }
-        control_.FocusButton(button->key());
+        if (button == wanted_) { // a button that only stands in for it was named by nobody
+            control_.FocusButton(button->key());
+        }
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -50,7 +50,8 @@ public:
     /// The user pressed a button: the bar takes the focus first, with it on that button.
     bool PressFromView(std::string_view key);
 
-    /// The button that has the focus while the bar has it; empty until one was chosen.
+    /// The button that the user or the form has chosen last; empty until one was. It has the focus while the
+    /// bar has it; while it cannot be pressed, a view lets another one stand in for it.
     const std::string& FocusedButton() const { return focused_; }
     /// Gives the focus to the bar, on that button. Raises `Changed` when the button is another one.
     void FocusButton(std::string_view key);

@@ -34,9 +34,7 @@ protected:
                                              QString::fromUtf8(key.data(), static_cast<int>(key.size())));
     }
     void key(Qt::Key code) { QTest::keyClick(QApplication::focusWidget(), code); }
-    bool focused(std::string_view key) const {
-        return bar.HasFocus() && bar.FocusedButton() == key && button(key)->hasFocus();
-    }
+    bool focused(std::string_view key) const { return bar.HasFocus() && button(key)->hasFocus(); }
 
     controls::Form form{"FRM_NAVIGATORE"};
     controls::FrameNavigator bar{form, "GNV_DETTAGLIO"};
@@ -174,6 +172,17 @@ TEST_F(Navigator, KeepsTheFocusWhereTheFormHasPutItAfterAButtonWasDisabled) {
     bar.FocusButton(keys::elimina);
     bar.SetButtonEnabled(keys::conferma, true);
     EXPECT_TRUE(focused(keys::elimina));
+}
+
+TEST_F(Navigator, KeepsTheFocusOnTheButtonThatTheFormNamesThoughTheBarHadChosenItToo) {
+    button(keys::conferma)->setFocus();
+    bar.SetButtonEnabled(keys::conferma, false);
+    ASSERT_TRUE(focused(keys::nuovo));
+    window.elsewhere().setFocus();
+    bar.FocusButton(keys::nuovo);
+    view->focusPart().setFocus(Qt::OtherFocusReason); // as the form's view does
+    bar.SetButtonEnabled(keys::conferma, true);
+    EXPECT_TRUE(focused(keys::nuovo)) << "the form has moved on";
 }
 
 TEST_F(Navigator, GivesTheFocusAwayWhenTheBarIsDisabled) {
