@@ -61,11 +61,14 @@ TestHost::TestHost(std::shared_ptr<ado::Driver> driver, std::string connectionSt
 }
 
 TestHost::~TestHost() {
+    constexpr std::size_t mostQuestions = 4; // one for each frame, and to spare
     scripts.vetoClose = false;
     if (scripts.script) {
         scripts.script->vetoClose = false;
     }
+    messages->boxFailure.clear();
     while (controls::Form* standing = windows->current()) {
+        messages->answers.assign(mostQuestions, services::answerNo); // what is being edited is given up
         if (!standing->Unload()) {
             break;
         }
