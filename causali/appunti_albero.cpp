@@ -29,10 +29,11 @@ void AppuntiAlbero::riempi(const char* etichetta, ModoAppunti modo, const contro
         if (info == nullptr) {
             return;
         }
-        modo_ = modo;
+        std::string didascalia = nullSafeText(nodo.Text());
         contoOrigine_ = info->CodiceConto();
         naturaOrigine_ = info->NaturaConto();
-        didascalia_ = nullSafeText(nodo.Text());
+        didascalia_ = std::move(didascalia);
+        modo_ = modo;
     });
 }
 

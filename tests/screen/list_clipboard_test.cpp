@@ -1,6 +1,7 @@
 // The clipboard, the menu and the duplication of the list of causali where something else is going on:
 // pending edits, a new correlation, a refusal, an empty list.
 #include "tests/screen/clipboard_fixture.h"
+#include "tests/screen/correlation_areas.h"
 
 namespace veldran::test {
 
@@ -335,6 +336,24 @@ TEST_F(ListClipboard, TakesCausaliThatDifferInCaseForOne) {
     listKey(pasteKey);
     EXPECT_TRUE(messages().boxes.empty()) << "a causale is not pasted onto itself";
     EXPECT_EQ(e().stored("acq"), two);
+}
+
+TEST(ListMenu, DoesNotOpenWithoutARowAndDoesNothingForAnUnknownKey) {
+    CorrelationAreas work(storedChart());
+    work.enter();
+    int opened = 0;
+    const Subscription menu = work.work.form.PopupRequested.subscribe(
+        [&](controls::PopupMenu&, const controls::PopupPlace&) { ++opened; });
+    work.areas->appuntiLista.PopupListMenu(nullptr, 0, 0, nullptr);
+    work.areas->appuntiLista.PopupListMenu(nullptr, 0, 0, &work.controls().LST_CAUSALI);
+    EXPECT_EQ(opened, 0);
+    work.screen.forget();
+    work.areas->appuntiLista.gclsPopupList_AfterItemClick("ListQualcosa");
+    work.areas->appuntiLista.gclsPopupList_AfterItemClick("");
+    EXPECT_TRUE(work.screen.log().messages().empty());
+    EXPECT_FALSE(work.areas->appuntiLista.CorrelazioneInSospeso());
+    EXPECT_TRUE(work.work.messages->boxes.empty());
+    EXPECT_TRUE(work.errors().empty());
 }
 
 TEST_F(Duplication, OntoACausaleThatIsListedInAnotherCaseIsRefused) {

@@ -4,6 +4,7 @@
 #include "tests/screen/correlation_areas.h"
 #include "tests/screen/expected_correlation_statements.h"
 #include "tests/screen/expected_statements.h"
+#include "tests/screen/failing_allocations.h"
 
 namespace veldran::test {
 
@@ -129,6 +130,23 @@ TEST_F(TreeClipboard, CopiesAndPastesByTheKeysOfItsMenu) {
     EXPECT_TRUE(stored("ACQ", a).empty());
     EXPECT_FALSE(clipboard().CorrelazioneInSospeso()) << "a cut ends";
     EXPECT_TRUE(areas.errors().empty());
+}
+
+TEST_F(TreeClipboard, StaysAsItWasWhenAnAccountCannotBeTaken) {
+    controls::TreeNode& node = select(a);
+    const std::string text = node.Text();
+    const std::string longText(10000, 'x');
+    node.SetText(longText);
+    {
+        const FailingAllocations noMemory(longText.size());
+        choose("TreeCopia");
+        choose("TreeTaglia");
+    }
+    EXPECT_EQ(areas.labels(), (Texts{"AttivazioneCopiaTree:", "AttivazioneTagliaTree:"}));
+    EXPECT_FALSE(clipboard().CorrelazioneInSospeso());
+    node.SetText(text);
+    choose("TreeCopia");
+    EXPECT_EQ(menuTexts()[2], "TreeIncolla: Incolla corr. 01/02/03/0005 - Cassa contanti");
 }
 
 TEST_F(TreeClipboard, DoesNothingForAnUnknownKeyNorWithoutASelectedNode) {
