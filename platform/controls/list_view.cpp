@@ -56,7 +56,7 @@ ListView::Item ListView::Add(std::string key, std::string text) {
     if (Find(key) != nullptr) {
         throw std::invalid_argument("the list already has a row with the key \"" + key + "\"");
     }
-    const Item item(new ListItem(*this, std::move(key), std::move(text)));
+    Item item(new ListItem(*this, std::move(key), std::move(text)));
     items_.push_back(item);
     ItemsChanged.raise();
     return item;
@@ -116,7 +116,8 @@ void ListView::SelectFromView(std::size_t index) {
 
 void ListView::select(const Item& item) {
     const auto life = lifeline();
-    const Item kept = item; // a handler may remove it
+    // A handler may remove it, and with it what the parameter refers to.
+    const Item kept = item; // NOLINT(performance-unnecessary-copy-initialization)
     if (kept != selected_) {
         selected_ = kept;
         SelectionChanged.raise();
