@@ -73,7 +73,8 @@ private:
 class Database {
 public:
     explicit Database(const std::string& path) {
-        if (sqlite3_open_v2(path.c_str(), &handle_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+        if (sqlite3_open_v2(path.c_str(), &handle_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
+            SQLITE_OK) {
             throw std::runtime_error("cannot open " + path);
         }
         // Account codes are digits, whose bytes already have the order of the file's collation.

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -38,7 +39,8 @@ std::vector<ChartKind> chartsOf(const Options& options) {
             kinds.push_back({accounts, levels, 0});
         }
         if (accounts >= 100'000) {
-            kinds.push_back({accounts, 2, accounts / 10});
+            // Five digits number the accounts of one grouping.
+            kinds.push_back({accounts, 2, std::min<std::int64_t>(accounts / 10, 99'999)});
         }
     }
     return kinds;

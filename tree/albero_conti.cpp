@@ -30,17 +30,35 @@ bool flag(const Value& value) {
     return !value.isNull() && value.toBool();
 }
 
-RigaConto leggiRiga(ado::Fields& campi) {
-    RigaConto riga;
-    riga.conto = nullSafeText(campi["CONTO"].Value());
-    riga.contoF = nullSafeText(campi["CONTOF"].Value());
-    riga.descrizione = nullSafeText(campi["DESCRIZIONE"].Value());
-    riga.analitico = flag(campi["ISANALITICO"].Value());
-    riga.attivo = flag(campi["ATTIVO"].Value());
-    riga.correlato = flag(campi["CORRELATO"].Value());
-    riga.livello = Value(nullSafeNumber(campi["NRLIVELLO"].Value())).toInt16();
-    return riga;
-}
+/// The fields of a child query, looked up by name once for all its rows.
+class CampiConto {
+public:
+    explicit CampiConto(ado::Fields& campi)
+        : conto_(campi["CONTO"]), contoF_(campi["CONTOF"]), descrizione_(campi["DESCRIZIONE"]),
+          analitico_(campi["ISANALITICO"]), attivo_(campi["ATTIVO"]), correlato_(campi["CORRELATO"]),
+          livello_(campi["NRLIVELLO"]) {}
+
+    RigaConto leggi() const {
+        RigaConto riga;
+        riga.conto = nullSafeText(conto_.Value());
+        riga.contoF = nullSafeText(contoF_.Value());
+        riga.descrizione = nullSafeText(descrizione_.Value());
+        riga.analitico = flag(analitico_.Value());
+        riga.attivo = flag(attivo_.Value());
+        riga.correlato = flag(correlato_.Value());
+        riga.livello = Value(nullSafeNumber(livello_.Value())).toInt16();
+        return riga;
+    }
+
+private:
+    ado::Field& conto_;
+    ado::Field& contoF_;
+    ado::Field& descrizione_;
+    ado::Field& analitico_;
+    ado::Field& attivo_;
+    ado::Field& correlato_;
+    ado::Field& livello_;
+};
 
 bool segnaposto(const controls::TreeNode& nodo) {
     return nodo.Tag() == nullptr && nodo.Key().ends_with(suffissoSegnaposto);
@@ -93,8 +111,11 @@ void AlberoConti::CaricaChildren(controls::TreeNode& nodo) {
         }
         if (const auto comando = info->GetCMDGetChildren()) {
             const auto record = comando->Execute();
-            for (; !record->EndOfFile(); record->MoveNext()) {
-                aggiungiConto(nodo, info->NaturaConto(), leggiRiga(record->Fields()));
+            if (!record->EndOfFile()) {
+                const CampiConto campi(record->Fields());
+                for (; !record->EndOfFile(); record->MoveNext()) {
+                    aggiungiConto(nodo, info->NaturaConto(), campi.leggi());
+                }
             }
         }
         info->MarkAsExplored();

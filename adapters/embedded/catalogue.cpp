@@ -20,6 +20,9 @@ constexpr std::string_view kindIndex = "index";
 constexpr std::string_view kindProcedure = "procedure";
 constexpr std::string_view kindFunction = "function";
 
+// Begins the names of indexes that nobody declared.
+constexpr std::string_view ownIndexPrefix = "veldran_";
+
 // Numbers of working tables stay apart from those of the file.
 constexpr std::int64_t temporaryIdBase = 1'000'000'000;
 
@@ -62,18 +65,6 @@ std::string createIndexSql(const Table& table, std::string_view name, const std:
            quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")";
 }
 
-// How many columns of the index, from its first, are among those sought.
-std::size_t servedColumns(const std::vector<std::string>& index, const std::vector<std::string>& sought) {
-    const auto end = std::find_if(index.begin(), index.end(), [&](const std::string& column) {
-        return std::find(sought.begin(), sought.end(), column) == sought.end();
-    });
-    return static_cast<std::size_t>(end - index.begin());
-}
-
-bool beginsWith(const std::vector<std::string>& columns, std::span<const std::string> begin) {
-    return columns.size() >= begin.size() && std::equal(begin.begin(), begin.end(), columns.begin());
-}
-
 std::string createTableSql(const Table& table) {
     std::string sql = "CREATE TABLE " + table.sqlName() + " (";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
@@ -111,6 +102,7 @@ void Catalogue::changed() {
 
 void Catalogue::forget() {
     entries_.clear();
+    ++indexState_;
     loaded_ = false;
     ++generation_;
 }
@@ -141,7 +133,6 @@ void Catalogue::ensureLoaded() {
     load("temp");
     loadIndexes("main");
     loadIndexes("temp");
-    pendingIndexes_ = countPending();
     loaded_ = true;
 }
 
@@ -187,7 +178,7 @@ void Catalogue::loadIndexes(const std::string& schema) {
                           schema + ".veldran_catalogue AS c WHERE kind = 'index'");
     const ResetGuard guard(rows);
     while (rows.step()) {
-        Index& index = entries_[toUpper(rows.text(0))].indexes[std::string(rows.text(1))];
+        TableIndex& index = entries_[toUpper(rows.text(0))].indexes[std::string(rows.text(1))];
         const std::string_view definition = rows.text(2);
         const std::size_t end = std::min(definition.find('\t'), definition.size());
         std::istringstream lines{std::string(definition.substr(0, end))};
@@ -355,7 +346,7 @@ void Catalogue::dropTable(const Table& table) {
     indexes.bind(1, std::string_view(name));
     indexes.run();
     entries_.erase(toUpper(name));
-    pendingIndexes_ = countPending();
+    ++indexState_;
     changed();
 }
 
@@ -391,12 +382,15 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
     known.bind(2, std::string_view(name));
     const bool taken = known.step();
     known.reset();
+    if (toLower(name).starts_with(ownIndexPrefix)) {
+        fail(errorNotSupported, "42000", "Il nome '" + name + "' è riservato al database.");
+    }
     if (taken) {
         fail(1913, "42S11",
              "Un indice o una statistica denominata '" + name + "' esiste già nella tabella '" + table.name +
                  "'.");
     }
-    Index index{std::move(names), createIndexSql(table, name, list, unique)};
+    TableIndex index{std::move(names), createIndexSql(table, name, list, unique)};
     if (table.isTemporary() && !unique) {
         definition += "\t" + index.pending;
     } else {
@@ -405,53 +399,41 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
     }
     store(table.schema(), kindIndex, name, table.name, definition);
     entries_[toUpper(table.name)].indexes[name] = std::move(index);
-    pendingIndexes_ = countPending();
+    ++indexState_;
     changed();
 }
 
-void Catalogue::buildIndexes(const std::string& table, const std::vector<std::string>& columns) {
+bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::string>& columns) {
     ensureLoaded();
-    if (pendingIndexes_ == 0) {
-        return;
+    const auto found = entries_.find(toUpper(name));
+    if (found == entries_.end() || !found->second.table) {
+        return true;
     }
-    const auto found = entries_.find(toUpper(table));
-    if (found == entries_.end()) {
-        return;
+    Entry& entry = found->second;
+    const std::vector<TableIndex*> wanted = indexesToBuild(entry.indexes, *entry.table, columns);
+    for (TableIndex* index : wanted) {
+        database_.execute(index->pending);
+        index->pending.clear();
     }
-    // Of several indexes that serve the same columns one is enough, the narrowest; those that serve most come
-    // first, because they serve every beginning of these columns as well.
-    std::vector<std::pair<std::size_t, Index*>> wanted;
-    std::vector<const Index*> present;
-    for (auto& [name, index] : found->second.indexes) {
-        if (index.pending.empty()) {
-            present.push_back(&index);
-        } else if (const std::size_t served = servedColumns(index.columns, columns); served > 0) {
-            wanted.emplace_back(served, &index);
-        }
+    const auto code = codeWithoutIndex(entry.indexes, *entry.table, columns);
+    // Looking through the table once costs less than an index of it, looking twice does not.
+    const bool again = code && ++entry.searches[*code] > 1;
+    if (again) {
+        const std::string ownName = std::string(ownIndexPrefix) + *code;
+        database_.execute(createIndexSql(*entry.table, ownName, quoteName(*code), false));
+        entry.indexes[ownName] = {{*code}, {}};
     }
-    std::stable_sort(wanted.begin(), wanted.end(), [](const auto& a, const auto& b) {
-        return a.first != b.first ? a.first > b.first : a.second->columns.size() < b.second->columns.size();
-    });
-    for (const auto& [served, index] : wanted) {
-        const std::span<const std::string> begin(index->columns.data(), served);
-        if (std::none_of(present.begin(), present.end(),
-                         [&](const Index* other) { return beginsWith(other->columns, begin); })) {
-            database_.execute(index->pending);
-            index->pending.clear();
-            present.push_back(index);
-        }
+    if (!wanted.empty() || again) {
+        weighIndexes(*entry.table);
     }
-    pendingIndexes_ = countPending();
+    return !code || again;
 }
 
-std::size_t Catalogue::countPending() const {
-    std::size_t count = 0;
-    for (const auto& [key, entry] : entries_) {
-        count += static_cast<std::size_t>(
-            std::count_if(entry.indexes.begin(), entry.indexes.end(),
-                          [](const auto& index) { return !index.second.pending.empty(); }));
-    }
-    return count;
+// Without being told, SQLite takes an index of flags for as good as one of codes. A look at some hundred
+// entries of each is enough.
+void Catalogue::weighIndexes(const Table& table) {
+    database_.execute("PRAGMA analysis_limit = 400; ANALYZE " + table.sqlName());
+    ++indexState_;
 }
 
 void Catalogue::dropIndex(const Table& table, const std::string& name) {

@@ -2,6 +2,7 @@
 
 #include "adapters/embedded/sqlite.h"
 #include "adapters/embedded/table.h"
+#include "adapters/embedded/working_indexes.h"
 
 #include <cstdint>
 #include <map>
@@ -43,8 +44,12 @@ public:
     void createIndex(const Table& table, const std::string& name,
                      const std::vector<tsql::IndexColumn>& columns, bool unique);
     void dropIndex(const Table& table, const std::string& name);
-    /// Builds the indexes of a working table that were put off and serve conditions on these columns.
-    void buildIndexes(const std::string& table, const std::vector<std::string>& columns);
+    /// Builds what serves conditions on these columns of a working table: indexes that were put off, and one
+    /// of the catalogue's own for a code that none finds, the second time it is looked for. \return false
+    /// when the next time may build more, although `indexState` is the same
+    bool buildIndexes(const std::string& table, const std::vector<std::string>& columns);
+    /// Grows with every index that comes or goes.
+    std::uint64_t indexState() const { return indexState_; }
     void createRoutine(const Routine& routine, tsql::DefinitionMode mode);
     void dropRoutine(const Routine& routine);
     std::vector<std::string> temporaryTables();
@@ -62,22 +67,19 @@ private:
     void load(const std::string& schema);
     void loadIndexes(const std::string& schema);
     void ensureLoaded();
-    std::size_t countPending() const;
+    void weighIndexes(const Table& table);
     std::int64_t store(const std::string& schema, std::string_view kind, std::string_view name,
                        std::string_view parent, std::string_view definition);
     void remove(const std::string& schema, std::string_view kind, std::string_view name,
                 std::string_view parent);
     void checkNameIsFree(const tsql::QualifiedName& name);
 
-    struct Index {
-        std::vector<std::string> columns;
-        std::string pending; ///< the SQLite text that builds it; empty when it is there
-    };
     struct Entry {
         std::shared_ptr<const Table> table;     // shared with the statements bound to it
         std::shared_ptr<const Routine> routine; // shared with the statements bound to it
         std::int64_t id = 0;
-        std::map<std::string, Index> indexes; ///< of a table, by name
+        TableIndexes indexes{};                ///< of a table
+        std::map<std::string, int> searches{}; ///< for a code that no index finds, by its column
     };
     static bool isOfType(const Entry& entry, std::string_view type);
     using Entries = std::map<std::string, Entry>; // by name in capitals
@@ -89,7 +91,7 @@ private:
     SqliteStatement schemaVersionQuery_;
     Entries entries_;
     bool loaded_ = false;
-    std::size_t pendingIndexes_ = 0; ///< of all tables
+    std::uint64_t indexState_ = 1;
     std::int64_t schemaVersion_ = -1;
     std::uint64_t generation_ = 1;
 };

@@ -188,7 +188,7 @@ Compiled& Executor::compiled(const void* node, Activation& activation,
         }
         entries.erase(found);
     }
-    Compiled entry{translate(), {}, session_.catalogue().generation(), session_.identityInsert, 0};
+    Compiled entry{translate(), {}, session_.catalogue().generation(), session_.identityInsert, 0, 0};
     return entries.emplace(node, std::move(entry)).first->second;
 }
 
@@ -223,14 +223,19 @@ void Executor::bind(const tsql::Statement& statement, Activation& activation) {
     }
 }
 
-void Executor::buildIndexes(const Program& program) {
+bool Executor::buildIndexes(const Program& program) {
+    bool complete = true;
     for (const Sought& sought : program.sought) {
-        session_.catalogue().buildIndexes(sought.table, sought.columns);
+        complete = session_.catalogue().buildIndexes(sought.table, sought.columns) && complete;
     }
+    return complete;
 }
 
 void Executor::prepare(Compiled& entry) {
-    buildIndexes(entry.program());
+    const Catalogue& catalogue = session_.catalogue();
+    if (entry.indexState != catalogue.indexState() && buildIndexes(entry.program())) {
+        entry.indexState = catalogue.indexState();
+    }
     if (!entry.statement) {
         entry.statement = session_.database().prepare(entry.program().sql);
         entry.replans = 0;

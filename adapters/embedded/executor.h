@@ -70,7 +70,8 @@ private:
                        const std::function<TranslatedStatement()>& translate);
     Compiled& compiledStatement(const tsql::Statement& statement, Activation& activation);
     bool isCurrent(Compiled& entry);
-    void buildIndexes(const Program& program);
+    /// False when running the program again may build more.
+    bool buildIndexes(const Program& program);
     void prepare(Compiled& entry);
     void bindSlots(SqliteStatement& statement, const std::vector<Slot>& slots, Activation& activation);
     void runStatement(const tsql::Statement& statement, Activation& activation);
@@ -80,6 +81,8 @@ private:
     void readRows(Compiled& entry, bool hasRow);
     void assignVariables(Compiled& entry, bool hasRow, Activation& activation);
     void runChange(Compiled& entry);
+    /// False when the rows that differ are not known: nothing was done then.
+    bool writeBackDiffering(Compiled& entry, const WriteBack& writeBack);
     void runKeyUpdate(Compiled& entry, Activation& activation);
     void runInto(Compiled& entry, Activation& activation);
     void counted(std::int64_t rows);

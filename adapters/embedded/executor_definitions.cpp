@@ -137,6 +137,7 @@ void Executor::dropOne(const tsql::DropStatement& statement, const tsql::DropTar
             return missing("la tabella");
         }
         AtomicScope scope(session_, !table->isTemporary());
+        session_.rowCopies().forget(table->name);
         catalogue.dropTable(*table);
         scope.complete();
         if (equalsIgnoringAsciiCase(session_.identityInsert, table->name)) {
@@ -172,6 +173,7 @@ void Executor::define(const tsql::TruncateTable& statement) {
         fail(4701, "42S02",
              "Impossibile trovare l'oggetto \"" + statement.name.last() + "\" perché non esiste.");
     }
+    session_.rowCopies().forget(found->name);
     AtomicScope scope(session_, !found->isTemporary());
     session_.database().execute("DELETE FROM " + found->sqlName());
     if (found->identityColumn() != nullptr) {

@@ -152,15 +152,56 @@ void Executor::assignVariables(Compiled& entry, bool hasRow, Activation& activat
 }
 
 void Executor::runChange(Compiled& entry) {
+    const Program& program = entry.program();
+    if (program.writesBack && writeBackDiffering(entry, *program.writesBack)) {
+        return;
+    }
+    RowCopies& copies = session_.rowCopies();
     sqlite3* handle = session_.database().handle();
     session_.database().functions().comparedRows = 0;
-    entry.statement.run();
+    {
+        const RowCopies::Watch watch(copies, session_.database(), program.changesTable, program.updates);
+        entry.statement.run();
+    }
+    if (program.writesBack) {
+        copies.settle(*program.writesBack);
+    } else if (program.copies) {
+        copies.copied(*program.copies, sqlite3_changes64(handle), false);
+    } else if (program.updates.empty()) {
+        copies.forget(program.changesTable);
+    }
     counted(entry.program().sparesRows ? session_.database().functions().comparedRows
                                        : sqlite3_changes64(handle));
     if (entry.program().inserts) {
         session_.lastIdentity =
             entry.program().numbersRows ? std::optional(sqlite3_last_insert_rowid(handle)) : std::nullopt;
     }
+}
+
+// The whole statement would look at every row and find most of them as they are to be.
+bool Executor::writeBackDiffering(Compiled& entry, const WriteBack& writeBack) {
+    RowCopies& copies = session_.rowCopies();
+    const std::vector<std::int64_t>* rows = copies.differing(writeBack);
+    if (rows == nullptr) {
+        return false;
+    }
+    session_.database().functions().comparedRows = 0;
+    if (!rows->empty()) {
+        if (!entry.ofOneRow) {
+            entry.ofOneRow = session_.database().prepare(writeBack.ofOneRow);
+        }
+        AtomicScope scope(session_, false);
+        const std::vector<std::int64_t> numbers = *rows; // what is written is noted in turn
+        const RowCopies::Watch watch(copies, session_.database(), writeBack.to, {writeBack.column});
+        for (const std::int64_t number : numbers) {
+            entry.ofOneRow.bind(1, number);
+            entry.ofOneRow.run();
+        }
+        scope.complete();
+    }
+    copies.settle(writeBack);
+    counted(copies.rows(writeBack));
+    return true;
 }
 
 // Rows whose keys swap or close up collide half-way, because SQLite checks row by row. Then the rows are
@@ -176,6 +217,7 @@ void Executor::runKeyUpdate(Compiled& entry, Activation& activation) {
             throw;
         }
     }
+    session_.rowCopies().forget(update.target.name);
     AtomicScope scope(session_, !update.target.isTemporary());
     session_.database().execute("DROP TABLE IF EXISTS temp.veldran_stage; " + stageDefinition(update.target));
     SqliteStatement stage = session_.database().prepare(update.stage);
@@ -200,6 +242,9 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
     const std::int64_t rows = sqlite3_changes64(session_.database().handle());
     fill = {};
     scope.complete();
+    if (into.fill.copies) {
+        session_.rowCopies().copied(*into.fill.copies, rows, true);
+    }
     noteWorkingTable(into.table);
     counted(rows);
 }

@@ -111,7 +111,9 @@ std::unique_ptr<SqliteDatabase> openDatabase(const ConnectionSettings& settings)
         }
     }
     checkBeginning(settings.path);
-    auto database = std::make_unique<SqliteDatabase>(settings.path, SQLITE_OPEN_READWRITE);
+    // A session is used by one thread at a time, as ADO's connections are: SQLite need not guard each call.
+    auto database =
+        std::make_unique<SqliteDatabase>(settings.path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
     configure(*database, settings.lockTimeout);
     checkIdentity(*database);
     return database;

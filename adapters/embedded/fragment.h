@@ -24,6 +24,7 @@ struct Fragment {
     int minimumLength = 0;        ///< characters that the text surely has
     const Table* table = nullptr; ///< the base table's column that it stands for, if it does
     const Column* column = nullptr;
+    int occurrence = 0; ///< of that table in the statement
 
     Range bounds() const { return range ? *range : rangeOf(type); }
     bool isNullConstant() const { return constant && isNull(*constant); }

@@ -19,7 +19,9 @@ struct Compiled {
     SqliteStatement statement;    ///< of a Program, and of the direct form of a key update
     std::uint64_t generation = 0; ///< of the catalogue, when the binding was last found good
     std::string identityInsert;   ///< the setting it was bound under
+    std::uint64_t indexState = 0; ///< of the catalogue, when its indexes were last found built
     int replans = 0;              ///< how often SQLite had planned it anew when last looked at
+    SqliteStatement ofOneRow{};   ///< of a write-back
 
     const Program& program() const;
 };

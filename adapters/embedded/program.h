@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/embedded/catalogue.h"
+#include "adapters/embedded/row_copies.h"
 #include "platform/ado/row_set.h"
 
 #include <memory>
@@ -32,9 +33,10 @@ struct Dependency {
     std::shared_ptr<const Routine> routine;
 };
 
-/// The columns of a working table that a text tests or sorts by: what an index could serve.
+/// The columns that a text tests or sorts by where it names a working table: what an index could serve.
 struct Sought {
     std::string table;
+    int occurrence = 0; ///< a text may name a table several times, each time with conditions of its own
     std::vector<std::string> columns;
 };
 
@@ -46,10 +48,14 @@ struct Program {
     std::vector<std::string> variables; ///< of SELECT @V = ...: one for each column
     std::vector<Dependency> dependencies;
     std::vector<Sought> sought;
-    bool changesFile = false; ///< it writes a table of the file, not a working table
-    bool inserts = false;     ///< it is an INSERT
-    bool numbersRows = false; ///< into a table with an identity column
-    bool sparesRows = false;  ///< rows that have their new values already are counted and left as they are
+    std::string changesTable;            ///< the working table that it changes; empty for one of the file
+    std::vector<std::string> updates;    ///< of an UPDATE of a working table: the columns it assigns
+    std::optional<RowCopy> copies;       ///< of an INSERT
+    std::optional<WriteBack> writesBack; ///< of an UPDATE
+    bool changesFile = false;            ///< it writes a table of the file, not a working table
+    bool inserts = false;                ///< it is an INSERT
+    bool numbersRows = false;            ///< into a table with an identity column
+    bool sparesRows = false; ///< rows that have their new values already are counted and left as they are
 };
 
 /// SELECT ... INTO: the table to make, and the statement that fills it.

@@ -26,12 +26,17 @@ SessionState::~SessionState() {
     database_->functions().objects = nullptr;
 }
 
+void SessionState::forgetTables() {
+    catalogue_.forget();
+    rowCopies_.forgetAll();
+}
+
 // SQLite rolls the whole transaction back by itself when the disk is full or a write was interrupted.
 int SessionState::transactionCount() {
     if (transactions_ > 0 && !database_->inTransaction()) {
         transactions_ = 0;
         savepoints_.clear();
-        catalogue_.forget();
+        forgetTables();
     }
     return transactions_;
 }
@@ -62,7 +67,7 @@ void SessionState::rollback() {
     }
     transactions_ = 0;
     savepoints_.clear();
-    catalogue_.forget();
+    forgetTables();
     database_->execute("ROLLBACK");
 }
 
@@ -81,7 +86,7 @@ void SessionState::rollbackTo(const std::string& name) {
     if (found == savepoints_.rend()) {
         return rollback();
     }
-    catalogue_.forget();
+    forgetTables();
     database_->execute("ROLLBACK TO " + quoteName("save " + name));
 }
 
@@ -127,6 +132,7 @@ void SessionState::endScopedTables() {
         const tsql::QualifiedName name{{}, {scopedTables[i].name}};
         scopedTables.erase(scopedTables.begin() + static_cast<std::ptrdiff_t>(i));
         if (const auto table = catalogue_.findTable(name)) {
+            rowCopies_.forget(table->name);
             catalogue_.dropTable(*table);
         }
     }
@@ -143,7 +149,7 @@ AtomicScope::~AtomicScope() {
     if (done_) {
         return;
     }
-    session_.catalogue().forget();
+    session_.forgetTables();
     try {
         if (!nested_) {
             if (session_.database().inTransaction()) {

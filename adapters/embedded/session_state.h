@@ -2,6 +2,7 @@
 
 #include "adapters/embedded/catalogue.h"
 #include "adapters/embedded/plan.h"
+#include "adapters/embedded/row_copies.h"
 #include "adapters/embedded/sqlite.h"
 
 #include <chrono>
@@ -21,6 +22,9 @@ public:
 
     SqliteDatabase& database() { return *database_; }
     Catalogue& catalogue() { return catalogue_; }
+    RowCopies& rowCopies() { return rowCopies_; }
+    /// Forgets what is remembered of the tables: after something was taken back.
+    void forgetTables();
 
     void begin();
     void commit();
@@ -61,6 +65,7 @@ public:
 private:
     std::unique_ptr<SqliteDatabase> database_;
     Catalogue catalogue_;
+    RowCopies rowCopies_;
     PlanCache texts_;
     std::map<std::string, std::shared_ptr<Plan>> procedures_; // shared with the calls that are running
     int transactions_ = 0;

@@ -6,6 +6,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace veldran::embedded {
@@ -134,6 +135,7 @@ std::vector<Translator::AssignedColumn> Translator::assignments(const tsql::Upda
 Program Translator::finishChange(std::string sql, const Table& target) {
     Program program = finish(std::move(sql));
     program.changesFile = !target.isTemporary();
+    program.changesTable = target.isTemporary() ? target.name : std::string();
     return program;
 }
 
@@ -225,6 +227,42 @@ bool Translator::meetsOnce(const tsql::UpdateStatement& statement, const Target&
     return tellRowsApart(other, matched);
 }
 
+// Whether the condition joins the target to one other working table by their row numbers and says nothing
+// else.
+bool Translator::joinsRowNumbers(const Target& target, const std::string& condition, const Scope& scope) {
+    if (scope.sources.size() != 2 || target.added) {
+        return false;
+    }
+    std::array<std::string, 2> numbers;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const Source& source = scope.sources[i];
+        const Column* identity =
+            source.table && source.table->isTemporary() ? source.table->identityColumn() : nullptr;
+        if (identity == nullptr) {
+            return false;
+        }
+        numbers[i] = quoteName(source.alias) + "." + quoteName(identity->name);
+    }
+    return condition == numbers[0] + " = " + numbers[1] || condition == numbers[1] + " = " + numbers[0];
+}
+
+// Of an UPDATE that joins row numbers: what it carries back, if that is one column to the one of its name.
+std::optional<WriteBack> Translator::writeBackOf(const Target& target,
+                                                 const std::vector<AssignedColumn>& assigned,
+                                                 const std::string& sql, const Scope& scope) {
+    const Source& own = scope.sources[target.source];
+    const Source& other = scope.sources[1 - target.source];
+    const Column& column = target.table->columns[assigned.front().column];
+    const auto place = other.table->indexOf(column.name);
+    if (assigned.size() != 1 || !place || !(other.table->columns[*place].type == column.type) ||
+        assigned.front().value.sql != quoteName(other.alias) + "." + quoteName(column.name)) {
+        return std::nullopt;
+    }
+    return WriteBack{other.table->name, target.table->name, column.name,
+                     sql + " AND " + quoteName(own.alias) + "." +
+                         quoteName(target.table->identityColumn()->name) + " = ?1"};
+}
+
 TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                             const std::vector<AssignedColumn>& assigned,
                                             const std::string& from, Condition where, const Scope& scope) {
@@ -241,6 +279,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     // its own.
     const bool spares =
         !movesKeys && where.sql.find("SELECT ") == std::string::npos && meetsOnce(statement, target, scope);
+    const std::string joinCondition = where.sql;
     if (spares) {
         std::string changes;
         for (const AssignedColumn& column : assigned) {
@@ -254,6 +293,8 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         where = allOf({where, {std::move(changes), Condition::Form::Predicate, std::nullopt}});
     }
     const bool direct = joinsInnerOnly(statement.from);
+    const bool carriesBack =
+        spares && direct && slots_.empty() && joinsRowNumbers(target, joinCondition, scope);
     std::string sql = "UPDATE " + (direct ? named : table.sqlName()) + " SET ";
     std::string values;
     for (std::size_t i = 0; i < assigned.size(); ++i) {
@@ -280,6 +321,12 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     if (!movesKeys) {
         Program program = finishChange(std::move(sql), table);
         program.sparesRows = spares;
+        for (const AssignedColumn& column : assigned) {
+            program.updates.push_back(table.columns[column.column].name);
+        }
+        if (carriesBack) {
+            program.writesBack = writeBackOf(target, assigned, program.sql, scope);
+        }
         return program;
     }
     KeyUpdateProgram program;

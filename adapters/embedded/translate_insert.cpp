@@ -117,6 +117,7 @@ Program Translator::insert(const tsql::InsertStatement& statement) {
     const auto target = table(statement.table);
     Program program = writeInsert(statement, *target);
     program.changesFile = !target->isTemporary();
+    program.changesTable = target->isTemporary() ? target->name : std::string();
     program.inserts = true;
     program.numbersRows = target->identityColumn() != nullptr;
     return program;
@@ -141,6 +142,7 @@ Program Translator::writeInsert(const tsql::InsertStatement& statement, const Ta
         }
     };
     std::string source;
+    std::optional<RowCopy> copies;
     if (const auto* values = std::get_if<tsql::InsertValues>(&statement.source)) {
         checkCount(values->rows.front().size());
         source = valuesRows(*values, target, columns, omitted);
@@ -168,6 +170,7 @@ Program Translator::writeInsert(const tsql::InsertStatement& statement, const Ta
             types.push_back(target.columns[column].type);
             names.push_back(target.columns[column].name);
         }
+        copies = rowCopyOf(bound, target, names);
         source = writeConverted(bound, types, names);
     } else if (omitted.empty()) {
         return finish("INSERT INTO " + target.sqlName() + " DEFAULT VALUES");
@@ -179,7 +182,10 @@ Program Translator::writeInsert(const tsql::InsertStatement& statement, const Ta
         source += ")";
     }
     columns.insert(columns.end(), omitted.begin(), omitted.end());
-    return finish("INSERT INTO " + target.sqlName() + " (" + quotedColumns(target, columns) + ") " + source);
+    Program program =
+        finish("INSERT INTO " + target.sqlName() + " (" + quotedColumns(target, columns) + ") " + source);
+    program.copies = std::move(copies);
+    return program;
 }
 
 } // namespace veldran::embedded

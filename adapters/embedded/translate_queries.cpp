@@ -431,6 +431,30 @@ TranslatedStatement Translator::select(const tsql::SelectStatement& statement) {
     return program;
 }
 
+// Whether the query copies rows of one working table with their numbers; `names` are the target's columns
+// that its items go to.
+std::optional<RowCopy> Translator::rowCopyOf(const BoundQuery& query, const Table& target,
+                                             const std::vector<std::string>& names) {
+    const BoundSelect& select = query.arms.front();
+    const Table* source = select.onlyTable.get();
+    const Column* number = target.identityColumn();
+    if (!query.isPlain() || select.grouped || source == nullptr || !source->isTemporary() ||
+        !target.isTemporary() || number == nullptr) {
+        return std::nullopt;
+    }
+    RowCopy copy{source->name, target.name, {}};
+    bool withNumbers = false;
+    for (std::size_t i = 0; i < names.size() && i < select.items.size(); ++i) {
+        const Column* column = select.items[i].value.column;
+        if (column == nullptr || column->name != names[i]) {
+            continue;
+        }
+        withNumbers = withNumbers || (column->identity && names[i] == number->name);
+        copy.columns.push_back(names[i]);
+    }
+    return withNumbers ? std::optional(std::move(copy)) : std::nullopt;
+}
+
 TranslatedStatement Translator::selectInto(const tsql::SelectSpecification& node, BoundQuery& query) {
     Table table;
     table.name = node.into->last();
@@ -471,11 +495,18 @@ TranslatedStatement Translator::selectInto(const tsql::SelectSpecification& node
                      "' è ripetuto.");
         }
     }
+    const std::optional<RowCopy> copies =
+        select.identity == nullptr ? rowCopyOf(query, table, names) : std::nullopt;
+    const auto filledBy = [&](std::string sql) {
+        Program fill = finish(std::move(sql));
+        fill.copies = copies;
+        return IntoProgram{table, std::move(fill)};
+    };
     if (isWholeCopy(query)) {
-        return IntoProgram{table, finish("INSERT INTO " + table.sqlName() + " SELECT * FROM " + select.from)};
+        return filledBy("INSERT INTO " + table.sqlName() + " SELECT * FROM " + select.from);
     }
     const std::string source = writeConverted(query, types, names);
-    return IntoProgram{table, finish("INSERT INTO " + table.sqlName() + " (" + list + ") " + source)};
+    return filledBy("INSERT INTO " + table.sqlName() + " (" + list + ") " + source);
 }
 
 } // namespace veldran::embedded

@@ -6,6 +6,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veldran::embedded {
 
@@ -31,6 +32,7 @@ void Translator::addTable(Scope& scope, std::shared_ptr<const Table> table, cons
         }
     }
     Source source{name, alias, table, {}};
+    ++occurrences_;
     for (const Column& column : table->columns) {
         Fragment value;
         value.sql = quoteName(alias) + "." + quoteName(column.name);
@@ -40,6 +42,7 @@ void Translator::addTable(Scope& scope, std::shared_ptr<const Table> table, cons
         value.minimumLength = column.type.isFixedText() ? column.type.length : 0;
         value.table = table.get();
         value.column = &column;
+        value.occurrence = occurrences_;
         source.columns.push_back({column.name, std::move(value)});
     }
     scope.sources.push_back(std::move(source));
@@ -109,11 +112,15 @@ std::string Translator::joined(const tsql::TableSource& source, Scope& scope,
         }
         const bool outer = step.kind == tsql::JoinKind::LeftOuter;
         const std::size_t before = scope.sources.size();
+        const int occurrencesBefore = occurrences_;
         sql +=
             (outer ? " LEFT JOIN " : " JOIN ") + primary(step.right, scope, conditions, outerSide || outer);
         if (step.on) {
             const ScopeFrame frame(*this, scope);
+            // All rows on the left of an outer join are wanted: no index helps to find them.
+            const int saved = std::exchange(soughtBehind_, outer ? occurrencesBefore : soughtBehind_);
             sql += " ON " + truth(*step.on).sql;
+            soughtBehind_ = saved;
         }
         if (outer) {
             makeNullable(scope, before);

@@ -84,13 +84,14 @@ Program Translator::finish(std::string sql) {
 }
 
 void Translator::noteSought(const Fragment& column) {
-    if (seeks_ == 0 || column.column == nullptr || !column.table->isTemporary()) {
+    if (seeks_ == 0 || column.column == nullptr || !column.table->isTemporary() ||
+        column.occurrence <= soughtBehind_) {
         return;
     }
     auto entry = std::find_if(sought_.begin(), sought_.end(),
-                              [&](const Sought& other) { return other.table == column.table->name; });
+                              [&](const Sought& other) { return other.occurrence == column.occurrence; });
     if (entry == sought_.end()) {
-        entry = sought_.insert(sought_.end(), Sought{column.table->name, {}});
+        entry = sought_.insert(sought_.end(), Sought{column.table->name, column.occurrence, {}});
     }
     const std::string& name = column.column->name;
     if (std::find(entry->columns.begin(), entry->columns.end(), name) == entry->columns.end()) {
@@ -120,7 +121,9 @@ Fragment Translator::column(const tsql::QualifiedName& name) {
             }
         }
         if (found != nullptr) {
-            noteSought(found->value);
+            if (scope == scope_) { // to a subquery, what the query around it shows is a value like any other
+                noteSought(found->value);
+            }
             return found->value;
         }
         if (qualified && tableSeen) {

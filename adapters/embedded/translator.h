@@ -124,6 +124,12 @@ private:
     };
     std::vector<AssignedColumn> assignments(const tsql::UpdateStatement& statement, const Target& target);
     bool meetsOnce(const tsql::UpdateStatement& statement, const Target& target, const Scope& scope);
+    static bool joinsRowNumbers(const Target& target, const std::string& condition, const Scope& scope);
+    static std::optional<WriteBack> writeBackOf(const Target& target,
+                                                const std::vector<AssignedColumn>& assigned,
+                                                const std::string& sql, const Scope& scope);
+    static std::optional<RowCopy> rowCopyOf(const BoundQuery& query, const Table& target,
+                                            const std::vector<std::string>& names);
     TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                     const std::vector<AssignedColumn>& assigned, const std::string& from,
                                     Condition where, const Scope& scope);
@@ -143,6 +149,8 @@ private:
     const std::map<std::string, Fragment>* inlined_ = nullptr; ///< parameters of the function being inlined
     int inlineDepth_ = 0;
     int aliases_ = 0;
+    int occurrences_ = 0;     ///< of base tables so far
+    int soughtBehind_ = 0;    ///< occurrences up to this one cannot be found by the condition being bound
     bool aggregates_ = false; ///< the SELECT being bound has shown an aggregate
     int seeks_ = 0;           ///< parts being bound that an index could serve
     std::vector<Slot> slots_;

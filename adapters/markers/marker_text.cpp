@@ -8,6 +8,10 @@ namespace veldran {
 
 namespace {
 
+bool isAsciiLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
 // Behind the closing delimiter; a doubled delimiter is a character of the content.
 std::size_t endOfQuoted(std::string_view text, std::size_t begin, char close) {
     std::size_t at = begin + 1;
@@ -65,6 +69,14 @@ std::size_t endOfOpaque(std::string_view text, std::size_t begin) {
 } // namespace
 
 std::string resolveMarkers(std::string_view text, const std::vector<Marker>& markers) {
+    // Most texts have no marker at all.
+    const bool possible = std::any_of(markers.begin(), markers.end(), [&](const Marker& marker) {
+        return !marker.text.empty() && (text.find(marker.text.front()) != std::string_view::npos ||
+                                        isAsciiLetter(marker.text.front()));
+    });
+    if (!possible) {
+        return std::string(text);
+    }
     std::string result;
     result.reserve(text.size());
     std::size_t at = 0;

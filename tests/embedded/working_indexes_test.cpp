@@ -69,6 +69,64 @@ TEST_F(WorkingIndexes, OfTheSameColumnsOnlyTheNarrowestIsBuilt) {
     EXPECT_EQ(built(), (Names{"DUE", "TRE"}));
 }
 
+TEST_F(WorkingIndexes, AreNotBuiltForTheSakeOfAFlagThatTheyAdd) {
+    run({"CREATE INDEX CON_FLAG ON #C (NATURA, ATTIVO, CONTO)", "CREATE INDEX SENZA ON #C (NATURA, CONTO)"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2 AND ATTIVO = 0 AND CONTO = '0202'"), "1");
+    EXPECT_EQ(built(), Names{"SENZA"});
+}
+
+TEST_F(WorkingIndexes, AreNotBuiltForAConditionWhoseCodeTheyLeaveOut) {
+    run({"CREATE INDEX PER_NATURA ON #C (NATURA)"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE NATURA = 2 AND CONTO = '0202'"), "1");
+    EXPECT_EQ(built(), Names{});
+}
+
+TEST_F(WorkingIndexes, AreBuiltForTheTableThatIsSoughtNotForTheOneThatGivesTheValue) {
+    run({"CREATE INDEX PER_CONTO ON #C (CONTO)",
+         "CREATE TABLE #P (CODICE NCHAR(10) NOT NULL, NATURA DECIMAL(1))",
+         "CREATE INDEX PER_NATURA ON #P (NATURA)", "INSERT INTO #P VALUES ('0201', 2), ('0999', 2)"});
+    EXPECT_EQ(
+        rows("SELECT INDICE FROM #C WHERE EXISTS (SELECT 1 FROM #P WHERE NATURA = 2 AND CODICE = CONTO)"),
+        Rows{{"2"}});
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(rows("SELECT CODICE FROM #P LEFT OUTER JOIN #C ON #C.CONTO = #P.CODICE WHERE INDICE IS NULL"),
+              Rows{{"0999      "}});
+    EXPECT_EQ(built(), Names{"PER_CONTO"});
+}
+
+TEST_F(WorkingIndexes, OfNobodysDeclarationServeACodeTheSecondTimeItIsLookedFor) {
+    const std::string search = "SELECT INDICE FROM #C WHERE NATURA = 2 AND CONTO = '0202'";
+    EXPECT_EQ(cell(search), "3");
+    EXPECT_EQ(built(), Names{});
+    EXPECT_EQ(affected("UPDATE #C SET ATTIVO = 1 WHERE CONTO LIKE '02%'"), 2);
+    EXPECT_EQ(built(), Names{"veldran_CONTO"});
+    run({"INSERT INTO #C VALUES (4, 1, '0203')"});
+    EXPECT_EQ(cell("SELECT INDICE FROM #C WHERE CONTO = '0203'"), "4");
+    EXPECT_EQ(cell(search), "3");
+    EXPECT_EQ(built(), Names{"veldran_CONTO"});
+    EXPECT_EQ(error("CREATE INDEX veldran_CONTO ON #C (NATURA)").Number, 40517);
+}
+
+TEST_F(WorkingIndexes, OfNobodysDeclarationAreNotNeededWhereAKeyFindsTheRow) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(cell("SELECT COUNT(*) FROM #C WHERE INDICE = 2 AND CONTO = '0201'"), "1");
+    }
+    EXPECT_EQ(built(), Names{});
+}
+
+TEST_F(WorkingIndexes, OfNobodysDeclarationComeAgainAfterARollback) {
+    const std::string search = "SELECT INDICE FROM #C WHERE CONTO = '0202'";
+    session_->begin();
+    cell(search);
+    cell(search);
+    EXPECT_EQ(built(), Names{"veldran_CONTO"});
+    session_->rollback();
+    EXPECT_EQ(built(), Names{});
+    cell(search);
+    EXPECT_EQ(cell(search), "3");
+    EXPECT_EQ(built(), Names{"veldran_CONTO"});
+}
+
 TEST_F(WorkingIndexes, AreBuiltFromTheRowsThatAreThereThen) {
     run({"CREATE INDEX PER_CONTO ON #C (CONTO)", "INSERT INTO #C VALUES (3, 1, '0301')",
          "UPDATE #C SET CONTO = '0401' WHERE NATURA = 1"});

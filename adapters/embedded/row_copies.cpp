@@ -1,0 +1,108 @@
+#include "adapters/embedded/row_copies.h"
+
+#include <algorithm>
+
+namespace veldran::embedded {
+
+namespace {
+
+// Beyond so many, one pass over both tables costs less than going from row to row.
+constexpr std::size_t worthNoting = 500'000;
+
+} // namespace
+
+void RowCopies::copied(const RowCopy& copy, std::int64_t rows, bool first) {
+    if (first) {
+        forget(copy.to);
+        Pair& pair = pairs_.emplace_back(Pair{copy.from, copy.to, rows, {}});
+        for (const std::string& column : copy.columns) {
+            pair.changed[column];
+        }
+        return;
+    }
+    std::erase_if(pairs_, [&](Pair& pair) {
+        if (pair.from == copy.to) {
+            return true; // it has rows now that its own copy lacks
+        }
+        if (pair.to != copy.to) {
+            return false;
+        }
+        pair.rows += rows;
+        std::erase_if(pair.changed, [&](const auto& column) {
+            return std::find(copy.columns.begin(), copy.columns.end(), column.first) == copy.columns.end();
+        });
+        return pair.from != copy.from;
+    });
+}
+
+void RowCopies::forget(std::string_view table) {
+    std::erase_if(pairs_, [&](const Pair& pair) { return pair.from == table || pair.to == table; });
+}
+
+// The copy is where changes are made; a write-back goes from it to what it was copied from.
+RowCopies::Pair* RowCopies::find(const WriteBack& writeBack) {
+    const auto found = std::find_if(pairs_.begin(), pairs_.end(), [&](const Pair& pair) {
+        return pair.to == writeBack.from && pair.from == writeBack.to;
+    });
+    return found == pairs_.end() || !found->changed.contains(writeBack.column) ? nullptr : &*found;
+}
+
+const std::vector<std::int64_t>* RowCopies::differing(const WriteBack& writeBack) {
+    Pair* pair = find(writeBack);
+    if (pair == nullptr) {
+        return nullptr;
+    }
+    std::vector<std::int64_t>& rows = pair->changed[writeBack.column];
+    if (rows.size() > worthNoting) {
+        return nullptr;
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return &rows;
+}
+
+std::int64_t RowCopies::rows(const WriteBack& writeBack) const {
+    const Pair* pair = const_cast<RowCopies*>(this)->find(writeBack);
+    return pair == nullptr ? 0 : pair->rows;
+}
+
+void RowCopies::settle(const WriteBack& writeBack) {
+    if (Pair* pair = find(writeBack)) {
+        pair->changed[writeBack.column] = {};
+    }
+}
+
+RowCopies::Watch::Watch(RowCopies& copies, SqliteDatabase& database, const std::string& table,
+                        const std::vector<std::string>& columns)
+    : database_(database) {
+    for (Pair& pair : copies.pairs_) {
+        if (pair.from != table && pair.to != table) {
+            continue;
+        }
+        for (const std::string& column : columns) {
+            if (const auto found = pair.changed.find(column); found != pair.changed.end()) {
+                notes_.push_back(&found->second);
+            }
+        }
+    }
+    if (!notes_.empty()) {
+        sqlite3_update_hook(database_.handle(), &noted, this);
+    }
+}
+
+RowCopies::Watch::~Watch() {
+    if (!notes_.empty()) {
+        sqlite3_update_hook(database_.handle(), nullptr, nullptr);
+    }
+}
+
+// Only the table of the running UPDATE changes while it runs.
+void RowCopies::Watch::noted(void* watch, int, const char*, const char*, sqlite3_int64 row) {
+    for (std::vector<std::int64_t>* rows : static_cast<Watch*>(watch)->notes_) {
+        if (rows->size() <= worthNoting) {
+            rows->push_back(row);
+        }
+    }
+}
+
+} // namespace veldran::embedded

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "adapters/embedded/sqlite.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Which rows of a working table may differ from the rows they were copied from.
+namespace veldran::embedded {
+
+/// A statement that copies rows of one working table into another with their numbers and, plainly, these
+/// columns.
+struct RowCopy {
+    std::string from;
+    std::string to;
+    std::vector<std::string> columns;
+};
+
+/// A statement that gives every row of `to` the value that the row of the same number has in `from`.
+struct WriteBack {
+    std::string from;
+    std::string to;
+    std::string column;
+    std::string ofOneRow; ///< the same for the row with number ?1
+};
+
+/// Remembers of each working table that was filled with rows of another, row number by row number, which rows
+/// an UPDATE has changed since, on either side. A statement that carries a column back over the whole of such
+/// a table has to look at those rows only. What cannot be followed row by row (rows that come or go, a
+/// rollback) ends the memory, and the statement runs as it is written.
+class RowCopies {
+public:
+    /// Rows were copied; `first` when this made the table that they were copied into.
+    void copied(const RowCopy& copy, std::int64_t rows, bool first);
+    /// A statement other than a copy and an UPDATE has changed the table, or it is gone.
+    void forget(std::string_view table);
+    void forgetAll() { pairs_.clear(); }
+
+    /// Numbers of the rows that may differ, ascending and each once; nullptr when that is not known.
+    const std::vector<std::int64_t>* differing(const WriteBack& writeBack);
+    /// Rows that such a statement meets; as long as `differing` is known.
+    std::int64_t rows(const WriteBack& writeBack) const;
+    /// The statement has run: no row differs any more.
+    void settle(const WriteBack& writeBack);
+
+    /// While it lives, rows that an UPDATE of these columns of the table changes are noted.
+    class Watch {
+    public:
+        Watch(RowCopies& copies, SqliteDatabase& database, const std::string& table,
+              const std::vector<std::string>& columns);
+        ~Watch();
+        Watch(const Watch&) = delete;
+        Watch& operator=(const Watch&) = delete;
+
+    private:
+        static void noted(void* watch, int operation, const char* schema, const char* table,
+                          sqlite3_int64 row);
+
+        SqliteDatabase& database_;
+        std::vector<std::vector<std::int64_t>*> notes_;
+    };
+
+private:
+    struct Pair {
+        std::string from;
+        std::string to;
+        std::int64_t rows = 0;
+        std::map<std::string, std::vector<std::int64_t>> changed; ///< row numbers by column
+    };
+    Pair* find(const WriteBack& writeBack);
+
+    std::vector<Pair> pairs_;
+};
+
+} // namespace veldran::embedded

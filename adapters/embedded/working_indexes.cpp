@@ -1,0 +1,116 @@
+#include "adapters/embedded/working_indexes.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace veldran::embedded {
+
+namespace {
+
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+bool isCode(const Table& table, const std::string& name) {
+    const auto column = table.indexOf(name);
+    return column && table.columns[*column].type.isFixedText();
+}
+
+/// How many columns of the index, from its first, are among those sought.
+std::size_t servedColumns(const std::vector<std::string>& index, const std::vector<std::string>& sought) {
+    const auto end = std::find_if(index.begin(), index.end(),
+                                  [&](const std::string& column) { return !contains(sought, column); });
+    return static_cast<std::size_t>(end - index.begin());
+}
+
+/// What an index is worth to a condition.
+struct Service {
+    std::size_t columns = 0;       ///< of the index, from its first, that the condition tests
+    std::set<std::string> telling; ///< those of them that have more than two values
+};
+
+Service serviceOf(const TableIndex& index, const Table& table, const std::vector<std::string>& sought) {
+    Service service;
+    service.columns = servedColumns(index.columns, sought);
+    for (std::size_t i = 0; i < service.columns; ++i) {
+        const auto column = table.indexOf(index.columns[i]);
+        if (column && table.columns[*column].type.kind != TypeKind::Bit) {
+            service.telling.insert(index.columns[i]);
+        }
+    }
+    return service;
+}
+
+} // namespace
+
+std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& table,
+                                        const std::vector<std::string>& sought) {
+    struct Candidate {
+        TableIndex* index;
+        Service service;
+    };
+    const auto code = [&](const std::string& column) { return isCode(table, column); };
+    const bool namesCode = std::any_of(sought.begin(), sought.end(), code);
+    std::vector<Candidate> candidates;
+    std::vector<Service> present;
+    for (auto& [name, index] : indexes) {
+        Service service = serviceOf(index, table, sought);
+        if (service.columns == 0) {
+            continue;
+        }
+        if (index.pending.empty()) {
+            present.push_back(std::move(service));
+        } else if (!namesCode || std::any_of(service.telling.begin(), service.telling.end(), code)) {
+            candidates.push_back({&index, std::move(service)});
+        }
+    }
+    // What tells most rows apart comes first, then the narrowest, then what serves most.
+    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
+        const auto worth = [](const Candidate& c) {
+            return std::tuple(-static_cast<int>(c.service.telling.size()), c.index->columns.size(),
+                              -static_cast<int>(c.service.columns));
+        };
+        return worth(a) < worth(b);
+    });
+    std::vector<TableIndex*> result;
+    for (Candidate& candidate : candidates) {
+        const std::set<std::string>& telling = candidate.service.telling;
+        const bool served = std::any_of(present.begin(), present.end(), [&](const Service& other) {
+            return std::includes(other.telling.begin(), other.telling.end(), telling.begin(), telling.end());
+        });
+        if (!served) {
+            result.push_back(candidate.index);
+            present.push_back(std::move(candidate.service));
+        }
+    }
+    return result;
+}
+
+std::optional<std::string> codeWithoutIndex(const TableIndexes& indexes, const Table& table,
+                                            const std::vector<std::string>& sought) {
+    std::set<std::string> found;
+    for (const Key& key : table.keys) {
+        std::vector<std::string> columns;
+        for (const std::size_t column : key.columns) {
+            columns.push_back(table.columns[column].name);
+        }
+        const std::size_t served = servedColumns(columns, sought);
+        if (served == columns.size()) {
+            return std::nullopt;
+        }
+        found.insert(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(served));
+    }
+    for (const auto& [name, index] : indexes) {
+        const std::size_t served = servedColumns(index.columns, sought);
+        found.insert(index.columns.begin(), index.columns.begin() + static_cast<std::ptrdiff_t>(served));
+    }
+    for (const std::string& name : sought) {
+        if (isCode(table, name) && !found.contains(name)) {
+            return name;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace veldran::embedded

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "adapters/embedded/table.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Which indexes of a working table are worth their building. A working table is made anew again and again,
+/// and most of the indexes declared for it are never used before it goes: each is put off until a condition
+/// comes that it serves.
+namespace veldran::embedded {
+
+struct TableIndex {
+    std::vector<std::string> columns;
+    std::string pending; ///< the SQLite text that builds it; empty when it is there
+};
+using TableIndexes = std::map<std::string, TableIndex>; // by name
+
+/// The indexes to build now for conditions on these columns, in this order. Of several that serve alike one
+/// is enough; an index that would add only columns of type BIT to one that is there is not worth it, because
+/// such a column halves the rows at best, nor is one that leaves out the code that the condition names.
+std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& table,
+                                        const std::vector<std::string>& sought);
+
+/// A code among the sought columns that neither a key nor an index finds; none when a key finds the row
+/// anyway.
+std::optional<std::string> codeWithoutIndex(const TableIndexes& indexes, const Table& table,
+                                            const std::vector<std::string>& sought);
+
+} // namespace veldran::embedded
