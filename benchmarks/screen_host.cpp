@@ -13,9 +13,9 @@ namespace veldran::bench {
 namespace {
 
 /// "*E0102030005*": the code stands between the nature's letter and the last star.
-std::string_view codeOf(const controls::TreeNode& node) {
-    const std::string_view key = node.Key();
-    return key.size() == 13 ? key.substr(2, 10) : std::string_view();
+std::string codeOf(const controls::TreeNode& node) {
+    const std::string key = node.Key();
+    return key.size() == 13 ? key.substr(2, 10) : std::string();
 }
 
 std::string percentage(std::int64_t hundredths) {
@@ -58,7 +58,7 @@ controls::TreeNode& nodeAt(test::TestHost& host, const Place& place) {
         controls::TreeNode* next = nullptr;
         for (controls::TreeNode* child = node->Child(); child != nullptr && next == nullptr;
              child = child->Next()) {
-            const std::string_view code = codeOf(*child);
+            const std::string code = codeOf(*child);
             // Groups have two digits, all but the last one.
             const auto header = static_cast<std::size_t>(2 * level);
             if (code == place.code ||

@@ -96,7 +96,7 @@ void AlberoConti::aggiungiRadice(EnumTipoNodo tipo, EnumNaturaConto natura) {
 }
 
 void AlberoConti::SvuotaAlbero() {
-    nodi_.clear();
+    nodi_.Svuota();
     if (attivazione_) {
         attivazione_->DimenticaNodoInSospeso();
     }
@@ -123,8 +123,8 @@ void AlberoConti::CaricaChildren(controls::TreeNode& nodo) {
 }
 
 void AlberoConti::aggiungiConto(controls::TreeNode& padre, EnumNaturaConto natura, const RigaConto& riga) {
-    std::string chiave = GetKeyByCode(natura, riga.conto);
-    if (nodi_.contains(chiave)) {
+    const std::string chiave = GetKeyByCode(natura, riga.conto);
+    if (nodi_.Cerca(chiave) != nullptr) {
         return;
     }
     auto info = std::make_unique<CNodeInfo>();
@@ -135,7 +135,7 @@ void AlberoConti::aggiungiConto(controls::TreeNode& padre, EnumNaturaConto natur
     controls::TreeNode& nodo =
         controlli_.TRW_CONTI.Add(&padre, chiave, riga.contoF + " - " + riga.descrizione, icona, icona);
     nodo.SetTag(std::move(info));
-    nodi_.emplace(std::move(chiave), &nodo);
+    nodi_.Aggiungi(nodo);
     nodo.SetChecked(riga.attivo);
 }
 
@@ -218,8 +218,7 @@ void AlberoConti::SelezioneNodo(controls::TreeNode* nodo) {
 }
 
 controls::TreeNode* AlberoConti::NodoPerChiave(const std::string& chiave) const {
-    const auto trovato = nodi_.find(chiave);
-    return trovato == nodi_.end() ? nullptr : trovato->second;
+    return nodi_.Cerca(chiave);
 }
 
 controls::TreeNode* AlberoConti::Radice(int natura) const {

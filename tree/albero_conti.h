@@ -5,11 +5,11 @@
 #include "platform/controls/tree_view.h"
 #include "tree/appunti_correlazioni.h"
 #include "tree/cnode_info.h"
+#include "tree/dizionario_nodi.h"
 
 #include <array>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 namespace veldran {
 
@@ -74,7 +74,7 @@ private:
     AttivazioneConti* attivazione_ = nullptr;
     AppuntiCorrelazioni* appunti_ = nullptr;
     std::shared_ptr<CCommandFactory> factory_; // shared by all nodes
-    std::unordered_map<std::string, controls::TreeNode*> nodi_;
+    DizionarioNodi nodi_;
 };
 
 } // namespace veldran

@@ -11,46 +11,59 @@ constexpr std::int32_t coloreCorrelato = 255; // pure red
 constexpr std::int32_t coloreNormale = 0;
 } // namespace
 
-void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactory> commandFactory,
-                           bool attivo, bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
-                           std::string codiceConto, std::string descrizioneConto, std::int16_t livello,
-                           std::int16_t livelli) {
-    fenmTipoNodo_ = tipoNodo;
-    fclsCommandFactory_ = std::move(commandFactory);
-    fbolAttivo_ = attivo;
-    fbolCorrelato_ = correlato;
-    fenmNaturaConto_ = naturaConto;
-    flngCodicePDC_ = codicePDC;
-    fstrCodiceConto_ = std::move(codiceConto);
-    fstrDescrizioneConto_ = std::move(descrizioneConto);
-    fintLivello_ = livello;
-    fintLivelli_ = livelli;
-    fbolEsplorato_ = tipoNodo == NodoConto;
-    switch (tipoNodo) {
+std::int16_t CNodeInfo::IconExpanded() const {
+    switch (TipoNodo()) {
     case NodoRadiceContiOrdine:
     case NodoRadiceContiPatrimoniali:
     case NodoRadiceContiEconomici:
     case NodoRadiceContiNoStampa:
-        fintIconaEspanso_ = 2;
-        fintIconaChiuso_ = 1;
-        break;
+        return 2;
     case NodoIntermedio:
-        fintIconaEspanso_ = 4;
-        fintIconaChiuso_ = 3;
-        break;
+        return 4;
     case NodoConto:
-        fintIconaEspanso_ = iconaConto;
-        fintIconaChiuso_ = iconaConto;
-        break;
+        return fbolAspettoCorrelato_ ? iconaContoCorrelato : iconaConto;
     }
+    return 0;
+}
+
+std::int16_t CNodeInfo::IconCollapsed() const {
+    switch (TipoNodo()) {
+    case NodoRadiceContiOrdine:
+    case NodoRadiceContiPatrimoniali:
+    case NodoRadiceContiEconomici:
+    case NodoRadiceContiNoStampa:
+        return 1;
+    case NodoIntermedio:
+        return 3;
+    case NodoConto:
+        return IconExpanded();
+    }
+    return 0;
+}
+
+void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactory> commandFactory,
+                           bool attivo, bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
+                           std::string_view codiceConto, std::string_view descrizioneConto,
+                           std::int16_t livello, std::int16_t livelli) {
+    fclsCommandFactory_ = std::move(commandFactory);
+    testi_ = TextPair(codiceConto, descrizioneConto);
+    flngCodicePDC_ = codicePDC;
+    fenmTipoNodo_ = static_cast<std::uint32_t>(tipoNodo) & 0xFU;
+    fenmNaturaConto_ = static_cast<std::uint32_t>(naturaConto) & 0xFU;
+    fintLivello_ = static_cast<std::uint32_t>(livello) & 0x1FFU;
+    fintLivelli_ = static_cast<std::uint32_t>(livelli) & 0x1FFU;
+    fbolAttivo_ = attivo;
+    fbolCorrelato_ = correlato;
+    fbolEsplorato_ = tipoNodo == NodoConto;
+    fbolAspettoCorrelato_ = false;
 }
 
 void CNodeInfo::ChangeStatoCorrelazione(controls::TreeNode& nodo, bool correlato) {
     fbolCorrelato_ = correlato;
-    if (fenmTipoNodo_ != NodoConto) {
+    if (TipoNodo() != NodoConto) {
         return;
     }
-    fintIconaEspanso_ = fintIconaChiuso_ = correlato ? iconaContoCorrelato : iconaConto;
+    fbolAspettoCorrelato_ = correlato;
     nodo.SetBold(correlato);
     nodo.SetForeColor(correlato ? coloreCorrelato : coloreNormale);
     nodo.SetImage(nodo.Expanded() ? immagineEspanso : immagineChiuso);
@@ -58,7 +71,7 @@ void CNodeInfo::ChangeStatoCorrelazione(controls::TreeNode& nodo, bool correlato
 }
 
 std::shared_ptr<ado::Command> CNodeInfo::GetCMDGetChildren() const {
-    switch (fenmTipoNodo_) {
+    switch (TipoNodo()) {
     case NodoRadiceContiOrdine:
         return fclsCommandFactory_->GetCMDChildrenRadice(Ordine);
     case NodoRadiceContiPatrimoniali:
@@ -69,7 +82,8 @@ std::shared_ptr<ado::Command> CNodeInfo::GetCMDGetChildren() const {
         return fclsCommandFactory_->GetCMDChildrenRadice(DaNonStampare);
     case NodoIntermedio:
         return fclsCommandFactory_->GetCMDChildrenContoIntermedio(
-            flngCodicePDC_, fstrCodiceConto_, fintLivello_, fintLivelli_, fenmNaturaConto_);
+            flngCodicePDC_, CodiceConto(), static_cast<std::int16_t>(fintLivello_),
+            static_cast<std::int16_t>(fintLivelli_), NaturaConto());
     case NodoConto:
         break;
     }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/controls/tree_view.h"
+#include "platform/text_pair.h"
 #include "tree/ccommand_factory.h"
 #include "tree/natura.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace veldran {
 
@@ -17,23 +19,23 @@ public:
     static CNodeInfo* Di(const controls::TreeNode& nodo) { return dynamic_cast<CNodeInfo*>(nodo.Tag()); }
 
     /// Indexes into the tree's image list.
-    std::int16_t IconExpanded() const { return fintIconaEspanso_; }
-    std::int16_t IconCollapsed() const { return fintIconaChiuso_; }
+    std::int16_t IconExpanded() const;
+    std::int16_t IconCollapsed() const;
     /// The account is at the chart's last level; never true for a root.
     bool IsAnalitico() const { return fintLivello_ == fintLivelli_ && fintLivello_ > 0; }
     bool IsCorrelato() const { return fbolCorrelato_; }
-    const std::string& CodiceConto() const { return fstrCodiceConto_; }
-    EnumTipoNodo TipoNodo() const { return fenmTipoNodo_; }
+    std::string CodiceConto() const { return std::string(testi_.first()); }
+    EnumTipoNodo TipoNodo() const { return static_cast<EnumTipoNodo>(fenmTipoNodo_); }
     /// The children have been loaded.
     bool Esplorato() const { return fbolEsplorato_; }
-    EnumNaturaConto NaturaConto() const { return fenmNaturaConto_; }
-    const std::string& DescrizioneConto() const { return fstrDescrizioneConto_; }
+    EnumNaturaConto NaturaConto() const { return static_cast<EnumNaturaConto>(fenmNaturaConto_); }
+    std::string DescrizioneConto() const { return std::string(testi_.second()); }
 
     /// A leaf is explored from the start. The look of a correlated account is left to
     /// `ChangeStatoCorrelazione`.
     void Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactory> commandFactory, bool attivo,
                     bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
-                    std::string codiceConto, std::string descrizioneConto, std::int16_t livello,
+                    std::string_view codiceConto, std::string_view descrizioneConto, std::int16_t livello,
                     std::int16_t livelli);
     /// There is no way back: a node that must be loaded again is replaced.
     void MarkAsExplored() { fbolEsplorato_ = true; }
@@ -44,19 +46,18 @@ public:
     std::shared_ptr<ado::Command> GetCMDGetChildren() const;
 
 private:
-    std::int16_t fintIconaEspanso_ = 0;
-    std::int16_t fintIconaChiuso_ = 0;
-    bool fbolAttivo_ = false; ///< as created; the state the user sees is the node's check box
-    bool fbolCorrelato_ = false;
-    bool fbolEsplorato_ = false;
-    EnumTipoNodo fenmTipoNodo_{};
+    // A million of these may hang in a tree: icons follow from the rest, and small numbers share a word.
     std::shared_ptr<CCommandFactory> fclsCommandFactory_; // shared by all nodes and the form
+    TextPair testi_;                                      ///< code and description
     std::int32_t flngCodicePDC_ = 0;
-    std::string fstrCodiceConto_;
-    std::string fstrDescrizioneConto_;
-    std::int16_t fintLivello_ = 0;
-    std::int16_t fintLivelli_ = 0;
-    EnumNaturaConto fenmNaturaConto_ = Ordine;
+    std::uint32_t fenmTipoNodo_ : 4 = 0;
+    std::uint32_t fenmNaturaConto_ : 4 = 0;
+    std::uint32_t fintLivello_ : 9 = 0;
+    std::uint32_t fintLivelli_ : 9 = 0;
+    bool fbolAttivo_ : 1 = false; ///< as created; the state the user sees is the node's check box
+    bool fbolCorrelato_ : 1 = false;
+    bool fbolEsplorato_ : 1 = false;
+    bool fbolAspettoCorrelato_ : 1 = false; ///< the look of a correlated account was given to it
 };
 
 /// Fixed images of expanded and collapsed nodes; a node's own icon is its selected image.

@@ -4,10 +4,10 @@
 
 namespace veldran::controls {
 
-TreeNode::TreeNode(TreeView& tree, TreeNode* parent, std::string key, std::string text, int image,
+TreeNode::TreeNode(TreeView& tree, TreeNode* parent, std::string_view key, std::string_view text, int image,
                    int selectedImage)
-    : tree_(tree), parent_(parent), key_(std::move(key)), text_(std::move(text)),
-      image_(static_cast<std::int16_t>(image)), selectedImage_(static_cast<std::int16_t>(selectedImage)) {}
+    : tree_(tree), parent_(parent), texts_(key, text), image_(static_cast<std::int16_t>(image)),
+      selectedImage_(static_cast<std::int16_t>(selectedImage)) {}
 
 TreeNode::~TreeNode() = default;
 
@@ -19,9 +19,16 @@ TreeNode* TreeNode::Next() const {
     return parent_ == nullptr || index_ + 1 >= parent_->Children() ? nullptr : parent_->ChildAt(index_ + 1);
 }
 
-void TreeNode::SetText(std::string text) {
-    if (text != text_) {
-        text_ = std::move(text);
+TreeNode::Below& TreeNode::below() {
+    if (below_ == nullptr) {
+        below_ = std::make_unique<Below>();
+    }
+    return *below_;
+}
+
+void TreeNode::SetText(std::string_view text) {
+    if (text != texts_.second()) {
+        texts_ = TextPair(texts_.first(), text);
         changed();
     }
 }

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "platform/controls/control.h"
+#include "platform/text_pair.h"
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace veldran::controls {
@@ -16,17 +19,18 @@ public:
     virtual ~NodeTag() = default;
 };
 
-/// One node of a tree. Owned by its parent; its address is stable until it is removed.
+/// One node of a tree. Owned by its parent; its address is stable until it is removed. There may be a million
+/// nodes, and most have no children: texts share one block, and what belongs to children is kept apart.
 class TreeNode {
 public:
-    TreeNode(TreeView& tree, TreeNode* parent, std::string key, std::string text, int image,
+    TreeNode(TreeView& tree, TreeNode* parent, std::string_view key, std::string_view text, int image,
              int selectedImage);
     ~TreeNode();
     TreeNode(const TreeNode&) = delete;
     TreeNode& operator=(const TreeNode&) = delete;
 
-    const std::string& Key() const { return key_; }
-    const std::string& Text() const { return text_; }
+    std::string Key() const { return std::string(texts_.first()); }
+    std::string Text() const { return std::string(texts_.second()); }
     int Image() const { return image_; }
     int SelectedImage() const { return selectedImage_; }
     bool Checked() const { return checked_; }
@@ -35,7 +39,7 @@ public:
     /// 0x00BBGGRR, as the control suite writes colours: 255 is pure red.
     std::int32_t ForeColor() const { return foreColor_; }
 
-    void SetText(std::string text);
+    void SetText(std::string_view text);
     void SetImage(int image);
     void SetSelectedImage(int image);
     void SetChecked(bool checked); ///< by code: no `NodeCheck`
@@ -43,31 +47,34 @@ public:
     void SetForeColor(std::int32_t color);
 
     TreeNode* Parent() const; ///< nullptr for a root
-    TreeNode* Child() const { return children_.empty() ? nullptr : children_.front().get(); }
+    TreeNode* Child() const { return Children() == 0 ? nullptr : ChildAt(0); }
     TreeNode* Next() const;
-    int Children() const { return static_cast<int>(children_.size()); }
-    TreeNode* ChildAt(int index) const { return children_[static_cast<std::size_t>(index)].get(); }
+    int Children() const { return below_ == nullptr ? 0 : static_cast<int>(below_->nodes.size()); }
+    TreeNode* ChildAt(int index) const { return below_->nodes[static_cast<std::size_t>(index)].get(); }
     int IndexInParent() const { return index_; } ///< 0-based
     /// How many of the children the tree's observer knows: fewer than `Children` while additions are held
     /// back.
-    int ShownChildren() const { return shown_; }
+    int ShownChildren() const { return below_ == nullptr ? 0 : below_->shown; }
 
     NodeTag* Tag() const { return tag_.get(); }
     void SetTag(std::unique_ptr<NodeTag> tag) { tag_ = std::move(tag); }
 
 private:
     friend class TreeView;
+    struct Below {
+        std::vector<std::unique_ptr<TreeNode>> nodes;
+        int shown = 0; ///< how many of them the tree's observer knows
+    };
+    Below& below(); ///< made when it is first needed
     void changed();
 
     TreeView& tree_;
     TreeNode* parent_;
-    std::vector<std::unique_ptr<TreeNode>> children_;
+    std::unique_ptr<Below> below_;
     std::unique_ptr<NodeTag> tag_;
-    std::string key_;
-    std::string text_;
+    TextPair texts_; ///< key and text
     std::int32_t foreColor_ = 0;
     int index_ = 0;
-    int shown_ = 0;
     std::int16_t image_;
     std::int16_t selectedImage_;
     bool checked_ = false;

@@ -42,17 +42,18 @@ TreeView::~TreeView() {
     dropNodes();
 }
 
-TreeNode& TreeView::Add(TreeNode* parent, std::string key, std::string text, int image, int selectedImage) {
+TreeNode& TreeView::Add(TreeNode* parent, std::string_view key, std::string_view text, int image,
+                        int selectedImage) {
     TreeNode& owner = parent != nullptr ? *parent : root_;
-    owner.children_.push_back(
-        std::make_unique<TreeNode>(*this, &owner, std::move(key), std::move(text), image, selectedImage));
-    TreeNode& node = *owner.children_.back();
+    TreeNode::Below& below = owner.below();
+    below.nodes.push_back(std::make_unique<TreeNode>(*this, &owner, key, text, image, selectedImage));
+    TreeNode& node = *below.nodes.back();
     node.index_ = owner.Children() - 1;
     if (observer_ == nullptr || !isShown(owner)) {
-        owner.shown_ = owner.Children(); // shown together with its owner
+        below.shown = owner.Children(); // shown together with its owner
     } else if (locks_ == 0) {
         showAppended(owner);
-    } else if (owner.shown_ == node.index_) {
+    } else if (below.shown == node.index_) {
         pending_.push_back(&owner);
     }
     return node;
@@ -71,15 +72,16 @@ void TreeView::Remove(TreeNode& node) {
     if (shown) {
         observer_->beforeRemove(node);
     }
-    const auto at = owner.children_.begin() + node.index_;
-    if (node.index_ < owner.shown_) {
-        --owner.shown_;
+    TreeNode::Below& below = owner.below();
+    const auto at = below.nodes.begin() + node.index_;
+    if (node.index_ < below.shown) {
+        --below.shown;
     }
     const std::unique_ptr<TreeNode> gone = std::move(*at); // its tag goes last, when the tree is whole again
-    for (auto next = owner.children_.erase(at); next != owner.children_.end(); ++next) {
+    for (auto next = below.nodes.erase(at); next != below.nodes.end(); ++next) {
         --(*next)->index_;
     }
-    if (owner.shown_ == owner.Children()) {
+    if (below.shown == owner.Children()) {
         std::erase(pending_, &owner);
     }
     if (shown) {
@@ -100,8 +102,7 @@ void TreeView::Clear() {
 void TreeView::dropNodes() {
     forgetBelow(nullptr);
     selected_ = nullptr;
-    const auto gone = std::exchange(root_.children_, {});
-    root_.shown_ = 0;
+    const auto gone = std::move(root_.below_);
 }
 
 void TreeView::forgetBelow(const TreeNode* node) {
@@ -139,7 +140,7 @@ void TreeView::CheckFromView(TreeNode& node) {
 }
 
 void TreeView::SetExpanded(TreeNode& node, bool expanded) {
-    if (expanded == node.expanded_ || node.children_.empty()) {
+    if (expanded == node.expanded_ || node.Children() == 0) {
         return;
     }
     const NodeWatch watch(*this, &node);
@@ -193,7 +194,7 @@ void TreeView::nodeChanged(TreeNode& node) {
 
 bool TreeView::isShown(const TreeNode& node) const {
     for (const TreeNode* at = &node; at != &root_; at = at->parent_) {
-        if (at->index_ >= at->parent_->shown_) {
+        if (at->index_ >= at->parent_->ShownChildren()) {
             return false;
         }
     }
@@ -201,13 +202,13 @@ bool TreeView::isShown(const TreeNode& node) const {
 }
 
 void TreeView::showAppended(TreeNode& owner) {
-    const int first = owner.shown_;
+    const int first = owner.ShownChildren();
     const int count = owner.Children() - first;
     TreeNode* parent = &owner == &root_ ? nullptr : &owner;
     if (observer_ != nullptr) {
         observer_->beforeAppend(parent, first, count);
     }
-    owner.shown_ = owner.Children();
+    owner.below().shown = owner.Children();
     if (observer_ != nullptr) {
         observer_->afterAppend(parent, first, count);
     }

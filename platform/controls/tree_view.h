@@ -51,7 +51,7 @@ public:
     ~TreeView() override;
 
     /// Appends a child of `parent`, or a root when it is nullptr.
-    TreeNode& Add(TreeNode* parent, std::string key, std::string text = {}, int image = 0,
+    TreeNode& Add(TreeNode* parent, std::string_view key, std::string_view text = {}, int image = 0,
                   int selectedImage = 0);
     void Remove(TreeNode& node);
     void Clear();
