@@ -159,6 +159,28 @@ TEST_F(CorrelationKeys, LeadBackFromTheFirstButtonOfTheRowsToTheirLastField) {
     EXPECT_EQ(focused(), "TXT_VDS");
 }
 
+TEST_F(CorrelationKeys, LeadFromAnUnknownCausaleToTheButtonOfANewOneAndNotToTheOneThatSaves) {
+    keyCausale("FTAC");
+    keyRow("a", "100", "COLACQ0020", "");
+    key(Qt::Key_Tab);
+    reachSave();
+    key(Qt::Key_Return);
+    ASSERT_EQ(focused(), "GRD_DETTAGLIO");
+    key(Qt::Key_Return);
+    key(Qt::Key_Tab);
+    type("90");
+    reachSave();
+    key(Qt::Key_Return);
+    ASSERT_EQ(stored("FTAC"), (Lines{"2 90.00 COLACQ0020 "}));
+    QTest::mouseClick(part<QPushButton>("CMD_ATTIVAZIONI"), Qt::LeftButton);
+    key(Qt::Key_Down);
+    QTest::mouseClick(part<QPushButton>("CMD_ATTIVAZIONI"), Qt::LeftButton);
+    ASSERT_EQ(focused(), "TXT_CAUSALE");
+    keyCausale("QQQQ");
+    EXPECT_EQ(focused(), "INV_TESTATA_Nuovo");
+    EXPECT_TRUE(part<QWidget>("INV_TESTATA_Conferma")->isEnabled());
+}
+
 TEST_F(CorrelationKeys, MendARefusedSaveWhereItWasRefused) {
     keyCausale("FTAC");
     keyRow("a", "100", "COLACQ0020", "");
