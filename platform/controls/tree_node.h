@@ -19,8 +19,8 @@ public:
     virtual ~NodeTag() = default;
 };
 
-/// One node of a tree. Owned by its parent; its address is stable until it is removed. There may be a million
-/// nodes, and most have no children: texts share one block, and what belongs to children is kept apart.
+/// One node of a tree, owned by its parent, at an address that stays. There may be a million: key and text
+/// share one block (65,535 bytes each at most), and what belongs to children, if any, is kept apart.
 class TreeNode {
 public:
     TreeNode(TreeView& tree, TreeNode* parent, std::string_view key, std::string_view text, int image,
