@@ -25,6 +25,7 @@ std::string testo(ado::Recordset& record, const std::string& campo) {
 
 void RicercaConto::Configurazione(services::LookupService& servizio) {
     controlli_.TXT_CONTORICERCA.SetLookupService(&servizio);
+    controlli_.TXT_CONTORICERCA.SetConnection(ambiente_.connessione);
     controlli_.TXT_CONTORICERCA.SetMaxLength(lunghezzaContoFormattato);
     controlli_.TXT_CONTORICERCA.SetCodeStructure(StrutturaConto(ambiente_.livelli));
 }
@@ -123,11 +124,9 @@ void RicercaConto::TXT_CONTORICERCA_StartLookup(services::LookupRequest& richies
 
 void RicercaConto::completa(services::LookupRequest& richiesta) const {
     richiesta.kind = services::LookupKind::ContiCoge;
-    richiesta.connection = ambiente_.connessione;
     richiesta.connectionString = ambiente_.stringaConnessione;
     richiesta.ditta = ambiente_.codiceDitta;
     richiesta.pdc = ambiente_.codicePDC;
-    richiesta.structure = controlli_.TXT_CONTORICERCA.CodeStructure();
 }
 
 void RicercaConto::TXT_CONTORICERCA_Changed() {
@@ -155,6 +154,7 @@ void RicercaConto::TXT_CONTORICERCA_KeyDown(controls::KeyEvent& tasto) {
 void RicercaConto::Rilascia() {
     sql::release(ricerca_);
     controlli_.TXT_CONTORICERCA.SetLookupService(nullptr);
+    controlli_.TXT_CONTORICERCA.SetConnection(nullptr);
 }
 
 } // namespace veldran

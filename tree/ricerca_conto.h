@@ -28,7 +28,8 @@ public:
     RicercaConto(AmbienteDiLavoro& ambiente, Controlli controlli, AlberoConti& albero)
         : ambiente_(ambiente), controlli_(controlli), albero_(albero) {}
 
-    /// Gives the search field the host's lookup service and the chart's code structure.
+    /// Gives the search field the host's lookup service, the form's connection and the chart's code
+    /// structure.
     void Configurazione(services::LookupService& servizio);
 
     void EsecuzioneRicerca(const std::string& conto);
@@ -47,7 +48,7 @@ public:
     /// Enter searches and puts the user into the tree.
     void TXT_CONTORICERCA_KeyDown(controls::KeyEvent& tasto);
 
-    /// Detaches the kept command from the connection and the field from the host's service.
+    /// Detaches the kept command from the connection, and the field from connection and service.
     void Rilascia();
 
 private:

@@ -121,12 +121,20 @@ TEST_F(Search, SaysThatAnAccountHasAnUnknownNature) {
     EXPECT_EQ(w.labels(), Labels{"CostruzioneNodo:"});
 }
 
-TEST_F(Search, LetsGoOfTheHostsServiceWhenReleased) {
-    search().EsecuzioneRicerca("0102030005");
-    search().Rilascia();
+TEST_F(Search, LetsGoOfTheHostsServiceAndOfTheConnectionWhenReleased) {
+    std::shared_ptr<ado::Connection> offered;
+    events.push_back(w.controls.TXT_CONTORICERCA.StartDecode.subscribe(
+        [&offered](services::LookupRequest& request) { offered = request.connection; }));
     w.controls.TXT_CONTORICERCA.TypeFromView("01");
     EXPECT_FALSE(w.controls.TXT_CONTORICERCA.Decode());
-    EXPECT_TRUE(lookups.decodes.empty());
+    EXPECT_EQ(lookups.decodes.size(), 1U);
+    EXPECT_EQ(offered, w.connection);
+    search().EsecuzioneRicerca("0102030005");
+    search().Rilascia();
+    w.controls.TXT_CONTORICERCA.TypeFromView("02");
+    EXPECT_FALSE(w.controls.TXT_CONTORICERCA.Decode());
+    EXPECT_EQ(lookups.decodes.size(), 1U);
+    EXPECT_EQ(offered, nullptr);
 }
 
 } // namespace

@@ -184,6 +184,28 @@ TEST(AccountSearch, DecodesTheFieldThroughTheHostAndShowsTheDescription) {
     EXPECT_EQ(user.control<controls::Label>("LBB_DESCRCONTORICERCA").Caption(), "") << "unknown to the host";
 }
 
+TEST(AccountSearch, OffersTheFormsConnectionAndTheChartsCodesToWhoeverHearsTheFieldFirst) {
+    Screen screen(smallChart());
+    std::vector<Subscription> kept;
+    services::LookupRequest first;
+    screen.host.windows->beforeShowing = [&](controls::Form& form) {
+        const auto& field = dynamic_cast<controls::LookupField&>(*form.FindControl("TXT_CONTORICERCA"));
+        const auto note = [&first](services::LookupRequest& request) { first = request; };
+        kept.push_back(field.StartDecode.subscribe(note));
+        kept.push_back(field.StartLookup.subscribe(note));
+    };
+    screen.host.open();
+    auto& field = screen.host.user().control<controls::LookupField>("TXT_CONTORICERCA");
+    field.TypeFromView("0102030005");
+    field.LeaveFromView();
+    EXPECT_EQ(first.connection.get(), &screen.host.connection());
+    EXPECT_EQ(first.structure.display("0102030005"), "01/02/03/0005");
+    first = {};
+    field.LookupFromView();
+    EXPECT_EQ(first.connection.get(), &screen.host.connection());
+    EXPECT_EQ(first.structure.display("0102030005"), "01/02/03/0005");
+}
+
 TEST(AccountSearch, TakesTheDescriptionAwayFromATextThatIsSetByCode) {
     Screen screen(smallChart());
     screen.host.lookups.descriptions = {{"0102030005", "Cassa contanti"}};
