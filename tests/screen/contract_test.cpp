@@ -141,6 +141,7 @@ TEST(ComponentContract, ShowsTheFormWithTheStateCaptionAndParentItWasGiven) {
     EXPECT_FALSE(showing.modal);
     EXPECT_EQ(showing.state, controls::windowMaximized);
     EXPECT_EQ(showing.caption, "Conti coge per COIN");
+    EXPECT_EQ(showing.parent, 77);
     EXPECT_EQ(screen.host.form().Caption(), "Conti coge per COIN");
     EXPECT_EQ(screen.host.form().Name(), "FRMCI_VELDRAN");
 }

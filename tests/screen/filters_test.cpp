@@ -152,6 +152,16 @@ TEST(Filters, EndEvenWhenAnAncestorIsMissingFromTheChart) {
     EXPECT_TRUE(screen.host.messages->errors.empty());
 }
 
+TEST(Filters, ShowTheBusyPointerWhileTheSelectionIsRebuilt) {
+    Screen screen(smallChart());
+    screen.host.open();
+    EXPECT_EQ(screen.host.screen.GetMousePointer(), services::mouseDefault);
+    screen.host.screen.pointers.clear();
+    screen.host.user().filter(3);
+    EXPECT_EQ(screen.host.screen.pointers,
+              (std::vector<int>{services::mouseArrowHourglass, services::mouseDefault}));
+}
+
 TEST(Filters, RunAgainWhenTheSelectedTabIsChosenAgain) {
     Screen screen(smallChart());
     screen.host.open();

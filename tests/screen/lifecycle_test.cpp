@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 namespace veldran::test {
@@ -114,6 +115,57 @@ TEST(FormLifecycle, StartsUpInItsFixedOrder) {
                                                          "build script",
                                                          "layout",
                                                          "script tsOpen"}));
+}
+
+TEST(FormLifecycle, HasEverythingInPlaceBeforeTheCustomersLayoutAndStartsResizingAfterItsScript) {
+    Screen screen(smallChart());
+    std::vector<Subscription> kept;
+    bool laidOut = false;
+    screen.host.windows->beforeShowing = [&](controls::Form& form) {
+        kept.push_back(form.FindControl("QRV_RESIZEFORM")->Changed.subscribe([&screen] {
+            screen.host.journal->push_back("resize");
+        }));
+    };
+    screen.host.layouts.layout = [&](controls::Form& form) {
+        laidOut = true;
+        const ScreenUser user(form);
+        EXPECT_TRUE(user.control<controls::Layout>("LAY_ATTIVAZIONE").Visible());
+        EXPECT_EQ(user.filters().SelectedIndex(), 1);
+        EXPECT_EQ(user.tree().RootCount(), 4);
+        EXPECT_EQ(user.control<controls::LookupField>("TXT_CONTORICERCA").CodeStructure().codeLength, 10);
+        EXPECT_EQ(user.control<controls::ComboBox>("CBO_SEGNO").Items().size(), 2U);
+        for (const auto& column : user.control<controls::DataGrid>("GRD_DETTAGLIO").Columns()) {
+            EXPECT_NE(column.format, nullptr) << column.caption;
+        }
+        EXPECT_NE(screen.host.navigator->Script(), nullptr);
+        EXPECT_FALSE(user.control<controls::ResizeControl>("QRV_RESIZEFORM").Started());
+    };
+    screen.host.open();
+    EXPECT_TRUE(laidOut);
+    const Journal journal = screen.journalWithoutNavigator();
+    ASSERT_GE(journal.size(), 4U);
+    EXPECT_EQ(Journal(journal.end() - 4, journal.end()),
+              (Journal{"build script", "layout", "script tsOpen", "resize"}));
+}
+
+TEST(FormLifecycle, TranslatesItsCaptionsOnceAndBeforeItReadsTheChart) {
+    Screen screen(smallChart());
+    std::vector<Subscription> kept;
+    screen.host.windows->beforeShowing = [&](controls::Form& form) {
+        kept.push_back(form.FindControl("BUT_RICERCA")->Changed.subscribe([&screen] {
+            screen.host.journal->push_back("translated");
+        }));
+    };
+    screen.host.thesaurus.captions = {{"BUT_RICERCA", "Search"}};
+    screen.host.open();
+    const Journal journal = screen.journalWithoutNavigator();
+    const auto opened = std::find(journal.begin(), journal.end(), "open");
+    ASSERT_NE(opened, journal.end());
+    ASSERT_NE(opened + 1, journal.end());
+    EXPECT_EQ(*(opened + 1), "translated");
+    screen.host.form().FindControl("BUT_RICERCA")->SetCaption("Trova");
+    screen.host.form().Activate();
+    EXPECT_EQ(screen.host.form().FindControl("BUT_RICERCA")->Caption(), "Trova");
 }
 
 TEST(FormLifecycle, StartsTheResizeControlAndAlwaysLetsItResize) {

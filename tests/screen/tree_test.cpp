@@ -9,6 +9,45 @@ namespace {
 
 using Keys = std::vector<std::string>;
 
+/// A view of the tree that counts what it is told while its redraw is locked and while it is free.
+class LockWatcher final : public controls::TreeViewObserver {
+public:
+    explicit LockWatcher(controls::TreeView& tree) : tree_(tree) { tree_.SetObserver(this); }
+    ~LockWatcher() override { tree_.SetObserver(nullptr); }
+    LockWatcher(const LockWatcher&) = delete;
+    LockWatcher& operator=(const LockWatcher&) = delete;
+
+    void beforeAppend(controls::TreeNode*, int, int) override {}
+    void afterAppend(controls::TreeNode*, int, int) override {
+        ++appends;
+        told();
+    }
+    void beforeRemove(controls::TreeNode&) override {}
+    void afterRemove() override { told(); }
+    void beforeClear() override {}
+    void afterClear() override { told(); }
+    void nodeChanged(controls::TreeNode&) override { told(); }
+    void expandedChanged(controls::TreeNode&) override { told(); }
+    void selectionChanged(controls::TreeNode*) override { told(); }
+    void scrollTo(controls::TreeNode&) override { told(); }
+    void refresh() override { told(); }
+    void redrawLocked(bool isLocked) override {
+        locked = isLocked;
+        ++changes;
+    }
+
+    bool locked = false;
+    int changes = 0;
+    int appends = 0;
+    int whileLocked = 0;
+    int whileFree = 0;
+
+private:
+    void told() { ++(locked ? whileLocked : whileFree); }
+
+    controls::TreeView& tree_;
+};
+
 TEST(AccountTree, AlwaysShowsTheFourRootsWithPlaceholders) {
     Screen screen(Chart(4));
     screen.host.open();
@@ -177,27 +216,7 @@ TEST(AccountTree, LocksItsRedrawWhileChildrenAreAdded) {
     Screen screen(smallChart());
     screen.host.open();
     const ScreenUser user = screen.host.user();
-    struct Watcher final : controls::TreeViewObserver {
-        void beforeAppend(controls::TreeNode*, int, int) override {}
-        void afterAppend(controls::TreeNode*, int, int) override { ++appends; }
-        void beforeRemove(controls::TreeNode&) override {}
-        void afterRemove() override {}
-        void beforeClear() override {}
-        void afterClear() override {}
-        void nodeChanged(controls::TreeNode&) override {}
-        void expandedChanged(controls::TreeNode&) override {}
-        void selectionChanged(controls::TreeNode*) override {}
-        void scrollTo(controls::TreeNode&) override {}
-        void refresh() override {}
-        void redrawLocked(bool isLocked) override {
-            locked = isLocked;
-            ++changes;
-        }
-        bool locked = false;
-        int changes = 0;
-        int appends = 0;
-    } watcher;
-    user.tree().SetObserver(&watcher);
+    const LockWatcher watcher(user.tree());
     user.expand(user.root(1));
     EXPECT_EQ(watcher.changes, 2) << "locked once, unlocked once";
     EXPECT_FALSE(watcher.locked);
@@ -205,7 +224,32 @@ TEST(AccountTree, LocksItsRedrawWhileChildrenAreAdded) {
     user.collapse(user.root(1));
     EXPECT_EQ(watcher.changes, 4);
     EXPECT_FALSE(watcher.locked);
-    user.tree().SetObserver(nullptr);
+}
+
+TEST(AccountTree, LocksItsRedrawWhileItIsRebuilt) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    user.search("0102030005");
+    const LockWatcher watcher(user.tree());
+    user.filter(2);
+    EXPECT_EQ(watcher.changes, 2) << "locked once, unlocked once";
+    EXPECT_FALSE(watcher.locked);
+    EXPECT_GT(watcher.whileLocked, 0);
+    EXPECT_EQ(watcher.whileFree, 0);
+}
+
+TEST(AccountTree, LocksItsRedrawWhileASearchOpensTheBranch) {
+    Screen screen(smallChart());
+    screen.host.open();
+    const ScreenUser user = screen.host.user();
+    const LockWatcher watcher(user.tree());
+    user.search("0102030005");
+    EXPECT_EQ(user.tree().SelectedItem()->Key(), "*P0102030005*");
+    EXPECT_EQ(watcher.changes, 2) << "locked once, unlocked once";
+    EXPECT_FALSE(watcher.locked);
+    EXPECT_GT(watcher.whileLocked, 0);
+    EXPECT_EQ(watcher.whileFree, 0);
 }
 
 TEST(AccountTree, EnablesTheCorrelationButtonsOnAnalyticAccountsOnly) {
