@@ -4,7 +4,7 @@
 #include "adapters/embedded/tsql/source.h"
 #include "adapters/qt/text.h"
 #include "platform/ado/connection.h"
-#include "shell/data_file.h"
+#include "shell/company_file.h"
 #include "shell/drivers.h"
 
 #include <QProgressDialog>
@@ -82,6 +82,24 @@ void fill(const std::filesystem::path& file, const std::vector<Step>& work, cons
 }
 
 } // namespace
+
+std::filesystem::path demoCompanyFile(const Places& places) {
+    return places.data / "demo.json";
+}
+
+std::filesystem::path demoDatabaseFile(const Places& places) {
+    return places.user / "demo.vdb";
+}
+
+bool opensDemoDatabase(const std::filesystem::path& companyFile, const Places& places) {
+    try {
+        Problems toldWhenItIsOpened;
+        const CompanyFile company = readCompanyFile(companyFile, places, toldWhenItIsOpened);
+        return embeddedFile(company.connectionString) == demoDatabaseFile(places).lexically_normal();
+    } catch (const DataFileError&) {
+        return false; // told when it is opened
+    }
+}
 
 void createDemoDatabase(const std::filesystem::path& file, const std::filesystem::path& scripts,
                         const DemoProgress& progress) {

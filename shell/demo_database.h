@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/places.h"
+
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
@@ -12,6 +14,12 @@ class DemoError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// The company file of the demo company, and where its database lies: in the user's folder.
+std::filesystem::path demoCompanyFile(const Places& places);
+std::filesystem::path demoDatabaseFile(const Places& places);
+/// Whether a company file opens the demo company's database; false for a file that cannot be read.
+bool opensDemoDatabase(const std::filesystem::path& companyFile, const Places& places);
 
 /// Told between the steps: what is being done, and how far the whole is (0 to 1).
 using DemoProgress = std::function<void(const std::string& step, double done)>;

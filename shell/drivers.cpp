@@ -37,9 +37,12 @@ std::string connectionValue(std::string_view text, std::string_view key) {
     return {};
 }
 
+bool isEmbedded(const std::string& connectionString) {
+    return equalsIgnoringAsciiCase(connectionValue(connectionString, "Provider"), embedded::providerName);
+}
+
 std::shared_ptr<ado::Driver> databaseDriver(const std::string& connectionString) {
-    const std::string provider = connectionValue(connectionString, "Provider");
-    if (equalsIgnoringAsciiCase(provider, embedded::providerName)) {
+    if (isEmbedded(connectionString)) {
         return std::make_shared<embedded::EmbeddedDriver>();
     }
 #ifdef VELDRAN_WITH_ODBC
@@ -48,6 +51,7 @@ std::shared_ptr<ado::Driver> databaseDriver(const std::string& connectionString)
     }
 #endif
     constexpr int providerNotFound = 3706;
+    const std::string provider = connectionValue(connectionString, "Provider");
     throw ado::AdoError({providerNotFound, "Connessione",
                          provider.empty() ? "La stringa di connessione non indica il provider (chiave "
                                             "\"Provider\") né il driver (chiave \"Driver\")."
@@ -65,6 +69,12 @@ std::shared_ptr<ado::Driver> driverFor(const std::string& connectionString, cons
 std::string embeddedConnectionString(const std::filesystem::path& file, bool create) {
     return std::string("Provider=") + embedded::providerName + ";Data Source=\"" + file.string() + "\"" +
            (create ? ";Mode=Create" : "");
+}
+
+std::filesystem::path embeddedFile(const std::string& connectionString) {
+    return isEmbedded(connectionString)
+               ? std::filesystem::path(connectionValue(connectionString, "Data Source")).lexically_normal()
+               : std::filesystem::path();
 }
 
 std::string databaseName(const std::string& connectionString) {

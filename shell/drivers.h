@@ -19,6 +19,9 @@ std::shared_ptr<ado::Driver> driverFor(const std::string& connectionString,
 /// \param create make the file when it is missing
 std::string embeddedConnectionString(const std::filesystem::path& file, bool create = false);
 
+/// The file of an embedded database that a connection string opens; empty for another database.
+std::filesystem::path embeddedFile(const std::string& connectionString);
+
 /// What a connection string connects to, for the user: a file's name or a server's database, never a
 /// password.
 std::string databaseName(const std::string& connectionString);

@@ -13,9 +13,6 @@
 namespace veldran::shell {
 namespace {
 
-constexpr const char* demoCompanyFile = "demo.json";
-constexpr const char* demoDatabaseFile = "demo.vdb";
-
 void tell(const std::string& text) {
     showBox({QStringLiteral("Attenzione"), qt::toQt(text), {}, {}},
             services::styleOkOnly | services::styleExclamation);
@@ -25,10 +22,11 @@ std::filesystem::path componentBeside(const Places& places) {
     return places.program / ComponentLibrary::fileName();
 }
 
-/// Makes the demo company's database when it is wanted and not there yet. \return false after telling why not
-bool prepareDemo(const Places& places, const Options& options) {
-    const std::filesystem::path file = places.user / demoDatabaseFile;
-    const bool wanted = options.demoReset || (!options.companyFile && !options.database);
+/// Makes the demo company's database when the company lives in it and it is not there yet.
+/// \return false after telling why not
+bool prepareDemo(const Places& places, const Options& options, const std::filesystem::path& company) {
+    const std::filesystem::path file = demoDatabaseFile(places);
+    const bool wanted = options.demoReset || (!options.database && opensDemoDatabase(company, places));
     if (!wanted || (std::filesystem::exists(file) && !options.demoReset)) {
         return true;
     }
@@ -48,11 +46,12 @@ int run(const Options& options) {
     if (options.tour) {
         return runTour(places, options);
     }
-    if (!prepareDemo(places, options)) {
+    const auto company = options.companyFile.value_or(demoCompanyFile(places));
+    if (!prepareDemo(places, options, company)) {
         return 1;
     }
     Host host(places, tell);
-    host.open(options.companyFile.value_or(places.data / demoCompanyFile), options.database);
+    host.open(company, options.database);
     MainWindow window(host, options.component.value_or(componentBeside(places)));
     window.show();
     return Application::exec();

@@ -33,8 +33,9 @@ void work(Stage& stage, MainWindow& window, Host& host) {
 
 int runTour(const Places& places, const Options& options) {
     const QTemporaryDir workshop;
+    const auto company = options.companyFile.value_or(demoCompanyFile(places));
     std::optional<std::filesystem::path> database = options.database;
-    if (!options.companyFile && !database) {
+    if (!database && opensDemoDatabase(company, places)) {
         database = std::filesystem::path(workshop.path().toStdString()) / "demo.vdb";
         try {
             createDemoDatabase(*database, places.database, [](const std::string&, double) {});
@@ -45,7 +46,7 @@ int runTour(const Places& places, const Options& options) {
     }
     std::string complaint;
     Host host(places, [&](const std::string& text) { complaint += text + "\n"; });
-    if (!host.open(options.companyFile.value_or(places.data / "demo.json"), database)) {
+    if (!host.open(company, database)) {
         std::cerr << complaint;
         return 1;
     }

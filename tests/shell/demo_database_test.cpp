@@ -39,6 +39,24 @@ std::string failureOf(const std::filesystem::path& file, const std::filesystem::
     return {};
 }
 
+TEST(DemoDatabase, IsTheOneOfTheDemoCompanyAndOfTheExamplesCompanyAndOfNoOther) {
+    const ScratchFolder folder;
+    const shell::Places places = placesFor(folder);
+    EXPECT_EQ(shell::demoDatabaseFile(places), folder.path() / "demo.vdb");
+    EXPECT_TRUE(shell::opensDemoDatabase(shell::demoCompanyFile(places), places));
+    EXPECT_TRUE(shell::opensDemoDatabase(places.data / "esempio" / "azienda.json", places));
+    const auto opensIt = [&](const std::string& connection) {
+        return shell::opensDemoDatabase(
+            folder.write("a.json", R"({"ditta": "1", "connessione": ")" + connection + "\"}"), places);
+    };
+    EXPECT_TRUE(opensIt("Data Source=${UTENTE}/./demo.vdb; provider = veldranembedded"));
+    EXPECT_FALSE(opensIt("Provider=VeldranEmbedded;Data Source=${UTENTE}/conti.vdb"));
+    EXPECT_FALSE(opensIt("Provider=SQLOLEDB;Data Source=${UTENTE}/demo.vdb;Initial Catalog=CONTI"));
+    EXPECT_FALSE(opensIt("Provider=VeldranEmbedded"));
+    EXPECT_FALSE(shell::opensDemoDatabase(folder.path() / "manca.json", places));
+    EXPECT_FALSE(shell::opensDemoDatabase(folder.write("b.json", "{ rotto"), places));
+}
+
 TEST(DemoDatabase, HoldsTheCompaniesOfTheScripts) {
     const ScratchFolder folder;
     const auto connection = openDatabase(demoDatabase(folder));

@@ -15,16 +15,18 @@ protected:
     void SetUp() override { start(R"("ditta": "1")"); }
 
     void start(const std::string& companyFile) {
+        open(folder_.write(
+            "azienda.json",
+            R"({"connessione": "Provider=VeldranEmbedded;Data Source=\"${UTENTE}/demo.vdb\"", )" +
+                companyFile + "}"));
+    }
+    void open(const std::filesystem::path& companyFile) {
         window_.reset();
         if (!std::filesystem::exists(folder_.path() / "demo.vdb")) {
             demoDatabase(folder_);
         }
         host_ = std::make_unique<shell::Host>(placesFor(folder_), complaints_.reporter());
-        const auto file = folder_.write(
-            "azienda.json",
-            R"({"connessione": "Provider=VeldranEmbedded;Data Source=\"${UTENTE}/demo.vdb\"", )" +
-                companyFile + "}");
-        host_->open(file);
+        host_->open(companyFile);
         window_ = std::make_unique<shell::MainWindow>(*host_, component_);
         window_->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));

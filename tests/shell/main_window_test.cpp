@@ -12,6 +12,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace veldran::test {
 namespace {
@@ -196,6 +197,20 @@ TEST_F(MainWindowTest, OpensTheScreenThoughLayoutAndScriptAreBroken) {
     EXPECT_EQ(tree()->model()->rowCount(), 4);
     EXPECT_THAT(complaints_.text(), HasSubstr("script.js», riga 1"));
     EXPECT_THAT(complaints_.text(), HasSubstr("chiave «FRMCI_VELDRAN/BUT_CHE»"));
+}
+
+TEST_F(MainWindowTest, OpensTheExampleThatIsShippedWithItsTextsLayoutAndScript) {
+    open(placesFor(folder_).data / "esempio" / "azienda.json");
+    openScreen();
+    EXPECT_EQ(complaints_.text(), "");
+    EXPECT_THAT(window_->windowTitle().toStdString(),
+                HasSubstr("Contabilità industriale - Officine Meccaniche Valdarno"));
+    ASSERT_NE(tree(), nullptr);
+    EXPECT_EQ(tree()->model()->index(3, 0).data().toString(), "Conti da non stampare in bilancio");
+    EXPECT_EQ(window_->findChild<QPushButton*>("BUT_RICERCA")->text(), "C&erca");
+    const auto* search = window_->findChild<QWidget*>("TXT_CONTORICERCA");
+    ASSERT_NE(search, nullptr);
+    EXPECT_THAT(search->toolTip().toStdString(), HasSubstr("F4 apre l'elenco"));
 }
 
 TEST_F(MainWindowTest, TellsThatTheComponentIsMissing) {
