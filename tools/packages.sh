@@ -4,4 +4,5 @@ packages_build="g++ cmake ninja-build make libsqlite3-dev qt6-base-dev qt6-decla
 packages_run="qt6-qpa-plugins qt6-translations-l10n libqt6svg6 fonts-dejavu-core tdsodbc"
 packages_test="libgtest-dev libgmock-dev librapidcheck-dev binutils postgresql odbc-postgresql"
 packages_check="git ccache clang-format-14 clang-tidy-14"
+packages_fuzz="clang-14 libclang-rt-14-dev"
 packages_bench="libbenchmark-dev valgrind"
