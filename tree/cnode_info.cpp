@@ -9,6 +9,16 @@ constexpr std::int16_t iconaConto = 5;
 constexpr std::int16_t iconaContoCorrelato = 6;
 constexpr std::int32_t coloreCorrelato = 255; // pure red
 constexpr std::int32_t coloreNormale = 0;
+
+constexpr std::uint32_t massimo4Bit = 0xF;
+constexpr std::uint32_t massimo9Bit = 0x1FF;
+
+/// `valore` when it is one of 0 to `massimo`, else `altrimenti`: a bit field would make another number of it.
+constexpr std::uint32_t entro(int valore, std::uint32_t massimo, std::uint32_t altrimenti) {
+    const auto positivo = static_cast<std::uint32_t>(valore);
+    return valore >= 0 && positivo <= massimo ? positivo : altrimenti;
+}
+
 } // namespace
 
 std::int16_t CNodeInfo::IconExpanded() const {
@@ -48,10 +58,10 @@ void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactor
     fclsCommandFactory_ = std::move(commandFactory);
     testi_ = TextPair(codiceConto, descrizioneConto);
     flngCodicePDC_ = codicePDC;
-    fenmTipoNodo_ = static_cast<std::uint32_t>(tipoNodo) & 0xFU;
-    fenmNaturaConto_ = static_cast<std::uint32_t>(naturaConto) & 0xFU;
-    fintLivello_ = static_cast<std::uint32_t>(livello) & 0x1FFU;
-    fintLivelli_ = static_cast<std::uint32_t>(livelli) & 0x1FFU;
+    fenmTipoNodo_ = entro(tipoNodo, massimo4Bit, 0) & massimo4Bit;
+    fenmNaturaConto_ = entro(naturaConto, massimo4Bit, massimo4Bit) & massimo4Bit;
+    fintLivello_ = entro(livello, massimo9Bit, 0) & massimo9Bit;
+    fintLivelli_ = entro(livelli, massimo9Bit, 0) & massimo9Bit;
     fbolAttivo_ = attivo;
     fbolCorrelato_ = correlato;
     fbolEsplorato_ = tipoNodo == NodoConto;

@@ -62,6 +62,18 @@ TEST_F(NodeInfo, IsAnalyticAtTheLastLevelOnly) {
     EXPECT_TRUE(attach(NodoIntermedio, 4, 4).IsAnalitico()) << "the level decides, not the kind";
 }
 
+TEST_F(NodeInfo, MakesNoKnownKindOrLevelOfNumbersThatAreNone) {
+    for (const int number : {0, 7, -1, 17, 22, 1025}) {
+        const CNodeInfo& info = attach(static_cast<EnumTipoNodo>(number), 1, 4);
+        EXPECT_EQ(info.GetCMDGetChildren(), nullptr) << number;
+        EXPECT_EQ(info.IconExpanded(), 0) << number;
+        EXPECT_EQ(info.IconCollapsed(), 0) << number;
+    }
+    EXPECT_FALSE(attach(NodoConto, -1, -1).IsAnalitico());
+    EXPECT_FALSE(attach(NodoConto, -508, 4).IsAnalitico());
+    EXPECT_FALSE(attach(NodoConto, 516, 4).IsAnalitico());
+}
+
 TEST_F(NodeInfo, StartsExploredOnlyAsALeaf) {
     EXPECT_TRUE(attach(NodoConto, 4, 4).Esplorato());
     for (const EnumTipoNodo kind : {NodoRadiceContiOrdine, NodoRadiceContiPatrimoniali,
