@@ -19,7 +19,10 @@ void EventiDettaglio::gclsFrameDettaglio_AfterAddNew(bool riuscito) {
 
 void EventiDettaglio::gclsFrameDettaglio_BeforeUpdate(bool& annulla) {
     annulla = ambiente_.form.errori.Esegui("gclsFrameDettaglio_BeforeUpdate", true, [&] {
-        if (annulla) {
+        if (annulla ||
+            !esiste(controlli_.TXT_CONTO, "CONTO",
+                    "Il conto indicato non esiste o non è ammesso per la causale e il segno della riga.") ||
+            !esiste(controlli_.TXT_VDS, "CONTOVDS", "La voce di spesa indicata non esiste.")) {
             return true;
         }
         ado::Fields& campi = frame_.Dettaglio()->Recordset()->Fields();
@@ -35,6 +38,17 @@ void EventiDettaglio::gclsFrameDettaglio_BeforeUpdate(bool& annulla) {
         }
         return false;
     });
+}
+
+/// A code that was stored long ago may have gone since, and its row can still be worked on.
+bool EventiDettaglio::esiste(controls::LookupField& campo, const char* colonna, const std::string& rifiuto) {
+    const ado::Field& indicato = frame_.Dettaglio()->Recordset()->Fields()[colonna];
+    if (!campo.IsUnknownItem() || nullSafeText(indicato.Value()) == nullSafeText(indicato.OriginalValue())) {
+        return true;
+    }
+    ambiente_.form.errori.Messaggi()->ShowBox(rifiuto, services::styleExclamation, "Attenzione");
+    campo.SetFocus();
+    return false;
 }
 
 void EventiDettaglio::gclsFrameDettaglio_ChangeStatus(std::int16_t nuovo) {

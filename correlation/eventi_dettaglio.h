@@ -5,6 +5,7 @@
 #include "platform/controls/simple_controls.h"
 
 #include <cstdint>
+#include <string>
 
 namespace veldran {
 
@@ -16,6 +17,8 @@ class EventiDettaglio {
 public:
     struct Controlli {
         controls::LookupField& TXT_CAUSALE;
+        controls::LookupField& TXT_CONTO;
+        controls::LookupField& TXT_VDS;
         controls::Button& CMD_SU;
         controls::Button& CMD_GIU;
     };
@@ -25,7 +28,8 @@ public:
         : ambiente_(ambiente), controlli_(controlli), frame_(frame), regole_(regole) {}
 
     void gclsFrameDettaglio_AfterAddNew(bool riuscito);
-    /// Derives AVERE, DARE and the chart of the cost item from what was entered.
+    /// Refuses a code keyed in vain; derives AVERE, DARE and the chart of the cost item from what was
+    /// entered.
     void gclsFrameDettaglio_BeforeUpdate(bool& annulla);
     void gclsFrameDettaglio_ChangeStatus(std::int16_t nuovo);
     /// Renumbers all rows and writes them to #DETTAGLIO together; a new row still empty is given up.
@@ -36,6 +40,8 @@ public:
     void SpegniSpostamenti();
 
 private:
+    bool esiste(controls::LookupField& campo, const char* colonna, const std::string& rifiuto);
+
     AmbienteCorrelazioni& ambiente_;
     Controlli controlli_;
     FrameCorrelazioni& frame_;

@@ -382,6 +382,59 @@ TEST_F(AnalyticFields, LeaveTheCostItemUnpreparedWhereTheCompanyManagesNone) {
     EXPECT_EQ(e().item().CodeStructure().codeLength, 0);
 }
 
+TEST_F(AnalyticFields, RefuseARowWhoseAccountWasLookedUpInVain) {
+    enter(withStored());
+    e().clickCausale("ACQ");
+    e().clickRow(1);
+    e().account().SetFocus();
+    e().account().TypeFromView("ZZZ");
+    e().account().LeaveFromView();
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text,
+              "Il conto indicato non esiste o non è ammesso per la causale e il segno della riga.");
+    EXPECT_EQ(messages().boxes[0].title, "Attenzione");
+    EXPECT_EQ(messages().boxes[0].style, services::styleExclamation);
+    EXPECT_EQ(e().focus(), "TXT_CONTO");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    EXPECT_EQ(e().account().Text(), "ZZZ") << "what was keyed is there to be corrected";
+    e().account().TypeFromView("CDCPRO0020");
+    e().account().LeaveFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ")[1].account, "CDCPRO0020");
+    EXPECT_EQ(messages().boxes.size(), 1U);
+}
+
+TEST_F(AnalyticFields, RefuseARowWhoseCostItemWasLookedUpInVain) {
+    enter(withStored());
+    e().clickCausale("ACQ");
+    e().clickRow(1);
+    e().item().SetFocus();
+    e().item().TypeFromView("ZZZ");
+    e().item().LeaveFromView();
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text, "La voce di spesa indicata non esiste.");
+    EXPECT_EQ(e().focus(), "TXT_VDS");
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+}
+
+TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowsThatHaveIt) {
+    enter(withStored({{"2", "100.00", "GONE"}, {"1", "100.00", "CDCPRO0010"}}));
+    e().clickCausale("ACQ");
+    e().clickRow(0);
+    e().account().SetFocus();
+    e().account().TypeFromView("GONE");
+    e().account().LeaveFromView();
+    EXPECT_TRUE(e().account().IsUnknownItem());
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("90");
+    e().percentage().LeaveFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_TRUE(messages().boxes.empty());
+    EXPECT_EQ(e().stored("ACQ")[0].percentage, "90.00");
+}
+
 } // namespace
 
 } // namespace veldran::test
