@@ -14,6 +14,15 @@ constexpr std::int32_t messageExportToOffice = 69054;
 constexpr std::int32_t messageButton = 45614;
 constexpr std::int64_t refusedButton = 25;
 
+/// A host may name its other buttons as it likes.
+bool isRefusedButton(const Value& index) {
+    try {
+        return valueOrDefault(index, 0).toInteger() == refusedButton;
+    } catch (const std::exception&) { // no whole number
+        return false;
+    }
+}
+
 controls::FormWindowState windowStateOf(std::int16_t value) {
     if (value < controls::windowNormal || value > controls::windowMaximized) {
         throw std::invalid_argument("WindowState " + std::to_string(value) + " non è valido");
@@ -118,8 +127,7 @@ void CLSCI_VELDRAN::ActiveNavigator_BeforeExportToOffice(Value& cancel) {
 }
 
 void CLSCI_VELDRAN::ActiveNavigator_ButtonPressed(Value& cancel, const Value& buttonIndex) {
-    if (formExists() && !valueOrDefault(cancel, false).toBool() &&
-        valueOrDefault(buttonIndex, 0).toInteger() == refusedButton) {
+    if (formExists() && !valueOrDefault(cancel, false).toBool() && isRefusedButton(buttonIndex)) {
         refuse(cancel, messageButton);
     }
 }

@@ -247,6 +247,17 @@ TEST(ComponentContract, RefusesOnlyTheButtonOfIndex25AndOnlyWhenNobodyElseHasRef
     EXPECT_EQ(screen.host.messages->catalogue, std::vector<std::int32_t>{45614});
 }
 
+TEST(ComponentContract, LeavesAButtonToTheHostWhoseIndexIsNoWholeNumber) {
+    Screen screen(smallChart());
+    screen.host.open();
+    for (const char* other : {"Stampa", "25x", "99999999999999999999"}) {
+        Value cancel = false;
+        EXPECT_NO_THROW(screen.host.navigator->ButtonPressed.raise(cancel, Value(other))) << other;
+        EXPECT_FALSE(cancel.toBool()) << other;
+    }
+    EXPECT_TRUE(screen.host.messages->catalogue.empty());
+}
+
 TEST(ComponentContract, HandsTheRunningFormToTheHostsEngines) {
     Screen screen(smallChart());
     services::ObjectModel model;
