@@ -16,20 +16,29 @@ endfunction()
 # One test binary per library: veldran_test(<name> SOURCES <file>... LIBS <library>...).
 # Each test of the binary is a ctest test of its own, named "<binary>.<Suite>.<Sentence>"; with WHOLE the binary is one
 # test, for tests that share something that takes long to make.
+# ON_SERVER_TOO: the same tests once more on the T-SQL server for tests, named "server.<binary>.<Suite>.<Sentence>", one
+# at a time since they share its database. ON_SERVER_ONLY: there alone.
 function(veldran_test name)
-    cmake_parse_arguments(ARG "QT_OFFSCREEN;WHOLE" "" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(ARG "QT_OFFSCREEN;WHOLE;ON_SERVER_TOO;ON_SERVER_ONLY" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     veldran_target(${name})
-    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock)
     set(properties TIMEOUT 300)
     if(ARG_QT_OFFSCREEN)
         list(APPEND properties ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+    endif()
+    if((ARG_ON_SERVER_TOO OR ARG_ON_SERVER_ONLY) AND VELDRAN_WITH_ODBC)
+        target_link_libraries(${name} PRIVATE veldran_server_main)
+        gtest_discover_tests(${name} TEST_PREFIX "server.${name}." TEST_LIST server_${name} EXTRA_ARGS --server
+            DISCOVERY_MODE PRE_TEST PROPERTIES ${properties} RESOURCE_LOCK server)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gtest_main)
     endif()
     if(ARG_WHOLE)
         add_test(NAME ${name} COMMAND ${name})
         list(APPEND properties SKIP_REGULAR_EXPRESSION "PASSED  . 0 tests")
         set_tests_properties(${name} PROPERTIES ${properties})
-    else()
+    elseif(NOT ARG_ON_SERVER_ONLY)
         gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
     endif()
 endfunction()

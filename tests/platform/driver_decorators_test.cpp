@@ -1,5 +1,7 @@
 #include "tests/platform/recordset_fixture.h"
 
+#include <gtest/gtest-spi.h>
+
 namespace veldran::test {
 namespace {
 
@@ -35,6 +37,24 @@ TEST_F(DecoratorsTest, TheRecorderComparesMessagesWhole) {
 TEST_F(DecoratorsTest, TheRecorderKeepsWhatFails) {
     EXPECT_ADO_ERROR(connection->Execute("SELECT * FROM #ASSENTE"), 208);
     EXPECT_EQ(recording->log().containing("#ASSENTE").size(), 1U);
+}
+
+TEST_F(DecoratorsTest, TheRecorderRefusesATemporaryTableThatWouldBeGoneWithItsExecution) {
+    for (const char* text : {"CREATE TABLE #T (N INT)", "select *\r\n into\r\n #T from A"}) {
+        SCOPED_TRACE(text);
+        EXPECT_TRUE(makesTemporaryTable(text));
+        StatementLog log;
+        log.sending({Sent::Direct, text, {}, {}});
+        EXPECT_NONFATAL_FAILURE(log.sending({Sent::Prepare, text, {}, {}}), "prepare with 0 parameters");
+        EXPECT_NONFATAL_FAILURE(log.sending({Sent::Prepared, text, {}, {}}), "prepared with 0 parameters");
+        EXPECT_NONFATAL_FAILURE(log.sending({Sent::Direct, text, {ado::BoundParameter()}, {}}),
+                                "direct with 1 parameters");
+        EXPECT_EQ(log.messages().size(), 4U);
+    }
+    for (const char* text : {"INSERT INTO #T VALUES (?)", "DROP TABLE #T", "SELECT N INTO T FROM #T",
+                             "CREATE INDEX I ON #T (N)", "INTO", ""}) {
+        EXPECT_FALSE(makesTemporaryTable(text)) << text;
+    }
 }
 
 TEST_F(DecoratorsTest, TheNthMessageFailsOnce) {

@@ -1,6 +1,7 @@
 #include "tests/screen/screen_fixture.h"
 
 #include "adapters/markers/marker_resolving_driver.h"
+#include "platform/text.h"
 
 #include <stdexcept>
 
@@ -123,7 +124,7 @@ Journal Screen::journalWithoutNavigator() const {
 
 const Value& valueOf(const Message& message, std::string_view parameter) {
     for (const ado::BoundParameter& bound : message.parameters) {
-        if (bound.info.name == parameter) {
+        if (equalsIgnoringAsciiCase(bound.info.name, parameter)) {
             return bound.value;
         }
     }

@@ -56,7 +56,7 @@ public:
     TestHost host;
 };
 
-/// The value of a parameter by name. \throws std::out_of_range when the message has none of that name.
+/// The value of a parameter by name, blind to case. \throws std::out_of_range when the message has none of that name.
 const Value& valueOf(const Message& message, std::string_view parameter);
 
 } // namespace veldran::test

@@ -1,8 +1,13 @@
 #include "tests/support/recording_driver.h"
 
+#include "platform/text.h"
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <iterator>
 #include <ostream>
+#include <utility>
 
 namespace veldran::test {
 
@@ -17,6 +22,33 @@ bool contains(const Message& message, std::string_view fragment) {
 }
 
 } // namespace
+
+bool makesTemporaryTable(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    std::string_view before;
+    std::string_view last;
+    for (std::size_t at = text.find_first_not_of(blanks); at != std::string_view::npos;) {
+        const std::size_t end = std::min(text.find_first_of(blanks, at), text.size());
+        const std::string_view word = text.substr(at, end - at);
+        if (word.starts_with('#') &&
+            ((equalsIgnoringAsciiCase(before, "CREATE") && equalsIgnoringAsciiCase(last, "TABLE")) ||
+             (equalsIgnoringAsciiCase(last, "INTO") && !equalsIgnoringAsciiCase(before, "INSERT")))) {
+            return true;
+        }
+        before = std::exchange(last, word);
+        at = text.find_first_not_of(blanks, end);
+    }
+    return false;
+}
+
+void StatementLog::sending(const Message& message) {
+    messages_.push_back(message);
+    if (message.how != Sent::Direct || !message.parameters.empty()) {
+        EXPECT_FALSE(makesTemporaryTable(message.text))
+            << nameOf(message.how) << " with " << message.parameters.size()
+            << " parameters: " << message.text;
+    }
+}
 
 std::vector<Message> StatementLog::executed() const {
     std::vector<Message> found;

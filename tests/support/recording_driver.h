@@ -11,11 +11,15 @@
 
 namespace veldran::test {
 
-/// Everything that was sent to the database, in order.
+/// Whether a text makes a temporary table: CREATE TABLE #..., or SELECT ... INTO #...
+bool makesTemporaryTable(std::string_view text);
+
+/// Everything that was sent to the database, in order. A text that makes a temporary table fails the test
+/// when it is prepared or has parameters: on SQL Server such a table is gone when that execution ends.
 class StatementLog : public Interceptor {
 public:
     void opening(const std::string& connectionString) override { opened_.push_back(connectionString); }
-    void sending(const Message& message) override { messages_.push_back(message); }
+    void sending(const Message& message) override;
 
     const std::vector<Message>& messages() const { return messages_; }
     /// Connection strings of the sessions that were opened.

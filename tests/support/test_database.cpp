@@ -3,12 +3,11 @@
 #include "adapters/embedded/driver.h"
 #include "adapters/embedded/file.h"
 #include "adapters/embedded/script.h"
+#include "tests/support/source_file.h"
 
 #include <unistd.h>
 
 #include <atomic>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace veldran::test {
@@ -18,14 +17,6 @@ namespace {
 /// A test that meets a locked database does so on purpose, and should not wait long.
 std::string connectionStringOf(const std::filesystem::path& file) {
     return "Provider=VeldranEmbedded;Data Source=" + file.string() + ";Lock Timeout=300";
-}
-
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        throw std::runtime_error("cannot read " + file.string());
-    }
-    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 /// A database with tables and routines and no rows, made once for the test program and copied for each test.
@@ -42,7 +33,7 @@ private:
         const auto session =
             std::make_shared<embedded::EmbeddedDriver>()->open(connectionStringOf(file_), {}, {});
         for (const char* script : {"database/schema.sql", "database/routines.sql"}) {
-            embedded::runScript(*session, contentOf(std::filesystem::path(VELDRAN_SOURCE_DIR) / script));
+            embedded::runScript(*session, sourceFile(script));
         }
     }
 
@@ -65,28 +56,52 @@ TemporaryDirectory::~TemporaryDirectory() {
 }
 
 TestDatabase::TestDatabase(const Chart& chart)
-    : connectionString_(connectionStringOf(directory_.path() / "company.vdb")),
-      embedded_(std::make_shared<embedded::EmbeddedDriver>()),
-      driver_(std::make_shared<CountingDriver>(embedded_)) {
-    std::filesystem::copy_file(Template::file(), directory_.path() / "company.vdb");
+    : server_(TestServer::chosen()),
+      occupation_(server_ != nullptr ? std::make_unique<TestServer::Occupation>(*server_) : nullptr),
+      connectionString_(server_ != nullptr ? server_->connectionString()
+                                           : connectionStringOf(directory_.path() / "company.vdb")),
+      real_(server_ != nullptr ? server_->driver() : std::make_shared<embedded::EmbeddedDriver>()),
+      driver_(std::make_shared<CountingDriver>(real_)) {
+    if (server_ == nullptr) {
+        std::filesystem::copy_file(Template::file(), directory_.path() / "company.vdb");
+    }
     run(chart.statements());
 }
 
-std::vector<std::vector<std::string>> TestDatabase::rows(const std::string& select) const {
-    const auto result = embedded_->open(connectionString_, {}, {})->execute(select, {}, {});
-    if (!result.rows) {
-        throw std::invalid_argument("not a query: " + select);
+template<class Work>
+void TestDatabase::inSession(Work work) const {
+    if (server_ != nullptr) {
+        work(server_->session());
+    } else {
+        work(*real_->open(connectionString_, {}, {}));
     }
-    return asText(*result.rows);
+}
+
+std::vector<std::vector<std::string>> TestDatabase::rows(const std::string& select) const {
+    std::vector<std::vector<std::string>> all;
+    inSession([&](ado::Session& session) {
+        const auto result = session.execute(select, {}, {});
+        if (!result.rows) {
+            throw std::invalid_argument("not a query: " + select);
+        }
+        all = asText(*result.rows);
+    });
+    return all;
 }
 
 void TestDatabase::run(const std::vector<std::string>& statements) const {
-    const auto session = embedded_->open(connectionString_, {}, {});
-    session->begin();
-    for (const std::string& statement : statements) {
-        session->execute(statement, {}, {});
-    }
-    session->commit();
+    inSession([&](ado::Session& session) {
+        session.begin();
+        try {
+            for (const std::string& statement : statements) {
+                session.execute(statement, {}, {});
+            }
+            session.commit();
+        } catch (...) {
+            session.rollback();
+            throw;
+        }
+    });
 }
 
 std::string asText(const Value& value) {
