@@ -30,7 +30,7 @@ function(veldran_test name)
     if((ARG_ON_SERVER_TOO OR ARG_ON_SERVER_ONLY) AND VELDRAN_WITH_ODBC)
         target_link_libraries(${name} PRIVATE veldran_server_main)
         gtest_discover_tests(${name} TEST_PREFIX "server.${name}." TEST_LIST server_${name} EXTRA_ARGS --server
-            DISCOVERY_MODE PRE_TEST PROPERTIES ${properties} RESOURCE_LOCK server)
+            DISCOVERY_MODE PRE_TEST PROPERTIES ${properties} TIMEOUT 900 RESOURCE_LOCK server)
     else()
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
     endif()

@@ -1,4 +1,5 @@
 // What the statements derive from an account code, against an independent rendering of the same rules.
+#include "platform/text.h"
 #include "tests/screen/screen_fixture.h"
 #include "tests/support/account_rules.h"
 
@@ -78,7 +79,7 @@ TEST_P(AccountRules, KeepTheSameColumnTypesWhateverTheNumberOfLevels) {
     ASSERT_EQ(rows->Fields().Count(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         const ado::Field& field = rows->Fields()[i];
-        EXPECT_EQ(field.Name(), expected[i].name);
+        EXPECT_EQ(withRaisedCase(field.Name()), expected[i].name);
         EXPECT_EQ(field.Type(), expected[i].type) << field.Name();
         if (field.Type() == ado::adWChar || field.Type() == ado::adVarWChar) {
             EXPECT_EQ(field.DefinedSize(), expected[i].size) << field.Name();

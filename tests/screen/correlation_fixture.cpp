@@ -213,7 +213,11 @@ void openWithEveryCode(Screen& screen) {
 } // namespace
 
 std::unique_ptr<Screen> openEditor(const Chart& chart) {
-    auto screen = std::make_unique<Screen>(chart, costCompany());
+    return openEditorAs(chart, std::identity());
+}
+
+std::unique_ptr<Screen> openEditorAs(const Chart& chart, const Screen::SignIn& signIn) {
+    auto screen = std::make_unique<Screen>(chart, costCompany(), Screen::Markers::Resolved, signIn);
     openWithEveryCode(*screen);
     return screen;
 }

@@ -107,6 +107,8 @@ Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ
 
 /// An open screen over the company that manages cost items; its lookup service knows every code.
 std::unique_ptr<Screen> openEditor(const Chart& chart);
+/// The same over a connection string of its own.
+std::unique_ptr<Screen> openEditorAs(const Chart& chart, const Screen::SignIn& signIn);
 
 /// The same, with its user.
 class EditorTest : public ::testing::Test {

@@ -53,6 +53,17 @@ public:
     bool paused = false; ///< while a test asks questions of its own
 };
 
+class Screen::Pause {
+public:
+    explicit Pause(Recorder& recorder) : recorder_(recorder) { recorder_.paused = true; }
+    ~Pause() { recorder_.paused = false; }
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+private:
+    Recorder& recorder_;
+};
+
 Chart smallChart() {
     Chart chart(4);
     chart.account("0100000000", "Attività", 1)
@@ -84,12 +95,12 @@ Chart smallChart() {
     return chart;
 }
 
-Screen::Screen(const Chart& chart, Company company, Markers markers)
+Screen::Screen(const Chart& chart, Company company, Markers markers, const SignIn& signIn)
     : recorder_(std::make_shared<Recorder>()), database(chart),
       failing(std::make_shared<FailingDriver>(database.driver())),
       host(std::make_shared<InterceptingDriver>(
                markers == Markers::Resolved ? resolving(failing, company) : failing, recorder_),
-           database.connectionString(), company) {
+           signIn(database.connectionString()), company) {
     recorder_->journal = host.journal;
 }
 
@@ -100,11 +111,7 @@ StatementLog& Screen::log() const {
 }
 
 std::vector<std::vector<std::string>> Screen::query(const std::string& select) {
-    struct Pause {
-        explicit Pause(bool& flag) : paused(flag) { paused = true; }
-        ~Pause() { paused = false; }
-        bool& paused;
-    } pause(recorder_->paused);
+    const Pause pause(*recorder_);
     const auto rows = host.connection().Execute(select);
     std::vector<std::vector<std::string>> all;
     for (; !rows->EndOfFile(); rows->MoveNext()) {
@@ -114,6 +121,13 @@ std::vector<std::vector<std::string>> Screen::query(const std::string& select) {
         }
     }
     return all;
+}
+
+void Screen::waitBrieflyForLocks() {
+    if (database.server() != nullptr) { // an embedded database is told by its connection string
+        const Pause pause(*recorder_);
+        host.connection().Execute("SET LOCK_TIMEOUT 300");
+    }
 }
 
 Journal Screen::journalWithoutNavigator() const {

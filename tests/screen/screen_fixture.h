@@ -7,6 +7,7 @@
 #include "tests/support/test_database.h"
 #include "tests/support/test_host.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,7 +28,11 @@ public:
     /// Whether the host's connections resolve the marker of the company in statement texts.
     enum class Markers { Resolved, Unknown };
 
-    explicit Screen(const Chart& chart, Company company = {}, Markers markers = Markers::Resolved);
+    /// What becomes of the database's connection string before the form gets it.
+    using SignIn = std::function<std::string(const std::string&)>;
+
+    explicit Screen(const Chart& chart, Company company = {}, Markers markers = Markers::Resolved,
+                    const SignIn& signIn = std::identity());
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
@@ -39,6 +44,9 @@ public:
     /// Rows of a query in the form's own session, in the form of `TestDatabase::rows`. It leaves no trace in
     /// the log.
     std::vector<std::vector<std::string>> query(const std::string& select);
+    /// The form waits 300 milliseconds for what another program holds, and no longer. It leaves no trace in
+    /// the log.
+    void waitBrieflyForLocks();
     /// The order of events, statements shortened to what tells them apart, navigator refreshes left out.
     Journal journalWithoutNavigator() const;
 
@@ -48,6 +56,7 @@ public:
 
 private:
     class Recorder;
+    class Pause;
     std::shared_ptr<Recorder> recorder_; // shared with the sessions
 
 public:
@@ -56,7 +65,8 @@ public:
     TestHost host;
 };
 
-/// The value of a parameter by name, blind to case. \throws std::out_of_range when the message has none of that name.
+/// The value of a parameter by name, blind to case. \throws std::out_of_range when the message has none of
+/// that name.
 const Value& valueOf(const Message& message, std::string_view parameter);
 
 } // namespace veldran::test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/driver.h"
+#include "platform/ado/errors.h"
 #include "tests/support/tcp_proxy.h"
 
 #include <memory>
@@ -57,5 +58,9 @@ private:
     int sessionOwner_ = 0; // the process that opened the session
     bool occupied_ = false;
 };
+
+/// Whether an error is the one that SQL Server numbers so. A server that speaks T-SQL without being SQL
+/// Server has one number for all errors that it does not map.
+bool isNumbered(const ado::Error& error, int number);
 
 } // namespace veldran::test
