@@ -65,6 +65,20 @@ std::string createIndexSql(const Table& table, std::string_view name, const std:
            quoteName(indexName(table, name)) + " ON " + quoteName(table.name) + " (" + list + ")";
 }
 
+// The code, then what else is sought, so that a row need not be looked at to be passed over.
+std::vector<std::size_t> ownIndexColumns(const Table& table, const std::string& code,
+                                         const std::vector<std::string>& sought) {
+    std::vector<std::size_t> columns{*table.indexOf(code)};
+    for (const std::string& name : sought) {
+        const auto column = table.indexOf(name);
+        if (column && name != code && !table.columns[*column].identity &&
+            table.columns[*column].type.kind != TypeKind::Bit) {
+            columns.push_back(*column);
+        }
+    }
+    return columns;
+}
+
 std::string createTableSql(const Table& table) {
     std::string sql = "CREATE TABLE " + table.sqlName() + " (";
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
@@ -420,8 +434,11 @@ bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::str
     const bool again = code && ++entry.searches[*code] > 1;
     if (again) {
         const std::string ownName = std::string(ownIndexPrefix) + *code;
-        database_.execute(createIndexSql(*entry.table, ownName, quoteName(*code), false));
-        entry.indexes[ownName] = {{*code}, {}};
+        const std::vector<std::size_t> own = ownIndexColumns(*entry.table, *code, columns);
+        database_.execute(createIndexSql(*entry.table, ownName, columnList(*entry.table, own), false));
+        for (const std::size_t column : own) {
+            entry.indexes[ownName].columns.push_back(entry.table->columns[column].name);
+        }
     }
     if (!wanted.empty() || again) {
         weighIndexes(*entry.table);
