@@ -85,7 +85,7 @@ TEST(CorrelationCrash, AtAnyStatementOfASaveLeavesTheOldRowsOrTheNew) {
         SCOPED_TRACE("statement " + std::to_string(statement));
         Screen screen(withStored(oldRows), costCompany());
         Program program([&] {
-            screen.host.open();
+            openWithEveryCode(screen);
             Editor(screen).enter();
             becomeNew(screen);
             dieAt(screen, statement);
@@ -130,7 +130,7 @@ const Rows thinRows = {{"2", "1.00", "COLACQ0010", "NULL"},
 
 /// Saves the thin rows and the old ones in turn until it is killed.
 void saveForEver(Screen& screen, const Heartbeat& heart) {
-    screen.host.open();
+    openWithEveryCode(screen);
     Editor editor(screen);
     editor.enter();
     screen.failures().failWhere(

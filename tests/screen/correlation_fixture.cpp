@@ -193,8 +193,6 @@ Chart withStored(const Rows& rows, const std::string& causale) {
     return chart;
 }
 
-namespace {
-
 void openWithEveryCode(Screen& screen) {
     LookupFake& lookups = screen.host.lookups;
     lookups.descriptions = {{"ACQ", "Acquisti"},
@@ -209,8 +207,6 @@ void openWithEveryCode(Screen& screen) {
     lookups.structures[201] = {6, {{0, 3}, {3, 3}}, '.', false};
     screen.host.open();
 }
-
-} // namespace
 
 std::unique_ptr<Screen> openEditor(const Chart& chart) {
     return openEditorAs(chart, std::identity());

@@ -105,7 +105,9 @@ inline const Rows wholeRows = {{"2", "100.00", "COLACQ0010", "NULL"},
 /// `costChart` with one correlation of the edited account.
 Chart withStored(const Rows& rows = wholeRows, const std::string& causale = "ACQ");
 
-/// An open screen over the company that manages cost items; its lookup service knows every code.
+/// Opens the screen of a host whose lookup service knows every code that the tests key.
+void openWithEveryCode(Screen& screen);
+/// An open screen over the company that manages cost items, opened so.
 std::unique_ptr<Screen> openEditor(const Chart& chart);
 /// The same over a connection string of its own.
 std::unique_ptr<Screen> openEditorAs(const Chart& chart, const Screen::SignIn& signIn);
