@@ -2,10 +2,17 @@
 
 #include <CLI/CLI.hpp>
 
+#include <iostream>
 #include <map>
 #include <string>
 
 namespace veldran::shell {
+
+namespace {
+
+constexpr int usageError = 2;
+
+} // namespace
 
 std::optional<int> parseOptions(int argc, char** argv, Options& options) {
     CLI::App app("Apre la maschera dei conti COGE attivati per la contabilità industriale.", "veldran-shell");
@@ -39,6 +46,12 @@ std::optional<int> parseOptions(int argc, char** argv, Options& options) {
     options.component = given("component");
     options.database = given("database");
     options.tour = given("tour");
+    if (options.tour && options.companyFile) {
+        // The tour keys, deletes and duplicates: never in anybody's books.
+        std::cerr << "Il giro guidato lavora solo sulla ditta dimostrativa: --tour e --company non vanno "
+                     "insieme.\n";
+        return usageError;
+    }
     return std::nullopt;
 }
 

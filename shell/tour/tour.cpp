@@ -33,9 +33,8 @@ void work(Stage& stage, MainWindow& window, Host& host) {
 
 int runTour(const Places& places, const Options& options) {
     const QTemporaryDir workshop;
-    const auto company = options.companyFile.value_or(demoCompanyFile(places));
     std::optional<std::filesystem::path> database = options.database;
-    if (!database && opensDemoDatabase(company, places)) {
+    if (!database) {
         database = std::filesystem::path(workshop.path().toStdString()) / "demo.vdb";
         try {
             createDemoDatabase(*database, places.database, [](const std::string&, double) {});
@@ -46,7 +45,7 @@ int runTour(const Places& places, const Options& options) {
     }
     std::string complaint;
     Host host(places, [&](const std::string& text) { complaint += text + "\n"; });
-    if (!host.open(company, database)) {
+    if (!host.open(demoCompanyFile(places), database)) {
         std::cerr << complaint;
         return 1;
     }

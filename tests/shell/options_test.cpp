@@ -26,15 +26,25 @@ TEST(Options, AreAllAbsentUnlessGiven) {
 
 TEST(Options, TakePathsWithBlanksWhole) {
     shell::Options options;
-    EXPECT_EQ(parse({"--company", "la mia ditta.json", "--component=x y.so", "--database", "d.vdb", "--tour",
-                     "a b", "--demo-reset"},
-                    options),
-              std::nullopt);
+    EXPECT_EQ(
+        parse({"--company", "la mia ditta.json", "--component=x y.so", "--database", "d.vdb", "--demo-reset"},
+              options),
+        std::nullopt);
     EXPECT_EQ(options.companyFile, "la mia ditta.json");
     EXPECT_EQ(options.component, "x y.so");
     EXPECT_EQ(options.database, "d.vdb");
-    EXPECT_EQ(options.tour, "a b");
     EXPECT_TRUE(options.demoReset);
+    EXPECT_EQ(parse({"--tour", "a b"}, options), std::nullopt);
+    EXPECT_EQ(options.tour, "a b");
+}
+
+TEST(Options, KeepTheGuidedTourOutOfACompanysBooks) {
+    shell::Options options;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(parse({"--company", "azienda.json", "--tour", "immagini"}, options), 2);
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "Il giro guidato lavora solo sulla ditta dimostrativa: --tour e --company non vanno insieme.\n");
 }
 
 TEST(Options, EndTheProgramWithoutErrorForHelp) {

@@ -89,13 +89,13 @@ TEST(Tour, FailsWhenTheScreenDoesNotShowWhatItShould) {
     EXPECT_NE(outcome.output.find("/manca/libveldran.so"), std::string::npos) << outcome.output;
 }
 
-TEST(Tour, EndsWithAnErrorWhenTheCompanyCannotBeOpened) {
+TEST(Tour, EndsWithAnErrorWhenItsDatabaseCannotBeOpened) {
     const ScratchFolder user;
     const ScratchFolder pictures;
-    const Outcome outcome = runHost(user, {"--tour", QString::fromStdString(pictures.path().string()),
-                                           "--company", "/manca/azienda.json"});
+    const Outcome outcome = runHost(
+        user, {"--tour", QString::fromStdString(pictures.path().string()), "--database", "/manca/ditta.vdb"});
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_NE(outcome.output.find("azienda.json» non esiste"), std::string::npos) << outcome.output;
+    EXPECT_NE(outcome.output.find("/manca/ditta.vdb"), std::string::npos) << outcome.output;
 }
 
 } // namespace
