@@ -43,7 +43,8 @@ bool EventiTestata::causaleIndicata() {
 
 bool EventiTestata::scriviRighe() {
     frames::VirtualFrame& dettaglio = *vicini_.frame.Dettaglio();
-    if (!dettaglio.HasChangedRow() && !dettaglio.HasNewRow()) {
+    // A row that was begun and has nothing yet is to be given up, even where there is nothing to write.
+    if (!dettaglio.HasChangedRow() && !dettaglio.HasNewRow() && !dettaglio.HasPendingRow()) {
         return true;
     }
     if (!dettaglio.UpdateBatch()) {

@@ -320,6 +320,40 @@ TEST_F(CorrelationEditor, ShowsTwoDecimalsAndNothingForAnEmptyPercentage) {
     EXPECT_EQ(e().shown()[1][3], "");
 }
 
+TEST_F(CorrelationEditor, SavesACorrelationOverARowThatWasBegunAndHasNothing) {
+    open();
+    e().enter();
+    e().typeCausale("ACQ");
+    e().detail().PressFromView("Nuovo");
+    ASSERT_EQ(e().grid().RowCount(), 1U);
+    EXPECT_TRUE(e().save());
+    EXPECT_TRUE(messages().boxes.empty()) << "nobody keyed anything into that row";
+    EXPECT_TRUE(messages().errors.empty());
+    EXPECT_EQ(e().grid().RowCount(), 0U);
+    EXPECT_EQ(e().listed(), Texts{"ACQ"});
+    EXPECT_TRUE(e().working("ACQ").empty());
+    EXPECT_TRUE(e().stored("ACQ").empty());
+}
+
+TEST_F(CorrelationEditor, RepeatsASaveThatFailedOverARowThatWasBegunAndHasNothing) {
+    open(withStored());
+    e().enter();
+    e().clickRow(1);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("50");
+    screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
+    e().save();
+    ASSERT_EQ(messages().errors.size(), 1U);
+    e().detail().PressFromView("Nuovo");
+    ASSERT_EQ(e().grid().RowCount(), 4U);
+    EXPECT_TRUE(e().save());
+    EXPECT_TRUE(messages().boxes.empty());
+    EXPECT_EQ(messages().errors.size(), 1U);
+    EXPECT_EQ(e().grid().RowCount(), 3U);
+    EXPECT_EQ(e().stored("ACQ"), (Rows{wholeRows[0], {"1", "50.00", "CDCPRO0010", "MATPRI"}, wholeRows[2]}));
+    EXPECT_FALSE(e().header().CanPress("Conferma"));
+}
+
 TEST_F(CorrelationEditor, RefusesACausaleThatHasACorrelationAlready) {
     open(withStored());
     e().enter();
