@@ -118,8 +118,16 @@ bool ListaCausali::ChangeItem(const Riga& riga) {
     });
 }
 
-/// To the causale still shown; a new one is not listed yet, and leaves the row that was current.
+/// To the causale still shown; a new one is not listed yet, and leaves the row that was current. The user has
+/// not chosen that row: the header is not asked to move to it.
 void ListaCausali::riportaEvidenza() {
+    struct Riporto {
+        explicit Riporto(bool& inCorso) : inCorso_(inCorso) { inCorso_ = true; }
+        ~Riporto() { inCorso_ = false; }
+        Riporto(const Riporto&) = delete;
+        Riporto& operator=(const Riporto&) = delete;
+        bool& inCorso_;
+    } const riporto(riporto_);
     if (const Riga mostrata = RigaDi(frame_.CausaleCorrente())) {
         controlli_.LST_CAUSALI.SetSelectedItem(mostrata);
     } else if (corrente_ && corrente_->IsInList()) {
@@ -129,7 +137,7 @@ void ListaCausali::riportaEvidenza() {
 
 void ListaCausali::LST_CAUSALI_ItemClick(controls::ListItem& riga) {
     ambiente_.form.errori.Esegui("LST_CAUSALI_ItemClick", [&] {
-        if (controlli_.LST_CAUSALI.HasFocus()) {
+        if (!riporto_ && controlli_.LST_CAUSALI.HasFocus()) {
             ChangeItem(controlli_.LST_CAUSALI.Find(riga.Key()));
         }
     });

@@ -72,6 +72,7 @@ private:
     Riga corrente_;             ///< may be a row that a reload has taken from the list
     std::string contoElencato_; ///< the account whose causali are listed
     bool colonneImpostate_ = false;
+    bool riporto_ = false; ///< the highlight is being taken back
 };
 
 } // namespace veldran

@@ -190,6 +190,19 @@ TEST_F(CausaliList, TakesTheHighlightBackBeforeAnyRowWasClicked) {
     EXPECT_EQ(selected(), "ACQ");
 }
 
+TEST_F(CausaliList, AsksOnceWhenTheUserStaysWithANewCorrelation) {
+    click("VEND");
+    areas.controls().INV_TESTATA.Press("Nuovo");
+    areas.controls().TXT_CAUSALE.TypeFromView("PAG");
+    areas.controls().TXT_CAUSALE.LeaveFromView();
+    list().SetFocus();
+    answers() = {services::answerCancel};
+    click("GIRO");
+    EXPECT_EQ(boxes(), 1U) << "going back asks nothing";
+    EXPECT_EQ(shown(), "PAG");
+    EXPECT_EQ(selected(), "VEND");
+}
+
 TEST_F(CausaliList, TakesTheHighlightBackWhenTheChangesAreNotValid) {
     areas.controls().GNV_DETTAGLIO.Press("Nuovo");
     areas.controls().CBO_SEGNO.SetListIndex(0); // a second origin
