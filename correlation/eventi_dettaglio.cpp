@@ -40,14 +40,26 @@ void EventiDettaglio::gclsFrameDettaglio_BeforeUpdate(bool& annulla) {
     });
 }
 
-/// A code that was stored long ago may have gone since, and its row can still be worked on.
 bool EventiDettaglio::esiste(controls::LookupField& campo, const char* colonna, const std::string& rifiuto) {
-    const ado::Field& indicato = frame_.Dettaglio()->Recordset()->Fields()[colonna];
-    if (!campo.IsUnknownItem() || nullSafeText(indicato.Value()) == nullSafeText(indicato.OriginalValue())) {
+    if (!campo.IsUnknownItem() || eraIndicato(colonna)) {
         return true;
     }
     ambiente_.form.errori.Messaggi()->ShowBox(rifiuto, services::styleExclamation, "Attenzione");
     campo.SetFocus();
+    return false;
+}
+
+/// A code that was stored long ago may have gone since: its row can still be worked on, wherever it was
+/// moved.
+bool EventiDettaglio::eraIndicato(const char* colonna) const {
+    ado::Recordset& righe = *frame_.Dettaglio()->Recordset();
+    const std::string indicato = nullSafeText(righe.Fields()[colonna].Value());
+    const auto copia = righe.Clone(ado::adLockReadOnly);
+    for (; !copia->EndOfFile(); copia->MoveNext()) {
+        if (nullSafeText(copia->Fields()[colonna].OriginalValue()) == indicato) {
+            return true;
+        }
+    }
     return false;
 }
 

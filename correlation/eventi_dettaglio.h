@@ -41,6 +41,7 @@ public:
 
 private:
     bool esiste(controls::LookupField& campo, const char* colonna, const std::string& rifiuto);
+    bool eraIndicato(const char* colonna) const;
 
     AmbienteCorrelazioni& ambiente_;
     Controlli controlli_;

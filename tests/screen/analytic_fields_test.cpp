@@ -435,6 +435,19 @@ TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowsThatHaveIt) {
     EXPECT_EQ(e().stored("ACQ")[0].percentage, "90.00");
 }
 
+TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowThatItsRowWasMovedTo) {
+    enter(withStored({{"2", "100.00", "GONE"}, {"1", "100.00", "CDCPRO0010"}}));
+    e().clickCausale("ACQ");
+    e().clickRow(0);
+    e().control<controls::Button>("CMD_GIU").ClickFromView();
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("90");
+    e().percentage().LeaveFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_TRUE(messages().boxes.empty());
+    EXPECT_EQ(e().stored("ACQ"), (Rows{{"1", "100.00", "CDCPRO0010"}, {"2", "90.00", "GONE"}}));
+}
+
 } // namespace
 
 } // namespace veldran::test
