@@ -67,6 +67,52 @@ TEST_F(Clipboard, FindsTheSourceNodeAgainAfterTheTreeWasReloaded) {
     EXPECT_EQ(stored("ACQ", c), two);
 }
 
+TEST_F(Clipboard, MovesACutWhoseSourceAFilterHasTakenFromTheTree) {
+    Chart chart = storedChart();
+    openOver(chart.activated(c));
+    treeKey(a, cutKey);
+    user().filter(2);
+    treeKey(c, pasteKey);
+    EXPECT_EQ(user().find(accountKey(1, a)), nullptr);
+    EXPECT_EQ(stored("ACQ", c), two);
+    EXPECT_EQ(stored("VEND", c), one);
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    EXPECT_TRUE(stored("VEND", a).empty());
+    EXPECT_TRUE(marked(c));
+    EXPECT_TRUE(messages().errors.empty());
+    treeKey(c, pasteKey);
+    EXPECT_TRUE(messages().boxes.empty()) << "the cut has ended";
+    user().filter(1);
+    select(a);
+    EXPECT_TRUE(marked(a)) << "marks are written back for accounts that the filter lets through alone";
+    e().enter(a);
+    e().toggleMode();
+    EXPECT_FALSE(marked(a)) << "counted again on coming back from its correlations";
+}
+
+TEST_F(Clipboard, PastesOntoAnAccountOnlyWhileItIsNotCollapsedAway) {
+    treeKey(a, copyKey);
+    select(c);
+    user().collapse(*node(c).Parent());
+    screen->forget();
+    user().key(pasteKey, controls::shiftCtrl);
+    EXPECT_TRUE(screen->sent().empty()) << "the group is selected in its place, and groups take nothing";
+    EXPECT_TRUE(stored("ACQ", c).empty());
+    treeKey(c, pasteKey);
+    EXPECT_EQ(stored("ACQ", c), two) << "the copy is still there";
+    EXPECT_TRUE(marked(c));
+}
+
+TEST_F(Clipboard, MovesACutWhoseSourceIsCollapsedAway) {
+    treeKey(a, cutKey);
+    user().collapse(*node(a).Parent());
+    treeKey(c, pasteKey);
+    EXPECT_EQ(stored("ACQ", c), two);
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    select(a);
+    EXPECT_FALSE(marked(a));
+}
+
 TEST_F(Clipboard, NeverOpensAMenuOverTheTree) {
     select(a);
     user().key(controls::keyApps);
