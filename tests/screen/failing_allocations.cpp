@@ -9,14 +9,23 @@ namespace {
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 std::size_t limit = unlimited;
 
+void* allocate(std::size_t bytes) noexcept {
+    return bytes < limit ? std::malloc(bytes == 0 ? 1 : bytes) : nullptr;
+}
+
 } // namespace
 
 void* operator new(std::size_t bytes) {
-    void* memory = bytes < limit ? std::malloc(bytes == 0 ? 1 : bytes) : nullptr;
+    void* memory = allocate(bytes);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
     return memory;
+}
+
+// Whatever a replaced delete frees has to come from a replaced new.
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return allocate(bytes);
 }
 
 void operator delete(void* memory) noexcept {
@@ -24,6 +33,10 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
 
