@@ -21,45 +21,13 @@ using Lines = std::vector<std::string>;
 // An account of the demo company that has no correlations.
 constexpr const char* account = "6805100003";
 
-class CorrelationKeys : public HostWindowTest {
+class CorrelationKeys : public ScreenKeysTest {
 protected:
     void SetUp() override {
-        HostWindowTest::SetUp();
-        openScreen();
-        activate();
-        auto* search = part<QWidget>("TXT_CONTORICERCA")->findChild<QLineEdit*>();
-        search->setFocus();
-        type(account);
-        key(Qt::Key_Return);
+        ScreenKeysTest::SetUp();
+        find(account);
         QTest::mouseClick(part<QPushButton>("CMD_ATTIVAZIONI"), Qt::LeftButton);
         ASSERT_EQ(focused(), "TXT_CAUSALE");
-    }
-    void TearDown() override {
-        EXPECT_EQ(complaints_.text(), "");
-        window_.reset(); // without asking about what a failed test has left unsaved
-    }
-    /// As a window manager does where there is one.
-    void activate() {
-        window_->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
-    }
-    template<class T>
-    T* part(const char* name) {
-        return window_->findChild<T*>(QString::fromUtf8(name));
-    }
-    static void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(QApplication::focusWidget(), code, modifiers);
-    }
-    static void back() { key(Qt::Key_Backtab, Qt::ShiftModifier); }
-    static void type(const std::string& text) { QTest::keyClicks(QApplication::focusWidget(), toQt(text)); }
-    /// The control that has the focus; of a navigator, its button.
-    static std::string focused() {
-        const QWidget* widget = QApplication::focusWidget();
-        while (widget != nullptr &&
-               (widget->objectName().isEmpty() || widget->objectName().startsWith("qt_"))) {
-            widget = widget->parentWidget();
-        }
-        return widget == nullptr ? "" : fromQt(widget->objectName());
     }
     /// Keys one row from the sign on; every field is left by Tab but the last one.
     void keyRow(const char* sign, const char* percentage, const char* code, const char* item) {
