@@ -1,8 +1,8 @@
 #include "shell/demo_database.h"
 
-#include "adapters/embedded/tsql/script.h"
-#include "adapters/embedded/tsql/source.h"
 #include "adapters/qt/text.h"
+#include "adapters/tsql/script.h"
+#include "adapters/tsql/source.h"
 #include "platform/ado/connection.h"
 #include "shell/company_file.h"
 #include "shell/drivers.h"

@@ -1,7 +1,7 @@
 #include "adapters/embedded/ast_walk.h"
 
 #include "adapters/embedded/overloaded.h"
-#include "adapters/embedded/tsql/token.h"
+#include "adapters/tsql/token.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "adapters/embedded/fragment.h"
-#include "adapters/embedded/tsql/ast_expressions.h"
+#include "adapters/tsql/ast_expressions.h"
 
 #include <optional>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "adapters/embedded/parsing.h"
 
 #include "adapters/embedded/errors.h"
-#include "adapters/embedded/tsql/lexer.h"
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/tsql/lexer.h"
+#include "adapters/tsql/parser.h"
 
 namespace veldran::embedded {
 

@@ -2,7 +2,7 @@
 
 #include "adapters/embedded/program.h"
 #include "adapters/embedded/sqlite.h"
-#include "adapters/embedded/tsql/ast.h"
+#include "adapters/tsql/ast.h"
 
 #include <cstdint>
 #include <list>

@@ -2,8 +2,8 @@
 
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/session.h"
-#include "adapters/embedded/tsql/script.h"
-#include "adapters/embedded/tsql/source.h"
+#include "adapters/tsql/script.h"
+#include "adapters/tsql/source.h"
 
 namespace veldran::embedded {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "adapters/embedded/tsql/ast.h"
 #include "adapters/embedded/types.h"
+#include "adapters/tsql/ast.h"
 
 #include <cstdint>
 #include <optional>

@@ -3,7 +3,7 @@
 #include "adapters/embedded/operators.h"
 #include "adapters/embedded/sqlite.h"
 #include "adapters/embedded/translator.h"
-#include "adapters/embedded/tsql/token.h"
+#include "adapters/tsql/token.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 #include "adapters/embedded/sqlite.h"
 #include "adapters/embedded/translator.h"
 #include "adapters/embedded/translator_frames.h"
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/tsql/parser.h"
 #include "platform/text.h"
 
 #include <algorithm>

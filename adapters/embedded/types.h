@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/embedded/tsql/ast_expressions.h"
+#include "adapters/tsql/ast_expressions.h"
 #include "platform/ado/driver.h"
 #include "platform/value.h"
 

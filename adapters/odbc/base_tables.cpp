@@ -1,6 +1,6 @@
 #include "adapters/odbc/base_tables.h"
 
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/tsql/parser.h"
 #include "platform/text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "adapters/odbc/select_shape.h"
 
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/tsql/parser.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "adapters/odbc/statement.h"
 
-#include "adapters/embedded/tsql/lexer.h"
 #include "adapters/odbc/result_reader.h"
 #include "adapters/odbc/utf16.h"
+#include "adapters/tsql/lexer.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "tests/odbc/postgres_dialect.h"
 
-#include "adapters/embedded/tsql/lexer.h"
+#include "adapters/tsql/lexer.h"
 #include "platform/text.h"
 
 #include <map>

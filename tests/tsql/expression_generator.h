@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/embedded/tsql/ast.h"
+#include "adapters/tsql/ast.h"
 
 #include <rapidcheck.h>
 

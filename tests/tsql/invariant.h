@@ -1,9 +1,9 @@
 #pragma once
 
-#include "adapters/embedded/tsql/lexer.h"
-#include "adapters/embedded/tsql/parser.h"
-#include "adapters/embedded/tsql/printer.h"
-#include "adapters/embedded/tsql/script.h"
+#include "adapters/tsql/lexer.h"
+#include "adapters/tsql/parser.h"
+#include "adapters/tsql/printer.h"
+#include "adapters/tsql/script.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "adapters/embedded/tsql/lexer.h"
+#include "adapters/tsql/lexer.h"
 
 #include <gtest/gtest.h>
 

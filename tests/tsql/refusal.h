@@ -1,6 +1,6 @@
 #pragma once
 
-#include "adapters/embedded/tsql/parser.h"
+#include "adapters/tsql/parser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "adapters/embedded/tsql/parser.h"
-#include "adapters/embedded/tsql/printer.h"
+#include "adapters/tsql/parser.h"
+#include "adapters/tsql/printer.h"
 #include "tests/tsql/expression_generator.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "adapters/embedded/tsql/parser.h"
-#include "adapters/embedded/tsql/script.h"
+#include "adapters/tsql/parser.h"
+#include "adapters/tsql/script.h"
 
 #include <gtest/gtest.h>
 

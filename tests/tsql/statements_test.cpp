@@ -1,4 +1,4 @@
-#include "adapters/embedded/tsql/printer.h"
+#include "adapters/tsql/printer.h"
 #include "tests/tsql/refusal.h"
 
 namespace veldran::tsql::test {

@@ -1,0 +1,261 @@
+#include "adapters/tsql/lexer.h"
+
+#include "adapters/tsql/messages.h"
+
+#include <array>
+
+namespace veldran::tsql {
+
+namespace {
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool isHexDigit(char c) {
+    return isDigit(c) || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+
+// Bytes beyond ASCII belong to accented letters and are letters too.
+bool beginsWord(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '#' ||
+           static_cast<unsigned char>(c) >= 0x80U;
+}
+
+bool continuesWord(char c) {
+    return beginsWord(c) || isDigit(c) || c == '@' || c == '$';
+}
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\v';
+}
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+// Longest first: "<=" must not be read as "<" and "=".
+constexpr std::array symbols = std::to_array<std::string_view>({
+    "<=", ">=", "<>", "!=", "!<", "!>", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "(", ")",
+    ",",  ".",  ";",  "+",  "-",  "*",  "/",  "%",  "=",  "<",  ">",  "&",  "|",  "^",  "~",
+});
+
+class Lexer {
+public:
+    Lexer(std::string_view text, const SourcePosition& origin) : text_(text), position_(origin) {}
+
+    std::vector<Token> run() {
+        if (rest().starts_with(byteOrderMark)) {
+            skip(byteOrderMark.size());
+        }
+        std::vector<Token> tokens;
+        do {
+            skipBlanksAndComments();
+            tokens.push_back(next());
+        } while (tokens.back().kind != TokenKind::End);
+        return tokens;
+    }
+
+private:
+    std::string_view rest() const { return text_.substr(index_); }
+    char peek(std::size_t ahead = 0) const {
+        return index_ + ahead < text_.size() ? text_[index_ + ahead] : '\0';
+    }
+    bool atEnd() const { return index_ >= text_.size(); }
+
+    void skip(std::size_t count = 1) {
+        for (; count > 0; --count) {
+            const auto byte = static_cast<unsigned char>(text_[index_]);
+            ++index_;
+            ++position_.offset;
+            if (byte == '\n') {
+                ++position_.line;
+                position_.column = 1;
+            } else if ((byte & 0xC0U) != 0x80U) {
+                ++position_.column;
+            }
+        }
+    }
+
+    void skipBlanksAndComments() {
+        while (!atEnd()) {
+            if (isBlank(peek())) {
+                skip();
+            } else if (rest().starts_with("--")) {
+                while (!atEnd() && peek() != '\n') {
+                    skip();
+                }
+            } else if (rest().starts_with("/*")) {
+                skipComment();
+            } else {
+                return;
+            }
+        }
+    }
+
+    // Comments nest: "/* a /* b */ c */" is one comment.
+    void skipComment() {
+        const SourcePosition opening = position_;
+        std::size_t open = 0;
+        do {
+            if (atEnd()) {
+                throw unclosedComment(opening);
+            }
+            if (rest().starts_with("/*")) {
+                ++open;
+                skip(2);
+            } else if (rest().starts_with("*/")) {
+                --open;
+                skip(2);
+            } else {
+                skip();
+            }
+        } while (open > 0);
+    }
+
+    Token next() {
+        begin_ = position_;
+        beginIndex_ = index_;
+        if (atEnd()) {
+            return finish(TokenKind::End, {});
+        }
+        const char c = peek();
+        if (c == '\'') {
+            return delimited(TokenKind::String, '\'');
+        }
+        if ((c == 'N' || c == 'n') && peek(1) == '\'') {
+            skip();
+            return delimited(TokenKind::NationalString, '\'');
+        }
+        if (c == '[') {
+            return delimited(TokenKind::DelimitedIdentifier, ']');
+        }
+        if (c == '"') {
+            return delimited(TokenKind::DelimitedIdentifier, '"');
+        }
+        if (beginsWord(c)) {
+            return word();
+        }
+        if (c == '@') {
+            return variable();
+        }
+        if (isDigit(c) || (c == '.' && isDigit(peek(1)))) {
+            return number();
+        }
+        if (c == '?') {
+            skip();
+            return finish(TokenKind::Marker, "?");
+        }
+        return symbol();
+    }
+
+    Token finish(TokenKind kind, std::string text) const {
+        Token token;
+        token.kind = kind;
+        token.text = std::move(text);
+        token.span = {begin_, position_};
+        return token;
+    }
+
+    std::string written() const { return std::string(text_.substr(beginIndex_, index_ - beginIndex_)); }
+
+    // From the opening delimiter at the cursor to the closing one; a doubled closing one stands for itself.
+    Token delimited(TokenKind kind, char closing) {
+        skip();
+        std::string value;
+        while (peek() != closing || peek(1) == closing) {
+            if (atEnd()) {
+                throw unclosedString(value, begin_);
+            }
+            if (peek() == closing) {
+                skip();
+            }
+            value += peek();
+            skip();
+        }
+        skip();
+        if (kind == TokenKind::DelimitedIdentifier && value.empty()) {
+            throw incorrectSyntax(written(), begin_);
+        }
+        return finish(kind, std::move(value));
+    }
+
+    Token word() {
+        while (continuesWord(peek())) {
+            skip();
+        }
+        Token token = finish(TokenKind::Word, written());
+        token.upper = toUpper(token.text);
+        token.reserved = isReservedWord(token.upper);
+        return token;
+    }
+
+    Token variable() {
+        while (peek() == '@') {
+            skip();
+        }
+        const std::size_t name = index_;
+        while (continuesWord(peek())) {
+            skip();
+        }
+        if (index_ == name) {
+            throw incorrectSyntax(written(), begin_);
+        }
+        return finish(TokenKind::Variable, written());
+    }
+
+    Token number() {
+        if (peek() == '0' && (peek(1) == 'x' || peek(1) == 'X')) {
+            skip(2);
+            while (isHexDigit(peek())) {
+                skip();
+            }
+            return finish(TokenKind::Binary, written());
+        }
+        TokenKind kind = TokenKind::Integer;
+        skipDigits();
+        if (peek() == '.') {
+            kind = TokenKind::Decimal;
+            skip();
+            skipDigits();
+        }
+        if (peek() == 'e' || peek() == 'E') {
+            const std::size_t sign = peek(1) == '+' || peek(1) == '-' ? 1 : 0;
+            if (isDigit(peek(1 + sign))) {
+                kind = TokenKind::Float;
+                skip(1 + sign);
+                skipDigits();
+            }
+        }
+        return finish(kind, written());
+    }
+
+    void skipDigits() {
+        while (isDigit(peek())) {
+            skip();
+        }
+    }
+
+    Token symbol() {
+        for (const std::string_view spelling : symbols) {
+            if (rest().starts_with(spelling)) {
+                skip(spelling.size());
+                return finish(TokenKind::Symbol, std::string(spelling));
+            }
+        }
+        skip();
+        throw incorrectSyntax(written(), begin_);
+    }
+
+    std::string_view text_;
+    SourcePosition position_;
+    SourcePosition begin_;
+    std::size_t index_ = 0;
+    std::size_t beginIndex_ = 0;
+};
+
+} // namespace
+
+std::vector<Token> tokenize(std::string_view text, const SourcePosition& origin) {
+    return Lexer(text, origin).run();
+}
+
+} // namespace veldran::tsql

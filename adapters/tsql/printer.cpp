@@ -1,0 +1,37 @@
+#include "adapters/tsql/printer.h"
+
+#include "adapters/tsql/text_writer.h"
+
+namespace veldran::tsql {
+
+namespace {
+
+template<typename Node>
+std::string written(const Node& node) {
+    TextWriter writer;
+    writer.write(node);
+    return writer.take();
+}
+
+} // namespace
+
+std::string toText(const Expression& expression) {
+    return written(expression);
+}
+std::string toText(const Query& query) {
+    return written(query);
+}
+std::string toText(const Statement& statement) {
+    return written(statement);
+}
+std::string toText(const Batch& batch) {
+    return written(batch.statements);
+}
+std::string toText(const QualifiedName& name) {
+    return written(name);
+}
+std::string toText(const DataType& type) {
+    return written(type);
+}
+
+} // namespace veldran::tsql
