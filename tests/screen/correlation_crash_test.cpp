@@ -5,8 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <random>
+#include <thread>
 
 namespace veldran::test {
 
@@ -36,7 +38,7 @@ void becomeNew(Screen& screen) {
     retype(1, newRows[1]);
 }
 
-/// A program of its own over the same file.
+/// A program of its own over the same database.
 class Program {
 public:
     template<class Work>
@@ -73,7 +75,14 @@ void dieAt(Screen& screen, int n) {
         Times::Always);
 }
 
+/// What the killed program has left. Its connections have ended then: a program started while the network
+/// still holds one would inherit it, and keep the dead program's transaction and locks alive at the server.
 Rows stored(Screen& screen) {
+    if (TestServer* server = screen.database.server()) {
+        while (server->network().connections() > 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
     return Editor::storedIn(screen.database, "ACQ");
 }
 
