@@ -145,6 +145,22 @@ TEST_F(Proxy, HoldsBackWhatIsSaidWhileItStalls) {
     EXPECT_EQ(client.hear(), "[due]");
 }
 
+TEST_F(Proxy, HoldsBackARequestThatIsChosenByItsNumber) {
+    const Client client(proxy.port());
+    EXPECT_EQ(client.ask("uno"), "[uno]");
+    EXPECT_EQ(proxy.requests(), 1);
+    proxy.stallAtRequest(2);
+    EXPECT_EQ(client.ask("due"), "[due]");
+    client.say("tre");
+    EXPECT_EQ(client.hear(aWhile), "(silence)");
+    EXPECT_EQ(proxy.requests(), 3);
+    proxy.resume();
+    EXPECT_EQ(client.hear(), "[tre]");
+    EXPECT_EQ(proxy.requests(), 3) << "the request that waited is one";
+    EXPECT_EQ(client.ask("quattro"), "[quattro]");
+    EXPECT_EQ(server.heard, "unoduetrequattro");
+}
+
 TEST_F(Proxy, RefusesLikeAServerThatIsDownAndServesAgainAtTheSamePort) {
     proxy.refuse(true);
     EXPECT_FALSE(Client(proxy.port()).connected());

@@ -114,6 +114,12 @@ bool pass(const Descriptor& from, const Descriptor& to) {
     return got > 0;
 }
 
+/// Whether something has come, and not only the end of the connection.
+bool hasSpoken(const Descriptor& socket) {
+    char first = 0;
+    return ::recv(socket.get(), &first, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
+}
+
 /// Closes without a farewell: the other end sees a reset, as when a cable is pulled and the peer restarted.
 void breakOff(Descriptor& socket) {
     const linger hard{1, 0};
@@ -149,18 +155,29 @@ public:
         order([&] { count = static_cast<int>(links_.size()); });
         return count;
     }
+    int requests() {
+        int count = 0;
+        order([&] { count = requests_; });
+        return count;
+    }
     void cut() {
         order([this] {
             breakAll();
             cutsAtAnswer_ = false;
-            stalled_ = false;
+            stall(false);
         });
     }
     void cutAtNextAnswer() {
         order([this] { cutsAtAnswer_ = true; });
     }
-    void stall(bool stalled) {
-        order([this, stalled] { stalled_ = stalled; });
+    void stallNow() {
+        order([this] { stall(true); });
+    }
+    void stallAtRequest(int n) {
+        order([this, n] { stallsAt_ = requests_ + n; });
+    }
+    void resume() {
+        order([this] { stall(false); });
     }
     void refuse(bool refusing) {
         order([this, refusing] {
@@ -176,6 +193,7 @@ private:
     struct Link {
         Descriptor client;
         Descriptor server;
+        bool answered = true; ///< what the client says next is a request
     };
 
     /// Has the thread do something between two of its rounds, and waits for it.
@@ -215,6 +233,16 @@ private:
             auto link = links_.begin();
             for (std::size_t i = 2; i + 1 < watched.size(); i += 2) {
                 const auto current = link++;
+                if (watched[i].revents != 0 && current->answered && hasSpoken(current->client)) {
+                    current->answered = false;
+                    if (++requests_ == stallsAt_) {
+                        stall(true);
+                        break;
+                    }
+                }
+                if (watched[i + 1].revents != 0) {
+                    current->answered = true;
+                }
                 if (watched[i + 1].revents != 0 && cutsAtAnswer_) {
                     cutsAtAnswer_ = false;
                     breakAll();
@@ -251,6 +279,11 @@ private:
         }
     }
 
+    void stall(bool stalled) {
+        stalled_ = stalled;
+        stallsAt_ = 0;
+    }
+
     void breakAll() {
         for (Link& link : links_) {
             breakOff(link.client);
@@ -268,6 +301,8 @@ private:
     std::mutex mutex_; // of the orders; all else belongs to the thread
     std::vector<std::packaged_task<void()>> orders_;
     std::list<Link> links_;
+    int requests_ = 0;
+    int stallsAt_ = 0; // 0 for at none
     bool cutsAtAnswer_ = false;
     bool stalled_ = false;
     bool stopped_ = false;
@@ -287,6 +322,10 @@ int TcpProxy::connections() const {
     return worker_->connections();
 }
 
+int TcpProxy::requests() const {
+    return worker_->requests();
+}
+
 void TcpProxy::cut() {
     worker_->cut();
 }
@@ -296,11 +335,15 @@ void TcpProxy::cutAtNextAnswer() {
 }
 
 void TcpProxy::stall() {
-    worker_->stall(true);
+    worker_->stallNow();
+}
+
+void TcpProxy::stallAtRequest(int n) {
+    worker_->stallAtRequest(n);
 }
 
 void TcpProxy::resume() {
-    worker_->stall(false);
+    worker_->resume();
 }
 
 void TcpProxy::refuse(bool refusing) {

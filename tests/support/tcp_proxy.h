@@ -21,6 +21,9 @@ public:
     std::uint16_t port() const;
     /// Connections that stand at this moment.
     int connections() const;
+    /// How many requests have come since construction: how often a client began to speak, or spoke again when
+    /// it had been answered.
+    int requests() const;
 
     /// Breaks every connection off, towards both ends. Later ones are served.
     void cut();
@@ -29,6 +32,8 @@ public:
     void cutAtNextAnswer();
     /// Holds back what either side sends, until `resume` or `cut`.
     void stall();
+    /// The same from the `n`-th request on that comes from now on (1 is the next); it is held back itself.
+    void stallAtRequest(int n);
     void resume();
     /// Whether somebody listens at the port: a server that is down refuses.
     void refuse(bool refusing);
