@@ -4,6 +4,7 @@
 #include "sql/commands.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace veldran {
 
@@ -66,10 +67,25 @@ bool ArchivioCorrelazioni::RipresaRigheDettaglio() {
     });
 }
 
-/// An earlier attempt that failed half-way may have got as far as this table.
+/// An earlier attempt that failed half-way may have got as far as this table. It may have made it even where
+/// it was told of a failure: the answer that came after the time limit was not heard.
 void ArchivioCorrelazioni::crea(Tabella& stato, const std::string& creazione,
                                 const std::string& svuotamento) {
-    sql::execute(*ambiente_.form.connessione, stato == Tabella::Creata ? svuotamento : creazione);
+    constexpr int esisteGia = 2714;
+    ado::Connection& connessione = *ambiente_.form.connessione;
+    if (stato != Tabella::Creata) {
+        const bool incerta = std::exchange(stato, Tabella::Incerta) == Tabella::Incerta;
+        try {
+            sql::execute(connessione, creazione);
+            stato = Tabella::Creata;
+            return;
+        } catch (const ado::AdoError& error) {
+            if (!incerta || error.first().Number != esisteGia) {
+                throw;
+            }
+        }
+    }
+    sql::execute(connessione, svuotamento);
     stato = Tabella::Creata;
 }
 

@@ -45,7 +45,7 @@ public:
     void Rilascia();
 
 private:
-    enum class Tabella { DaCreare, Creata };
+    enum class Tabella { DaCreare, Incerta, Creata };
     enum class Righe { Perse, Archiviate, DaArchiviare };
     void crea(Tabella& stato, const std::string& creazione, const std::string& svuotamento);
     void riempi(std::shared_ptr<ado::Command>& comando, std::string (*testo)(const sql::CorrelationOwner&));

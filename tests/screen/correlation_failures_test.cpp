@@ -65,6 +65,7 @@ void expectTheStoredCorrelation(Screen& screen) {
     EXPECT_TRUE(editor.isOpen());
     EXPECT_EQ(editor.causale().Text(), "ACQ");
     EXPECT_EQ(editor.listed(), Texts{"ACQ"});
+    ASSERT_NE(editor.list().SelectedItem(), nullptr);
     EXPECT_EQ(editor.list().SelectedItem()->Text(), "ACQ");
     EXPECT_EQ(editor.grid().RowCount(), wholeRows.size());
     EXPECT_TRUE(editor.grid().Enabled());
@@ -96,6 +97,23 @@ TEST(EntryFailures, LeaveTheLayoutsSwitchedAndTheNextEntryWorks) {
     action.repeat = reenter;
     action.expectDone = expectTheStoredCorrelation;
     failEachStatement(action);
+}
+
+TEST(EntryFailures, AfterWhichATableStandsAllTheSameAreMendedByTheNextEntry) {
+    for (const Message& creation : expected::tablesCreated(account)) {
+        if (!creation.text.starts_with("CREATE TABLE")) {
+            continue;
+        }
+        const auto screen = openEditor(withStored());
+        select(*screen);
+        screen->failures().failContaining(creation.text);
+        toggle(*screen);
+        EXPECT_EQ(screen->host.messages->errors.size(), 1U);
+        screen->host.connection().Execute(creation.text); // as a server does whose answer came too late
+        reenter(*screen);
+        EXPECT_EQ(screen->host.messages->errors.size(), 1U);
+        expectTheStoredCorrelation(*screen);
+    }
 }
 
 TEST(EntryFailures, OfAFurtherEntryLeaveTheTablesToBeRefilled) {

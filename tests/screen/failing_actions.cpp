@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <future>
-#include <thread>
 
 namespace veldran::test {
 
@@ -56,6 +54,7 @@ StoredRows activations(const Screen& screen) {
 struct Course {
     std::vector<Message> messages;
     std::vector<std::string> labels; ///< of the report when the message fails
+    std::vector<int> requests;       ///< that the message sends through the network
     StoredRows correlationsBefore, correlationsAfter, activationsBefore, activationsAfter;
 };
 
@@ -64,7 +63,9 @@ Course courseOf(const Action& action) {
     Course course;
     course.correlationsBefore = correlations(*screen);
     course.activationsBefore = activations(*screen);
+    RequestCount requests(*screen);
     action.act(*screen);
+    course.requests = requests.ofEachMessage();
     course.correlationsAfter = correlations(*screen);
     course.activationsAfter = activations(*screen);
     course.messages = screen->log().messages();
@@ -81,35 +82,47 @@ std::string described(const Course& course, std::size_t i) {
            nameOf(course.messages[i].how) + " " + course.messages[i].text;
 }
 
-/// Each activation is a transaction of its own: some may have come about, but none that was not asked for.
-void expectNothingHalfStored(const Screen& screen, const Course& course) {
-    const StoredRows left = correlations(screen);
-    EXPECT_TRUE(left == course.correlationsBefore || left == course.correlationsAfter)
-        << ::testing::PrintToString(left);
-    for (const auto& row : activations(screen)) {
-        const auto among = [&row](const StoredRows& rows) {
-            return std::find(rows.begin(), rows.end(), row) != rows.end();
-        };
-        EXPECT_TRUE(among(course.activationsBefore) || among(course.activationsAfter)) << row.at(0);
+/// Every row was there before the action, or is there after it.
+void expectOnlyRowsOf(const StoredRows& left, const StoredRows& before, const StoredRows& after) {
+    for (const auto& row : left) {
+        EXPECT_TRUE(std::find(before.begin(), before.end(), row) != before.end() ||
+                    std::find(after.begin(), after.end(), row) != after.end())
+            << ::testing::PrintToString(row);
     }
 }
 
-void loseTheConnectionAt(std::size_t i, Cut cut, const Action& action, const Course& course) {
+/// Each activation is a transaction of its own: some may have come about, but none that was not asked for.
+void expectNothingHalfStored(const Screen& screen, const Action& action, const Course& course) {
+    const StoredRows left = correlations(screen);
+    if (action.storesRowByRow) {
+        expectOnlyRowsOf(left, course.correlationsBefore, course.correlationsAfter);
+    } else {
+        EXPECT_TRUE(left == course.correlationsBefore || left == course.correlationsAfter)
+            << ::testing::PrintToString(left);
+    }
+    expectOnlyRowsOf(activations(screen), course.activationsBefore, course.activationsAfter);
+}
+
+void loseTheConnectionAt(std::size_t i, const Fault& fault, int timeLimit, const Action& action,
+                         const Course& course) {
     const auto screen = prepared(action);
-    cutAt(*screen, i, cut);
+    TcpProxy& network = screen->database.server()->network();
+    screen->host.connection().CommandTimeout(timeLimit);
+    failNetworkAt(*screen, i, fault);
     action.act(*screen);
     const auto& errors = screen->host.messages->errors;
     ASSERT_FALSE(errors.empty());
     expectReportOfLoss(errors[0], course.labels[i]);
     EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
     EXPECT_TRUE(screen->host.isOpen());
-    expectNothingHalfStored(*screen, course);
+    expectNothingHalfStored(*screen, action, course);
+    network.resume(); // what it held back still reaches the server
     const std::size_t reports = errors.size();
     screen->failures().heal();
     screen->forget();
     action.act(*screen);
     EXPECT_TRUE(errors.size() > reports || screen->sent().empty()) << "the connection does not come back";
-    expectNothingHalfStored(*screen, course);
+    expectNothingHalfStored(*screen, action, course);
     screen->host.messages->answers = {services::answerNo}; // to the question about changes that are not saved
     EXPECT_TRUE(screen->host.form().Unload());
     EXPECT_EQ(screen->database.openSessions(), 0);
@@ -118,47 +131,68 @@ void loseTheConnectionAt(std::size_t i, Cut cut, const Action& action, const Cou
     EXPECT_TRUE(screen->host.messages->errors.empty()) << "the next form has a connection of its own";
 }
 
-/// Every message has to wait a while: nothing else may come of it.
-void stallEachStatement(const Action& action) {
+/// The network holds the message back until its time is up, and goes on before the connection is given up.
+void outwaitTheLimitAt(std::size_t i, const Action& action, const Course& course) {
     const auto screen = prepared(action);
-    TcpProxy& network = screen->database.server()->network();
-    std::vector<std::future<void>> resumed;
+    Stalls stalls(*screen);
+    screen->host.connection().CommandTimeout(shortLimit);
+    failNetworkAt(*screen, i, [&](TcpProxy&) { stalls.hold(course.requests[i], beyondTheLimit); });
+    action.act(*screen);
+    stalls.await();
+    screen->failures().heal();
+    const auto& errors = screen->host.messages->errors;
+    ASSERT_EQ(errors.size(), 1U);
+    expectReportOfTimeLimit(errors[0], course.labels[i]);
+    EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
+    EXPECT_TRUE(screen->host.isOpen());
+    expectNothingHalfStored(*screen, action, course);
+    action.repeat(*screen);
+    EXPECT_EQ(errors.size(), 1U) << "the screen works on, on the same connection";
+    action.expectDone(*screen);
+    EXPECT_TRUE(screen->host.form().Unload());
+    EXPECT_EQ(screen->database.openSessions(), 0);
+}
+
+/// Every message has to wait, those that no limit ends longer than the limit: nothing else may come of it.
+void stallEachStatement(const Action& action, const Course& course) {
+    const auto screen = prepared(action);
+    Stalls stalls(*screen);
+    screen->host.connection().CommandTimeout(shortLimit);
     screen->failures().failWhere(
-        [&](const Message&) {
-            network.stall();
-            resumed.push_back(std::async(std::launch::async, [&network] {
-                std::this_thread::sleep_for(std::chrono::milliseconds(20));
-                network.resume();
-            }));
+        [&, i = std::size_t{0}](const Message& message) mutable {
+            stalls.await();
+            if (course.requests.at(i) > 0) {
+                stalls.hold(course.requests[i],
+                            isLimited(message) ? std::chrono::milliseconds(20) : beyondTheLimit);
+            }
+            ++i;
             return false;
         },
         Times::Always);
     action.act(*screen);
-    resumed.clear(); // waits for each
+    stalls.await();
     screen->failures().heal();
     EXPECT_TRUE(screen->host.messages->errors.empty());
     action.expectDone(*screen);
 }
 
+/// Everything that a network does to an action, at each of its messages.
+void failTheNetworkAtEachStatement(const Action& action, const Course& course) {
+    stallEachStatement(action, course);
+    for (std::size_t i = 0; i < course.messages.size(); ++i) {
+        SCOPED_TRACE("network, " + described(course, i));
+        constexpr int noLimit = 0;
+        loseTheConnectionAt(i, &TcpProxy::cut, noLimit, action, course);
+        loseTheConnectionAt(i, &TcpProxy::cutAtNextAnswer, noLimit, action, course);
+        if (isLimited(course.messages[i])) {
+            outwaitTheLimitAt(i, action, course);
+            const auto stall = [&](TcpProxy& network) { network.stallAtRequest(course.requests[i]); };
+            loseTheConnectionAt(i, stall, shortLimit, action, course);
+        }
+    }
+}
+
 } // namespace
-
-void cutAt(Screen& screen, std::size_t message, Cut cut) {
-    TcpProxy& network = screen.database.server()->network();
-    screen.failures().failWhere(
-        [&network, cut, message](const Message&) mutable {
-            if (message-- == 0) {
-                (network.*cut)();
-            }
-            return false;
-        },
-        Times::Always);
-}
-
-void expectReportOfLoss(const ShownError& shown, const std::string& label) {
-    EXPECT_EQ(shown.routine, label);
-    ASSERT_FALSE(shown.connectionErrors.empty());
-    EXPECT_EQ(shown.connectionErrors[0].SQLState.substr(0, 2), "08") << shown.error.Description;
-}
 
 void failEachStatement(const Action& action) {
     const Course course = courseOf(action);
@@ -181,12 +215,7 @@ void failEachStatement(const Action& action) {
         EXPECT_EQ(screen->database.openSessions(), 0);
     }
     if (TestServer::chosen() != nullptr) {
-        stallEachStatement(action);
-        for (std::size_t i = 0; i < course.messages.size(); ++i) {
-            SCOPED_TRACE("connection lost, " + described(course, i));
-            loseTheConnectionAt(i, &TcpProxy::cut, action, course);
-            loseTheConnectionAt(i, &TcpProxy::cutAtNextAnswer, action, course);
-        }
+        failTheNetworkAtEachStatement(action, course);
     }
 }
 

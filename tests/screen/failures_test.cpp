@@ -304,36 +304,77 @@ void expectReportsOfALostStartUp(const std::vector<ShownError>& errors, const st
     }
 }
 
-/// Loses the connection at each message of a start-up.
-void loseEachStartUp(const std::vector<Message>& messages) {
-    for (std::size_t i = 0; i < messages.size(); ++i) {
-        for (const Cut cut : {&TcpProxy::cut, &TcpProxy::cutAtNextAnswer}) {
-            SCOPED_TRACE("connection lost, message " + std::to_string(i + 1) + ": " + messages[i].text);
-            Screen screen(smallChart());
-            cutAt(screen, i, cut);
-            screen.host.open();
-            expectReportsOfALostStartUp(screen.host.messages->errors,
-                                        labelsOfStartUp(messages[i].text).front());
-            ASSERT_TRUE(screen.host.isOpen());
-            screen.host.messages->clear();
-            screen.host.user().filter(2);
-            EXPECT_EQ(screen.host.messages->errors.size(), 1U) << "the connection does not come back";
-            EXPECT_TRUE(screen.host.component().CloseForm().toBool());
-            EXPECT_EQ(screen.database.openSessions(), 0);
-            screen.host.open();
-            EXPECT_EQ(screen.host.messages->errors.size(), 1U) << "the next form has a connection of its own";
-            EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
-        }
+/// What a start-up sends when nothing fails.
+struct StartUp {
+    std::vector<Message> messages;
+    std::vector<int> requests; ///< of each message through the network
+};
+
+StartUp courseOfStartUp() {
+    Screen screen(smallChart());
+    RequestCount requests(screen);
+    screen.host.open();
+    return {screen.log().messages(), requests.ofEachMessage()};
+}
+
+void expectCleanClosingAndOpening(Screen& screen) {
+    EXPECT_TRUE(screen.host.component().CloseForm().toBool());
+    EXPECT_EQ(screen.database.openSessions(), 0);
+    screen.host.messages->clear();
+    screen.host.open();
+    EXPECT_TRUE(screen.host.messages->errors.empty()) << "the next form has a connection of its own";
+    EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
+}
+
+void loseStartUpAt(std::size_t i, const Fault& fault, int timeLimit, const std::string& label) {
+    Screen screen(smallChart());
+    screen.host.commandTimeout = timeLimit;
+    failNetworkAt(screen, i, fault);
+    screen.host.open();
+    expectReportsOfALostStartUp(screen.host.messages->errors, label);
+    ASSERT_TRUE(screen.host.isOpen());
+    screen.database.server()->network().resume();
+    screen.host.messages->clear();
+    screen.host.user().filter(2);
+    EXPECT_EQ(screen.host.messages->errors.size(), 1U) << "the connection does not come back";
+    expectCleanClosingAndOpening(screen);
+}
+
+/// The network holds the message back until its time is up, and goes on before the connection is given up.
+void outwaitTheLimitOfStartUpAt(std::size_t i, int request, const std::string& label) {
+    Screen screen(smallChart());
+    Stalls stalls(screen);
+    screen.host.commandTimeout = shortLimit;
+    failNetworkAt(screen, i, [&](TcpProxy&) { stalls.hold(request, beyondTheLimit); });
+    screen.host.open();
+    stalls.await();
+    screen.failures().heal();
+    ASSERT_FALSE(screen.host.messages->errors.empty());
+    expectReportOfTimeLimit(screen.host.messages->errors[0], label);
+    EXPECT_EQ(screen.host.screen.GetMousePointer(), services::mouseDefault);
+    ASSERT_TRUE(screen.host.isOpen());
+    expectCleanClosingAndOpening(screen);
+}
+
+/// Everything that a network does to a start-up, at each of its messages.
+void failTheNetworkAtEachStartUp(const StartUp& startUp) {
+    for (std::size_t i = 0; i < startUp.messages.size(); ++i) {
+        const Message& message = startUp.messages[i];
+        SCOPED_TRACE("network, message " + std::to_string(i + 1) + ": " + message.text);
+        const std::string label = labelsOfStartUp(message.text).front();
+        const auto stall = [&](TcpProxy& network) { network.stallAtRequest(startUp.requests[i]); };
+        ASSERT_TRUE(isLimited(message));
+        constexpr int noLimit = 0;
+        loseStartUpAt(i, &TcpProxy::cut, noLimit, label);
+        loseStartUpAt(i, &TcpProxy::cutAtNextAnswer, noLimit, label);
+        loseStartUpAt(i, stall, shortLimit, label);
+        outwaitTheLimitOfStartUpAt(i, startUp.requests[i], label);
     }
 }
 
 TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
-    std::vector<Message> messages;
-    {
-        Screen screen(smallChart());
-        screen.host.open();
-        messages = screen.log().messages();
-    }
+    const StartUp startUp = courseOfStartUp();
+    const std::vector<Message>& messages = startUp.messages;
     ASSERT_GT(messages.size(), 20U);
     for (std::size_t i = 0; i < messages.size(); ++i) {
         SCOPED_TRACE("message " + std::to_string(i + 1) + ": " + messages[i].text);
@@ -358,7 +399,7 @@ TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
         EXPECT_EQ(screen.host.user().tree().RootCount(), 4);
     }
     if (TestServer::chosen() != nullptr) {
-        loseEachStartUp(messages);
+        failTheNetworkAtEachStartUp(startUp);
     }
 }
 

@@ -41,7 +41,9 @@ public:
     std::shared_ptr<ado::Connection> NewConnection() override {
         ++host_.connectionsMade;
         host_.journal->push_back("new connection");
-        return ado::Connection::create(host_.driver_);
+        auto connection = ado::Connection::create(host_.driver_);
+        connection->CommandTimeout(host_.commandTimeout);
+        return connection;
     }
 
 private:

@@ -62,6 +62,7 @@ public:
     Company company;
     AnalyticParametersFake parameters;
     int connectionsMade = 0;
+    int commandTimeout = 30; ///< seconds, of the connections that the host makes
     int globalClosings = 0;
     std::string closingFailure; ///< what the global object's `ScreenClosing` fails with; "" for none
 
