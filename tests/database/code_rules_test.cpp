@@ -24,7 +24,7 @@ class CodeRules : public testing::TestWithParam<int> {};
 
 TEST_P(CodeRules, TheWorkingTableDerivesWhatTheRulesSayForEveryCodeShape) {
     const TestDatabase database(chartOfShapes(4));
-    ServerSession session(database.connectionString());
+    ServerSession session(database);
     // The number of levels is written into the statement, so one chart serves for all of them.
     session.run(sql::creazioneTabellaConti(1, static_cast<std::int16_t>(GetParam())));
     const TextRows rows =
@@ -47,7 +47,7 @@ TEST_P(CodeRules, TheWorkingTableDerivesWhatTheRulesSayForEveryCodeShape) {
 
 TEST_P(CodeRules, TheServerGivesTheSameHeaderForEveryCodeShape) {
     const TestDatabase database(chartOfShapes(4));
-    ServerSession session(database.connectionString());
+    ServerSession session(database);
     const TextRows rows =
         session.rows("SELECT CG24_CONTO, DBO.FNCI_COGE_GETCODEHEADER(" + std::to_string(GetParam()) +
                      ", CG24_CONTO) FROM CG24_TABPDC WHERE CG24_GRUPPO_CG10 = 1");
@@ -61,13 +61,13 @@ INSTANTIATE_TEST_SUITE_P(Levels, CodeRules, testing::Values(-1, 0, 1, 2, 3, 4, 5
 
 TEST(HeaderFunction, KnowsNoHeaderWithoutANumberOfLevels) {
     const TestDatabase database{Chart(4)};
-    ServerSession session(database.connectionString());
+    ServerSession session(database);
     EXPECT_EQ(session.value("SELECT DBO.FNCI_COGE_GETCODEHEADER(NULL, N'0102030005')"), "NULL");
 }
 
 TEST(HeaderFunction, AnswersThePreparedQuestionOfTheScreen) {
     const TestDatabase database{Chart(4)};
-    ServerSession session(database.connectionString());
+    ServerSession session(database);
     const ado::ParameterInfo conto{"@CONTO", ado::adWChar, ado::adParamInput, 10, 0, 0};
     const auto question = session.session().prepare(sql::codeHeader(4), std::vector{conto});
     for (const std::string& code :

@@ -1,3 +1,4 @@
+#include "adapters/embedded/driver.h"
 #include "database/generator/demo_reader.h"
 #include "database/generator/embedded_writer.h"
 #include "database/generator/source_error.h"
@@ -16,8 +17,10 @@ protected:
     EmbeddedTarget target() const {
         return {(directory_.path() / "chart.vdb").string(), VELDRAN_SOURCE_DIR "/database"};
     }
-    test::ServerSession open() const {
-        return test::ServerSession("Provider=VeldranEmbedded;Data Source=" + target().file);
+    test::ServerSession open() const { return openFile(target().file); }
+    static test::ServerSession openFile(const std::string& file) {
+        return test::ServerSession(
+            embedded::EmbeddedDriver().open("Provider=VeldranEmbedded;Data Source=" + file, {}, {}));
     }
     static SyntheticOptions options() {
         SyntheticOptions wanted;
@@ -48,7 +51,7 @@ TEST_F(EmbeddedWriter, GivesTheRowsThatTheScriptGives) {
     std::ofstream(path, std::ios::binary) << script.str();
     const EmbeddedTarget other{(directory_.path() / "other.vdb").string(), target().scriptFolder};
     writeSyntheticDatabase({.accounts = 20, .levels = 4}, {.company = 90, .chart = 90}, other);
-    test::ServerSession scripted("Provider=VeldranEmbedded;Data Source=" + other.file);
+    test::ServerSession scripted = openFile(other.file);
     scripted.loadFile(path);
     test::ServerSession written = open();
     for (const char* query : everything) {

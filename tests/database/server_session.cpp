@@ -1,7 +1,7 @@
 #include "tests/database/server_session.h"
 
-#include "adapters/embedded/driver.h"
 #include "adapters/embedded/script.h"
+#include "platform/text.h"
 
 #include <fstream>
 #include <iterator>
@@ -9,8 +9,8 @@
 
 namespace veldran::test {
 
-ServerSession::ServerSession(const std::string& connectionString)
-    : session_(std::make_shared<embedded::EmbeddedDriver>()->open(connectionString, {}, {})) {}
+ServerSession::ServerSession(const TestDatabase& database)
+    : session_(database.driver()->open(database.connectionString(), {}, {})) {}
 
 void ServerSession::run(const std::string& text) {
     session_->execute(text, {}, {.commandTimeout = 0, .wantsRows = false});
@@ -32,18 +32,35 @@ std::string ServerSession::value(const std::string& query) {
     return found.front().front();
 }
 
-TextRows ServerSession::call(const std::string& procedure, const std::map<std::string, Value>& values) {
+std::vector<std::string> ServerSession::parametersOf(const std::string& procedure) {
+    std::vector<std::string> names;
+    for (const ado::ParameterInfo& info : session_->describeProcedure(procedure)) {
+        if (info.direction != ado::adParamReturnValue) {
+            names.push_back(withFoldedCase(info.name));
+        }
+    }
+    return names;
+}
+
+ado::StatementResult ServerSession::result(const std::string& procedure,
+                                           const std::map<std::string, Value>& values) {
     std::vector<ado::BoundParameter> bound;
     for (const ado::ParameterInfo& info : session_->describeProcedure(procedure)) {
-        if (const auto found = values.find(info.name); found != values.end()) {
-            bound.push_back({info, found->second});
+        for (const auto& [name, value] : values) {
+            if (equalsIgnoringAsciiCase(name, info.name)) {
+                bound.push_back({info, value});
+            }
         }
     }
     if (bound.size() != values.size()) {
         throw std::invalid_argument("a parameter that " + procedure + " does not have");
     }
-    const ado::StatementResult result = session_->callProcedure(procedure, bound, {.commandTimeout = 0});
-    return result.rows ? asText(*result.rows) : TextRows{};
+    return session_->callProcedure(procedure, bound, {.commandTimeout = 0});
+}
+
+TextRows ServerSession::call(const std::string& procedure, const std::map<std::string, Value>& values) {
+    const ado::StatementResult answer = result(procedure, values);
+    return answer.rows ? asText(*answer.rows) : TextRows{};
 }
 
 void ServerSession::load(const std::string& script) {

@@ -28,7 +28,7 @@ protected:
     }
 
     TestDatabase database_{Chart(4)};
-    ServerSession session_{database_.connectionString()};
+    ServerSession session_{database_};
 };
 
 TEST_F(TableFunctions, CausaleIsFoundByItsCodeWhateverTheCaseAndTrailingBlanks) {

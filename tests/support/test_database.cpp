@@ -68,18 +68,29 @@ TemporaryDirectory::~TemporaryDirectory() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-TestDatabase::TestDatabase(const Chart& chart)
+TestDatabase::TestDatabase(TestServer::Objects objects)
     : server_(TestServer::chosen()),
-      occupation_(server_ != nullptr ? std::make_unique<TestServer::Occupation>(*server_) : nullptr),
+      occupation_(server_ != nullptr ? std::make_unique<TestServer::Occupation>(*server_, objects) : nullptr),
       connectionString_(server_ != nullptr ? server_->connectionString()
                                            : connectionStringOf(directory_.path() / "company.vdb")),
       real_(server_ != nullptr ? server_->driver() : std::make_shared<embedded::EmbeddedDriver>()),
       driver_(std::make_shared<CountingDriver>(real_)) {
-    if (server_ == nullptr) {
-        std::filesystem::copy_file(Template::file(), directory_.path() / "company.vdb");
+    if (server_ != nullptr) {
+        return;
     }
+    const std::filesystem::path file = directory_.path() / "company.vdb";
+    if (objects == TestServer::Objects::Made) {
+        std::filesystem::copy_file(Template::file(), file);
+    } else {
+        embedded::createDatabase(file.string());
+    }
+}
+
+TestDatabase::TestDatabase(const Chart& chart) : TestDatabase(TestServer::Objects::Made) {
     run(chart.statements());
 }
+
+TestDatabase::TestDatabase(WithoutObjects /*tag*/) : TestDatabase(TestServer::Objects::Missing) {}
 
 template<class Work>
 void TestDatabase::inSession(Work work) const {

@@ -29,6 +29,10 @@ private:
 class TestDatabase {
 public:
     explicit TestDatabase(const Chart& chart);
+    /// As it is before the scripts have run: neither tables nor routines.
+    static constexpr struct WithoutObjects {
+    } withoutObjects{};
+    explicit TestDatabase(WithoutObjects tag);
 
     const std::string& connectionString() const { return connectionString_; }
     const std::shared_ptr<CountingDriver>& driver() const { return driver_; }
@@ -45,6 +49,8 @@ public:
     void run(const std::vector<std::string>& statements) const;
 
 private:
+    explicit TestDatabase(TestServer::Objects objects); // without rows
+
     template<class Work>
     void inSession(Work work) const;
 

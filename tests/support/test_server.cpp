@@ -18,6 +18,9 @@ constexpr const char* tables[] = {"CI15_CORRCONTICOGE", "CI35_CONTIATTIVI", "CI1
                                   "CI03_CAUSALI",       "CG18_DITTE",       "PC03_ANAGPDC",
                                   "PC01_PDC",           "CG24_TABPDC",      "CG10_DESPDC"};
 
+constexpr const char* procedures[] = {"SPCI_INTERMEDIFIGLI", "SPCI_VELDRANACT"};
+constexpr const char* functions[] = {"FNCI_COGE_GETCODEHEADER", "FNCI03_CAUSALI", "FNPC03_ANAGPDC_COAN"};
+
 struct Choice {
     std::string connectionString;
     std::shared_ptr<ado::Driver> driver;
@@ -68,28 +71,48 @@ ado::Session& TestServer::session() {
     return *session_;
 }
 
+void TestServer::removeObjects() {
+    const auto remove = [this](const char* kind, const char* name) {
+        run(session(), std::string("IF OBJECT_ID('") + name + "') IS NOT NULL DROP " + kind + " " + name);
+    };
+    for (const char* procedure : procedures) {
+        remove("PROCEDURE", procedure);
+    }
+    for (const char* function : functions) {
+        remove("FUNCTION", function);
+    }
+    for (const char* table : tables) {
+        remove("TABLE", table);
+    }
+}
+
 /// The objects are those of the scripts as they stand now: what another version of them left is replaced.
 void TestServer::makeObjects() {
     ado::Session& session = this->session();
-    for (const char* table : tables) {
-        run(session, std::string("IF OBJECT_ID('") + table + "') IS NOT NULL DROP TABLE " + table);
-    }
+    removeObjects();
     for (const char* script : {"database/schema.sql", "database/routines.sql"}) {
         embedded::runScript(session, sourceFile(script));
     }
 }
 
-TestServer::Occupation::Occupation(TestServer& server) : server_(server) {
+TestServer::Occupation::Occupation(TestServer& server, Objects objects) : server_(server) {
     if (server_.occupied_) {
         throw std::logic_error("two test databases at once on one server");
     }
     server_.network_.refuse(false);
     server_.network_.cut();
-    std::string batch;
-    for (const char* table : tables) {
-        batch += std::string("DELETE FROM ") + table + "\r\n";
+    if (objects == Objects::Missing) {
+        server_.removeObjects();
+    } else if (server_.sparse_) {
+        server_.makeObjects();
+    } else {
+        std::string batch;
+        for (const char* table : tables) {
+            batch += std::string("DELETE FROM ") + table + "\r\n";
+        }
+        run(server_.session(), batch);
     }
-    run(server_.session(), batch);
+    server_.sparse_ = objects == Objects::Missing;
     server_.occupied_ = true;
 }
 

@@ -33,11 +33,14 @@ public:
     /// One more session past `network`, for a test that has it wait for another.
     std::unique_ptr<ado::Session> newSession() const;
 
+    /// Whether the database holds the screen's tables and routines.
+    enum class Objects { Made, Missing };
+
     /// A test's stay in the database, which it finds without rows and behind a network without faults.
     /// One at a time: \throws std::logic_error for a second one.
     class Occupation {
     public:
-        explicit Occupation(TestServer& server);
+        Occupation(TestServer& server, Objects objects);
         ~Occupation() { server_.occupied_ = false; }
         Occupation(const Occupation&) = delete;
         Occupation& operator=(const Occupation&) = delete;
@@ -48,6 +51,7 @@ public:
 
 private:
     TestServer(const std::string& connectionString, std::shared_ptr<ado::Driver> driver);
+    void removeObjects();
     void makeObjects();
 
     std::string direct_;
@@ -57,6 +61,7 @@ private:
     std::unique_ptr<ado::Session> session_;
     int sessionOwner_ = 0; // the process that opened the session
     bool occupied_ = false;
+    bool sparse_ = false; ///< the last stay asked for no objects: which there are now is not known
 };
 
 /// Whether an error is the one that SQL Server numbers so. A server that speaks T-SQL without being SQL
