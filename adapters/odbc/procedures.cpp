@@ -93,7 +93,7 @@ std::vector<ado::ParameterInfo> procedureParameters(Link& link, std::string_view
             parameters.push_back(parameterOf(*rows, row));
         }
     }
-    if (!found) {
+    if (!found && !link.speaksTransactSql()) { // there, a procedure has a return value at least
         const auto procedures = procedureNames(link, object);
         for (std::size_t row = 0; row < procedures->rowCount(); ++row) {
             found = found || isMeant(*procedures, row);
@@ -101,7 +101,8 @@ std::vector<ado::ParameterInfo> procedureParameters(Link& link, std::string_view
     }
     if (!found) {
         fail(errorProcedureNotFound, "42000",
-             "Impossibile trovare la stored procedure '" + std::string(name) + "'.");
+             "Impossibile trovare la stored procedure '" + std::string(name) +
+                 "', o manca il diritto di eseguirla.");
     }
     return parameters;
 }
