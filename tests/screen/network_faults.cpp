@@ -60,8 +60,9 @@ void Stalls::hold(int request, std::chrono::milliseconds length) {
 
 void expectReportOfLoss(const ShownError& shown, const std::string& label) {
     EXPECT_EQ(shown.routine, label);
-    ASSERT_FALSE(shown.connectionErrors.empty());
-    EXPECT_EQ(shown.connectionErrors[0].SQLState.substr(0, 2), "08") << shown.error.Description;
+    EXPECT_TRUE(std::any_of(shown.connectionErrors.begin(), shown.connectionErrors.end(),
+                            [](const ado::Error& error) { return error.SQLState.starts_with("08"); }))
+        << shown.error.Description; // behind the time-out that may have led to it
 }
 
 void expectReportOfTimeLimit(const ShownError& shown, const std::string& label) {
