@@ -67,6 +67,11 @@ Statement::Statement(Link& link, BaseTables& tables) : link_(link), tables_(tabl
     handle_ = StatementHandle(SQL_HANDLE_DBC, link.handle());
 }
 
+Statement::~Statement() {
+    constexpr std::uintptr_t farewellLimit = 5; // seconds; a driver may wait for them twice
+    limitTime(handle_.get(), farewellLimit);
+}
+
 void Statement::prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters) {
     checkMarkers(text, parameters.size());
     const std::u16string wideText = textToSend(text);

@@ -17,6 +17,10 @@ class Statement {
 public:
     /// \throws AdoError as `Link::requireUsable`.
     Statement(Link& link, BaseTables& tables);
+    /// A server that does not answer is taken leave of for some seconds, and no longer.
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
 
     /// \throws AdoError; what is wrong with a text a driver may tell only when the text executes.
     void prepare(std::string_view text, std::span<const ado::ParameterInfo> parameters);

@@ -122,6 +122,20 @@ TEST(ServerDown, WhileTheScreenIsOpenEndsEachRoutineThatAsksItAndNotTheScreen) {
     EXPECT_EQ(screen.database.openSessions(), 0);
 }
 
+TEST(ServerStalled, WhileTheFormClosesKeepsItOpenNoLongerThanTheFarewellMayTake) {
+    Screen screen(withStored(), costCompany());
+    openWithEveryCode(screen);
+    Editor(screen).enter();
+    EXPECT_GT(screen.database.livePreparedStatements(), 0);
+    screen.database.server()->network().stall();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(screen.host.form().Unload());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(15));
+    EXPECT_EQ(screen.database.openSessions(), 0);
+    screen.database.server()->network().cut();
+    EXPECT_TRUE(screen.host.messages->errors.empty());
+}
+
 TEST(SignIn, ThatTheServerRefusesIsReportedWithoutThePassword) {
     const TestDatabase database(smallChart());
     TestHost host(database.driver(), withSignIn(database.connectionString(), "", "Parola-Sbagliata7"));
