@@ -40,7 +40,7 @@ public:
     /// One at a time: \throws std::logic_error for a second one.
     class Occupation {
     public:
-        Occupation(TestServer& server, Objects objects);
+        explicit Occupation(TestServer& server, Objects objects = Objects::Made);
         ~Occupation() { server_.occupied_ = false; }
         Occupation(const Occupation&) = delete;
         Occupation& operator=(const Occupation&) = delete;
