@@ -118,9 +118,6 @@ void FRMCI_VELDRAN::PreparaSchermo(services::GlobalObject& global) {
     controlli_.LAY_ATTIVAZIONE.SetVisible(true);
     aree_->ambiente.livelli = aree_->tabelle.GetLivelliPDC();
     aree_->tabelle.ConfigurazioneTabelleTemporanee();
-    auto commandFactory = std::make_shared<CCommandFactory>(); // shared by the nodes of the tree
-    commandFactory->Connessione(connessione_);
-    aree_->albero.UsaCommandFactory(std::move(commandFactory));
     controlli_.STR_FILTRI.Select(1);
     aree_->ricerca.Configurazione(global.Lookups());
     correlazioni_->dettaglio.CaricamentoCombo();
@@ -222,7 +219,7 @@ void FRMCI_VELDRAN::RilascioAree() {
     eventiControlli_.clear();
     correlazioni_.reset();
     if (aree_) {
-        aree_->albero.SvuotaAlbero(); // the nodes share the command factory
+        aree_->albero.SvuotaAlbero(); // its nodes use its command factory
         aree_.reset();
     }
 }

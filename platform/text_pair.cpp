@@ -1,55 +1,89 @@
 #include "platform/text_pair.h"
 
-#include <cstdint>
-#include <cstring>
 #include <limits>
+#include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace veldran {
 
+/// The head of a block; the characters of both texts follow it.
+struct TextPair::Block {
+    std::uint32_t users;
+    std::uint16_t firstLength;
+    std::uint16_t secondLength;
+
+    char* characters() { return reinterpret_cast<char*>(this + 1); }
+};
+
 namespace {
 
-using Length = std::uint16_t;
-constexpr std::size_t headSize = 2 * sizeof(Length);
+constexpr std::size_t longest = std::numeric_limits<std::uint16_t>::max();
 
-Length lengthOf(std::string_view text) {
-    if (text.size() > std::numeric_limits<Length>::max()) {
+std::uint16_t lengthOf(std::string_view text) {
+    if (text.size() > longest) {
         throw std::length_error("the text is too long");
     }
-    return static_cast<Length>(text.size());
-}
-
-Length lengthAt(const char* place) {
-    Length length = 0;
-    std::memcpy(&length, place, sizeof length);
-    return length;
+    return static_cast<std::uint16_t>(text.size());
 }
 
 } // namespace
 
 TextPair::TextPair(std::string_view first, std::string_view second) {
-    const Length firstLength = lengthOf(first);
-    const Length secondLength = lengthOf(second);
-    if (firstLength == 0 && secondLength == 0) {
+    const Block head{1, lengthOf(first), lengthOf(second)};
+    if (first.empty() && second.empty()) {
         return;
     }
-    block_.reset(new char[headSize + first.size() + second.size()]);
-    char* place = block_.get();
-    std::memcpy(place, &firstLength, sizeof firstLength);
-    std::memcpy(place + sizeof firstLength, &secondLength, sizeof secondLength);
-    first.copy(place + headSize, first.size());
-    second.copy(place + headSize + first.size(), second.size());
+    block_ = new (::operator new(sizeof(Block) + first.size() + second.size())) Block(head);
+    first.copy(block_->characters(), first.size());
+    second.copy(block_->characters() + first.size(), second.size());
+}
+
+TextPair::TextPair(const TextPair& other) noexcept : block_(other.block_) {
+    if (block_ != nullptr) {
+        ++block_->users;
+    }
+}
+
+TextPair::TextPair(TextPair&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+
+TextPair& TextPair::operator=(TextPair other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+}
+
+TextPair::~TextPair() {
+    if (block_ != nullptr && --block_->users == 0) {
+        ::operator delete(block_);
+    }
 }
 
 std::string_view TextPair::first() const {
-    return block_ == nullptr ? std::string_view()
-                             : std::string_view(block_.get() + headSize, lengthAt(block_.get()));
+    return block_ == nullptr ? std::string_view() : both().substr(0, block_->firstLength);
 }
 
 std::string_view TextPair::second() const {
+    return block_ == nullptr ? std::string_view() : both().substr(block_->firstLength);
+}
+
+std::string_view TextPair::both() const {
     return block_ == nullptr ? std::string_view()
-                             : std::string_view(block_.get() + headSize + lengthAt(block_.get()),
-                                                lengthAt(block_.get() + sizeof(Length)));
+                             : std::string_view(block_->characters(),
+                                                std::size_t{block_->firstLength} + block_->secondLength);
+}
+
+TextParts::TextParts(std::string_view first, std::string_view second)
+    : holder_(first, second), first_{0, lengthOf(first)}, second_{first_.length, lengthOf(second)} {}
+
+void TextParts::moveInto(const TextPair& holder) {
+    const std::size_t first = holder.both().find(this->first());
+    const std::size_t second = holder.both().find(this->second());
+    if (first > longest || second > longest) {
+        return; // not there, or too far behind
+    }
+    first_.at = static_cast<std::uint16_t>(first);
+    second_.at = static_cast<std::uint16_t>(second);
+    holder_ = holder;
 }
 
 } // namespace veldran

@@ -67,7 +67,9 @@ bool segnaposto(const controls::TreeNode& nodo) {
 } // namespace
 
 AlberoConti::AlberoConti(AmbienteDiLavoro& ambiente, Controlli controlli, DidascalieRadici didascalie)
-    : ambiente_(ambiente), controlli_(controlli), didascalie_(std::move(didascalie)) {}
+    : ambiente_(ambiente), controlli_(controlli), didascalie_(std::move(didascalie)) {
+    factory_.Connessione(ambiente.connessione);
+}
 
 void AlberoConti::LoadTree() {
     ambiente_.errori.Esegui("LoadTree:", [this] {
@@ -134,6 +136,7 @@ void AlberoConti::aggiungiConto(controls::TreeNode& padre, EnumNaturaConto natur
     const int icona = info->IconCollapsed();
     controls::TreeNode& nodo =
         controlli_.TRW_CONTI.Add(&padre, chiave, riga.contoF + " - " + riga.descrizione, icona, icona);
+    info->CondividiTesti(nodo);
     nodo.SetTag(std::move(info));
     nodi_.Aggiungi(nodo);
     nodo.SetChecked(riga.attivo);

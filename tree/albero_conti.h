@@ -8,7 +8,6 @@
 #include "tree/dizionario_nodi.h"
 
 #include <array>
-#include <memory>
 #include <string>
 
 namespace veldran {
@@ -18,7 +17,8 @@ class AttivazioneConti;
 /// Captions of the four roots, by nature.
 using DidascalieRadici = std::array<std::string, 4>;
 
-/// The accounts tree over the current selection, loaded one level at a time.
+/// The accounts tree over the current selection, loaded one level at a time. To be emptied before it ends:
+/// its nodes use its command factory.
 class AlberoConti {
 public:
     struct Controlli {
@@ -30,7 +30,6 @@ public:
     AlberoConti(AmbienteDiLavoro& ambiente, Controlli controlli, DidascalieRadici didascalie);
     /// The neighbour that knows the roots' check state and keeps the pending checked node.
     void UsaAttivazione(AttivazioneConti& attivazione) { attivazione_ = &attivazione; }
-    void UsaCommandFactory(std::shared_ptr<CCommandFactory> factory) { factory_ = std::move(factory); }
     /// nullptr: the clipboard keys do nothing.
     void UsaAppunti(AppuntiCorrelazioni* appunti) { appunti_ = appunti; }
 
@@ -73,7 +72,7 @@ private:
     DidascalieRadici didascalie_;
     AttivazioneConti* attivazione_ = nullptr;
     AppuntiCorrelazioni* appunti_ = nullptr;
-    std::shared_ptr<CCommandFactory> factory_; // shared by all nodes
+    CCommandFactory factory_; ///< used by all nodes
     DizionarioNodi nodi_;
 };
 

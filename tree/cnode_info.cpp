@@ -1,7 +1,5 @@
 #include "tree/cnode_info.h"
 
-#include <utility>
-
 namespace veldran {
 
 namespace {
@@ -51,12 +49,12 @@ std::int16_t CNodeInfo::IconCollapsed() const {
     return 0;
 }
 
-void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactory> commandFactory,
-                           bool attivo, bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
+void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, CCommandFactory& commandFactory, bool attivo,
+                           bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
                            std::string_view codiceConto, std::string_view descrizioneConto,
                            std::int16_t livello, std::int16_t livelli) {
-    fclsCommandFactory_ = std::move(commandFactory);
-    testi_ = TextPair(codiceConto, descrizioneConto);
+    fclsCommandFactory_ = &commandFactory;
+    testi_ = TextParts(codiceConto, descrizioneConto);
     flngCodicePDC_ = codicePDC;
     fenmTipoNodo_ = entro(tipoNodo, massimo4Bit, 0) & massimo4Bit;
     fenmNaturaConto_ = entro(naturaConto, massimo4Bit, massimo4Bit) & massimo4Bit;

@@ -33,10 +33,13 @@ public:
 
     /// A leaf is explored from the start. The look of a correlated account is left to
     /// `ChangeStatoCorrelazione`.
-    void Initialize(EnumTipoNodo tipoNodo, std::shared_ptr<CCommandFactory> commandFactory, bool attivo,
-                    bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
-                    std::string_view codiceConto, std::string_view descrizioneConto, std::int16_t livello,
-                    std::int16_t livelli);
+    /// \param commandFactory must outlive the object's last `GetCMDGetChildren`
+    void Initialize(EnumTipoNodo tipoNodo, CCommandFactory& commandFactory, bool attivo, bool correlato,
+                    EnumNaturaConto naturaConto, std::int32_t codicePDC, std::string_view codiceConto,
+                    std::string_view descrizioneConto, std::int16_t livello, std::int16_t livelli);
+    /// Code and description are kept in the node's key and text if both occur there, and stay what
+    /// they are when the node's text changes.
+    void CondividiTesti(const controls::TreeNode& nodo) { testi_.moveInto(nodo.Texts()); }
     /// There is no way back: a node that must be loaded again is replaced.
     void MarkAsExplored() { fbolEsplorato_ = true; }
     /// \param nodo the node that carries this object; only an analytic account changes its look.
@@ -47,8 +50,8 @@ public:
 
 private:
     // A million of these may hang in a tree: icons follow from the rest, and small numbers share a word.
-    std::shared_ptr<CCommandFactory> fclsCommandFactory_; // shared by all nodes and the form
-    TextPair testi_;                                      ///< code and description
+    CCommandFactory* fclsCommandFactory_ = nullptr; // the same for all nodes
+    TextParts testi_;                               ///< code and description
     std::int32_t flngCodicePDC_ = 0;
     std::uint32_t fenmTipoNodo_ : 4 = 0;
     std::uint32_t fenmNaturaConto_ : 4 = 0;

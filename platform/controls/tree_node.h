@@ -31,6 +31,8 @@ public:
 
     std::string Key() const { return std::string(texts_.first()); }
     std::string Text() const { return std::string(texts_.second()); }
+    /// Key and text as the node keeps them now, for a tag that would hold parts of them once more.
+    const TextPair& Texts() const { return texts_; }
     int Image() const { return image_; }
     int SelectedImage() const { return selectedImage_; }
     bool Checked() const { return checked_; }

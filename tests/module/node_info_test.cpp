@@ -19,7 +19,7 @@ protected:
         return attached;
     }
 
-    std::shared_ptr<CCommandFactory> factory = std::make_shared<CCommandFactory>(); // shared by nodes
+    CCommandFactory factory;
     controls::Form form{"F"};
     controls::TreeView tree{form, "TRW_CONTI"};
     controls::TreeNode& node = tree.Add(nullptr, "*E0102030005*", "Cassa", 5, 5);
@@ -93,6 +93,20 @@ TEST_F(NodeInfo, GivesBackWhatItWasInitializedWith) {
     EXPECT_EQ(info.NaturaConto(), Economico);
     EXPECT_TRUE(info.IsCorrelato());
     EXPECT_EQ(CNodeInfo::Di(node), &info);
+}
+
+TEST_F(NodeInfo, KeepsItsTextsInThoseOfTheNodeWhicheverTheNodeTakesLater) {
+    CNodeInfo& info = attach(NodoConto, 4, 4);
+    info.CondividiTesti(node);
+    EXPECT_EQ(info.CodiceConto(), "0102030005");
+    EXPECT_EQ(info.DescrizioneConto(), "Cassa");
+    node.SetText("Banca");
+    EXPECT_EQ(node.Key(), "*E0102030005*");
+    EXPECT_EQ(info.CodiceConto(), "0102030005");
+    EXPECT_EQ(info.DescrizioneConto(), "Cassa");
+    info.CondividiTesti(node); // has no such description any more
+    EXPECT_EQ(info.DescrizioneConto(), "Cassa");
+    EXPECT_EQ(info.CodiceConto(), "0102030005");
 }
 
 TEST_F(NodeInfo, IsMissingOnAPlaceholder) {

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace veldran {
 
@@ -29,11 +30,63 @@ TEST(TextPair, TakesATextOfItsOwnWhenItIsGivenOne) {
     EXPECT_EQ(pair.second(), "un altro testo");
 }
 
+TEST(TextPair, SharesItsBlockWithCopies) {
+    TextPair copy;
+    {
+        const TextPair pair("chiave", "testo");
+        copy = pair;
+        EXPECT_EQ(copy.second().data(), pair.second().data());
+    }
+    EXPECT_EQ(copy.both(), "chiavetesto");
+    const TextPair moved = std::move(copy);
+    copy = TextPair("altro", "");
+    EXPECT_EQ(moved.first(), "chiave");
+    EXPECT_EQ(copy.first(), "altro");
+}
+
 TEST(TextPair, RefusesWhatItsLengthsCannotTell) {
     const std::string longest(65535, 'x');
     EXPECT_EQ(TextPair(longest, longest).second(), longest);
     EXPECT_THROW(TextPair(longest + 'x', ""), std::length_error);
     EXPECT_THROW(TextPair("", longest + 'x'), std::length_error);
+}
+
+TEST(TextParts, HoldTheirTextsWithoutAHolder) {
+    EXPECT_EQ(TextParts().first(), "");
+    const TextParts parts("0102030005", "Cassa è qui");
+    EXPECT_EQ(parts.first(), "0102030005");
+    EXPECT_EQ(parts.second(), "Cassa è qui");
+}
+
+TEST(TextParts, TakeNoRoomInAPairThatHoldsBoth) {
+    TextParts parts("0102030005", "Cassa è qui");
+    {
+        const TextPair holder("*P0102030005*", "01/02/03/0005 - Cassa è qui");
+        parts.moveInto(holder);
+        EXPECT_EQ(parts.first().data(), holder.first().data() + 2);
+        EXPECT_EQ(parts.second().data(), holder.second().data() + 16);
+    }
+    EXPECT_EQ(parts.first(), "0102030005") << "the holder's block stays";
+    EXPECT_EQ(parts.second(), "Cassa è qui");
+}
+
+TEST(TextParts, StayWhereTheyAreWhenAPairHoldsOnlyOneOfThemOrTooFarBehind) {
+    TextParts parts("codice", "descrizione");
+    const char* place = parts.first().data();
+    parts.moveInto(TextPair("codice", "altro"));
+    parts.moveInto(TextPair("altro", "descrizione"));
+    parts.moveInto(TextPair());
+    parts.moveInto(TextPair(std::string(65535, 'x'), "- codice descrizione"));
+    EXPECT_EQ(parts.first().data(), place);
+    EXPECT_EQ(parts.first(), "codice");
+    EXPECT_EQ(parts.second(), "descrizione");
+}
+
+TEST(TextParts, MayBeEmpty) {
+    TextParts parts("", "");
+    parts.moveInto(TextPair("chiave", "testo"));
+    EXPECT_EQ(parts.first(), "");
+    EXPECT_EQ(parts.second(), "");
 }
 
 } // namespace veldran

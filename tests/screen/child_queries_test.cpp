@@ -13,10 +13,9 @@ namespace veldran::test {
 namespace {
 
 CNodeInfo& tagged(controls::TreeNode& node, EnumTipoNodo kind, std::int16_t level, std::int16_t levels,
-                  std::shared_ptr<CCommandFactory> factory) {
+                  CCommandFactory& factory) {
     auto info = std::make_unique<CNodeInfo>();
-    info->Initialize(kind, std::move(factory), true, false, Economico, 1, "0102030005", "Cassa", level,
-                     levels);
+    info->Initialize(kind, factory, true, false, Economico, 1, "0102030005", "Cassa", level, levels);
     CNodeInfo& result = *info;
     node.SetTag(std::move(info));
     return result;
@@ -44,13 +43,13 @@ protected:
     TestDatabase database{Chart(4)};
     std::shared_ptr<RecordingDriver> driver = std::make_shared<RecordingDriver>(database.driver());
     std::shared_ptr<ado::Connection> connection = ado::Connection::create(driver);
-    std::shared_ptr<CCommandFactory> factory = std::make_shared<CCommandFactory>();
+    std::unique_ptr<CCommandFactory> factory = std::make_unique<CCommandFactory>();
 };
 
 TEST_F(ChildQueries, AskForTheNatureOfTheRoot) {
     for (const int kind : {1, 2, 3, 4}) {
         const auto command = tagged(tree.Add(nullptr, "k" + std::to_string(kind)),
-                                    static_cast<EnumTipoNodo>(kind), 0, 0, factory)
+                                    static_cast<EnumTipoNodo>(kind), 0, 0, *factory)
                                  .GetCMDGetChildren();
         ASSERT_NE(command, nullptr);
         EXPECT_EQ(command->CommandType(), ado::adCmdText);
@@ -69,11 +68,13 @@ TEST_F(ChildQueries, LeaveTheNatureAsItWasForAValueThatIsNone) {
 }
 
 TEST_F(ChildQueries, AreNoneForAnAnalyticAccountAndForAnUnknownKind) {
-    EXPECT_EQ(tagged(tree.Add(nullptr, "a"), NodoConto, 4, 4, factory).GetCMDGetChildren(), nullptr);
-    EXPECT_EQ(tagged(tree.Add(nullptr, "b"), static_cast<EnumTipoNodo>(0), 1, 4, factory).GetCMDGetChildren(),
-              nullptr);
-    EXPECT_EQ(tagged(tree.Add(nullptr, "c"), static_cast<EnumTipoNodo>(7), 1, 4, factory).GetCMDGetChildren(),
-              nullptr);
+    EXPECT_EQ(tagged(tree.Add(nullptr, "a"), NodoConto, 4, 4, *factory).GetCMDGetChildren(), nullptr);
+    EXPECT_EQ(
+        tagged(tree.Add(nullptr, "b"), static_cast<EnumTipoNodo>(0), 1, 4, *factory).GetCMDGetChildren(),
+        nullptr);
+    EXPECT_EQ(
+        tagged(tree.Add(nullptr, "c"), static_cast<EnumTipoNodo>(7), 1, 4, *factory).GetCMDGetChildren(),
+        nullptr);
 }
 
 TEST_F(ChildQueries, ChooseTextOrProcedureByTheLevelsThatAreLeft) {

@@ -13,9 +13,6 @@ WorkAreas::WorkAreas(std::shared_ptr<ado::Connection> database, WorkAreasContext
         AmbienteDiLavoro{connection, std::move(context.connectionString), std::move(context.ditta),
                          context.chart, context.levels, errors, screen},
         controls, DidascalieRadici{"Ordine", "Patrimoniali", "Economici", "Non stampati"});
-    auto factory = std::make_shared<CCommandFactory>(); // shared by the nodes
-    factory->Connessione(connection);
-    areas->albero.UsaCommandFactory(std::move(factory));
     controls.LAY_ATTIVAZIONE.SetVisible(true);
 }
 
