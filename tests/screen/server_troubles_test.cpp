@@ -12,6 +12,7 @@ namespace veldran::test {
 
 namespace {
 
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -62,6 +63,27 @@ TEST_F(SaveOnServer, ThatWaitsTooLongForALockIsRolledBackAndThenSucceeds) {
     expectRefusedOnce(1222);
     other->rollback();
     expectTheSameSaveToSucceed();
+}
+
+TEST_F(SaveOnServer, ThatWaitsForALockUntilItsTimeLimitWritesNothing) {
+    enterAndChange();
+    screen->host.connection().CommandTimeout(1);
+    execute("UPDATE CI15_CORRCONTICOGE SET CI15_PERC = CI15_PERC");
+    e().save();
+    ASSERT_EQ(messages().errors.size(), 1U);
+    ASSERT_FALSE(messages().errors[0].connectionErrors.empty());
+    // A server that does not let go of a lock when it is asked to stop is given up, and the connection with
+    // it.
+    EXPECT_THAT(messages().errors[0].connectionErrors[0].SQLState, AnyOf("HYT00", "08S01"));
+    EXPECT_EQ(messages().errors[0].routine, "AggiornamentoDatabase:");
+    EXPECT_EQ(e().shown()[1][3], "55.00%") << "the rows stay as they were edited";
+    EXPECT_TRUE(e().header().CanPress("Conferma")) << "the save is still due";
+    EXPECT_EQ(screen->host.screen.GetMousePointer(), services::mouseDefault);
+    other->rollback();
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    messages().answers = {services::answerNo};
+    EXPECT_TRUE(screen->host.form().Unload());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
 }
 
 TEST_F(SaveOnServer, ThatIsTheVictimOfADeadlockIsRolledBackAndThenSucceeds) {
