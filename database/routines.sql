@@ -108,8 +108,10 @@ GO
 
 -- Grouping children of an account in the session's current selection: those of the nature, and those with an analytic
 -- account of the nature below them, so that a search always finds its path. ATTIVO is 1 when the child has analytic
--- accounts of the nature below it and all of them are activated. One branch for each level, so that the ancestor
--- column of the children is named outright and its index serves the tests. The selection holds one chart only.
+-- accounts of the nature below it and all of them are activated. The selection holds one chart only.
+-- INDICE numbers the chart in the order of its codes and codes are digits, so the accounts below a child are those from
+-- its own number to that of the last account whose code begins with its header: one index of the selection serves the
+-- tests at every level.
 CREATE PROCEDURE SPCI_INTERMEDIFIGLI
     @LIVELLO_PARENT SMALLINT,
     @GRUPPO DECIMAL(2),
@@ -117,154 +119,76 @@ CREATE PROCEDURE SPCI_INTERMEDIFIGLI
     @NATURA DECIMAL(1)
 AS
 BEGIN
-    IF @LIVELLO_PARENT = 1
-        SELECT
-            FIGLIO.CONTO
-            , FIGLIO.CONTOF
-            , FIGLIO.DESCRIZIONE
-            , FIGLIO.ISANALITICO
-            , CAST(
-                CASE
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.ATTIVO = 0
-                            AND SUB.LIVELLO2 = FIGLIO.CONTO
-                    ) THEN 0
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.LIVELLO2 = FIGLIO.CONTO
-                    ) THEN 1
-                    ELSE 0
-                END AS BIT) AS ATTIVO
-            , FIGLIO.CORRELATO
-            , FIGLIO.NRLIVELLO
-        FROM
-            #CG24_TABPDC_SELECTED AS FIGLIO
-        WHERE
-            FIGLIO.GRUPPO = @GRUPPO
-            AND FIGLIO.PARENT = @PARENT
-            AND FIGLIO.ISANALITICO = 0
-            AND (
-                FIGLIO.CG24_INDTIPOCONTO = @NATURA
-                OR EXISTS (
+    SELECT
+        FIGLIO.CONTO
+        , FIGLIO.CONTOF
+        , FIGLIO.DESCRIZIONE
+        , FIGLIO.ISANALITICO
+        , CAST(
+            CASE
+                WHEN EXISTS (
                     SELECT 1
                     FROM #CG24_TABPDC_SELECTED AS SUB
                     WHERE SUB.CG24_INDTIPOCONTO = @NATURA
                         AND SUB.ISANALITICO = 1
-                        AND SUB.LIVELLO2 = FIGLIO.CONTO
-                )
-            )
-        ORDER BY
-            FIGLIO.INDICE ASC
-    ELSE IF @LIVELLO_PARENT = 2
-        SELECT
-            FIGLIO.CONTO
-            , FIGLIO.CONTOF
-            , FIGLIO.DESCRIZIONE
-            , FIGLIO.ISANALITICO
-            , CAST(
-                CASE
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.ATTIVO = 0
-                            AND SUB.LIVELLO3 = FIGLIO.CONTO
-                    ) THEN 0
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.LIVELLO3 = FIGLIO.CONTO
-                    ) THEN 1
-                    ELSE 0
-                END AS BIT) AS ATTIVO
-            , FIGLIO.CORRELATO
-            , FIGLIO.NRLIVELLO
-        FROM
-            #CG24_TABPDC_SELECTED AS FIGLIO
-        WHERE
-            FIGLIO.GRUPPO = @GRUPPO
-            AND FIGLIO.PARENT = @PARENT
-            AND FIGLIO.ISANALITICO = 0
-            AND (
-                FIGLIO.CG24_INDTIPOCONTO = @NATURA
-                OR EXISTS (
+                        AND SUB.ATTIVO = 0
+                        AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
+                        AND SUB.INDICE > FIGLIO.INDICE
+                        AND SUB.INDICE <= FIGLIO.ULTIMO
+                ) THEN 0
+                WHEN EXISTS (
                     SELECT 1
                     FROM #CG24_TABPDC_SELECTED AS SUB
                     WHERE SUB.CG24_INDTIPOCONTO = @NATURA
                         AND SUB.ISANALITICO = 1
-                        AND SUB.LIVELLO3 = FIGLIO.CONTO
-                )
-            )
-        ORDER BY
-            FIGLIO.INDICE ASC
-    ELSE IF @LIVELLO_PARENT = 3
-        SELECT
-            FIGLIO.CONTO
-            , FIGLIO.CONTOF
-            , FIGLIO.DESCRIZIONE
-            , FIGLIO.ISANALITICO
-            , CAST(
-                CASE
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.ATTIVO = 0
-                            AND SUB.LIVELLO4 = FIGLIO.CONTO
-                    ) THEN 0
-                    WHEN EXISTS (
-                        SELECT 1
-                        FROM #CG24_TABPDC_SELECTED AS SUB
-                        WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                            AND SUB.ISANALITICO = 1
-                            AND SUB.LIVELLO4 = FIGLIO.CONTO
-                    ) THEN 1
-                    ELSE 0
-                END AS BIT) AS ATTIVO
-            , FIGLIO.CORRELATO
-            , FIGLIO.NRLIVELLO
-        FROM
-            #CG24_TABPDC_SELECTED AS FIGLIO
-        WHERE
-            FIGLIO.GRUPPO = @GRUPPO
-            AND FIGLIO.PARENT = @PARENT
-            AND FIGLIO.ISANALITICO = 0
-            AND (
-                FIGLIO.CG24_INDTIPOCONTO = @NATURA
-                OR EXISTS (
-                    SELECT 1
-                    FROM #CG24_TABPDC_SELECTED AS SUB
-                    WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                        AND SUB.ISANALITICO = 1
-                        AND SUB.LIVELLO4 = FIGLIO.CONTO
-                )
-            )
-        ORDER BY
-            FIGLIO.INDICE ASC
-    ELSE
-        SELECT
-            CONTO
-            , CONTOF
-            , DESCRIZIONE
-            , ISANALITICO
-            , ATTIVO
-            , CORRELATO
-            , NRLIVELLO
-        FROM
-            #CG24_TABPDC_SELECTED
-        WHERE
-            1 = 0
+                        AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
+                        AND SUB.INDICE > FIGLIO.INDICE
+                        AND SUB.INDICE <= FIGLIO.ULTIMO
+                ) THEN 1
+                ELSE 0
+            END AS BIT) AS ATTIVO
+        , FIGLIO.CORRELATO
+        , FIGLIO.NRLIVELLO
+    FROM
+        (
+            SELECT
+                INDICE
+                , CONTO
+                , CONTOF
+                , DESCRIZIONE
+                , CG24_INDTIPOCONTO
+                , LIVELLO1
+                , NRLIVELLO
+                , ISANALITICO
+                , CORRELATO
+                , (
+                    SELECT TOP 1 PDC.INDICE
+                    FROM #CG24_TABPDC AS PDC
+                    WHERE PDC.GRUPPO = @GRUPPO
+                        AND PDC.CONTO <= LEFT(#CG24_TABPDC_SELECTED.CODEHEADER + '9999999999', 10)
+                    ORDER BY PDC.CONTO DESC
+                ) AS ULTIMO
+            FROM
+                #CG24_TABPDC_SELECTED
+            WHERE
+                @LIVELLO_PARENT BETWEEN 1 AND 3
+                AND GRUPPO = @GRUPPO
+                AND PARENT = @PARENT
+                AND ISANALITICO = 0
+        ) AS FIGLIO
+    WHERE
+        FIGLIO.CG24_INDTIPOCONTO = @NATURA
+        OR EXISTS (
+            SELECT 1
+            FROM #CG24_TABPDC_SELECTED AS SUB
+            WHERE SUB.CG24_INDTIPOCONTO = @NATURA
+                AND SUB.ISANALITICO = 1
+                AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
+                AND SUB.INDICE > FIGLIO.INDICE
+                AND SUB.INDICE <= FIGLIO.ULTIMO
+        )
+    ORDER BY
+        FIGLIO.INDICE ASC
 END
 GO
 

@@ -180,15 +180,12 @@ TEST_P(ChildrenShapes, FollowTheContractUnderEveryGrouping) {
             if (facts.parent != parent || *facts.analytic) {
                 continue;
             }
-            // Below a child is what has it as ancestor of the level after its parent's. A code with an empty
-            // group in the middle stands deeper than that and has nothing below it.
-            const auto childLevel = static_cast<std::size_t>(*parentFacts.level);
+            // Below a child is what begins with its header, as everywhere else.
             int below = 0;
             int inactive = 0;
             for (const auto& [other, otherNature] : natures) {
                 const AccountFacts otherFacts = factsOf(levels, other);
-                if (*otherFacts.analytic && otherNature == nature &&
-                    otherFacts.ancestors[childLevel] == code) {
+                if (*otherFacts.analytic && otherNature == nature && other.starts_with(*facts.header)) {
                     ++below;
                     inactive += active.contains(other) ? 0 : 1;
                 }

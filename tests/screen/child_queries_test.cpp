@@ -1,6 +1,8 @@
 // The commands that list the children of a node, on a real session outside of any form.
 #include "platform/controls/form.h"
 #include "platform/controls/tree_view.h"
+#include "sql/chart_statements.h"
+#include "sql/selection_statements.h"
 #include "tests/support/recording_driver.h"
 #include "tests/support/test_database.h"
 #include "tree/ccommand_factory.h"
@@ -21,19 +23,14 @@ CNodeInfo& tagged(controls::TreeNode& node, EnumTipoNodo kind, std::int16_t leve
     return result;
 }
 
-/// A factory over a real session with an empty selection.
+/// A factory over a real session whose chart is empty.
 class ChildQueries : public testing::Test {
 protected:
     void SetUp() override {
         connection->Open(database.connectionString());
-        connection->Execute(
-            "SELECT CAST(CG24_CONTO AS NCHAR(10)) AS CONTO, CG24_DESCR AS CONTOF, CG24_DESCR AS "
-            "DESCRIZIONE, CAST(0 AS BIT) AS ISANALITICO, CAST(0 AS BIT) AS ATTIVO, CAST(0 AS BIT) AS "
-            "CORRELATO, CAST(1 AS SMALLINT) AS NRLIVELLO, CG24_GRUPPO_CG10 AS GRUPPO, CG24_CONTO AS "
-            "PARENT, CG24_INDTIPOCONTO, CG24_CONTO AS LIVELLO1, CG24_CONTO AS LIVELLO2, CG24_CONTO AS "
-            "LIVELLO3, CG24_CONTO AS LIVELLO4, CAST(1 AS INT) AS INDICE INTO #CG24_TABPDC_SELECTED "
-            "FROM CG24_TABPDC",
-            nullptr, ado::adCmdText | ado::adExecuteNoRecords);
+        for (const std::string& statement : {sql::creazioneTabellaConti(1, 4), sql::creazioneSelezione(1)}) {
+            connection->Execute(statement, nullptr, ado::adCmdText | ado::adExecuteNoRecords);
+        }
         factory->Connessione(connection);
         driver->log().clear();
     }
