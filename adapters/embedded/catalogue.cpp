@@ -446,10 +446,57 @@ bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::str
     return !code || again;
 }
 
+void Catalogue::buildIndexes(const std::string& name) {
+    ensureLoaded();
+    const auto found = entries_.find(toUpper(name));
+    bool built = false;
+    for (auto& [indexName, index] : found->second.indexes) {
+        if (!index.pending.empty()) {
+            database_.execute(index.pending);
+            index.pending.clear();
+            built = true;
+        }
+    }
+    if (built) {
+        weighIndexes(*found->second.table);
+    }
+}
+
+std::vector<std::string> Catalogue::indexedColumns(const Table& table, const SearchedColumns& searched) {
+    ensureLoaded();
+    const auto found = entries_.find(toUpper(table.name));
+    return found == entries_.end() ? std::vector<std::string>()
+                                   : embedded::indexedColumns(found->second.indexes, table, searched);
+}
+
+std::vector<std::string> Catalogue::flagsBetween(const Table& table,
+                                                 const std::vector<std::string>& columns) {
+    ensureLoaded();
+    const auto found = entries_.find(toUpper(table.name));
+    return found == entries_.end() ? std::vector<std::string>()
+                                   : embedded::flagsBetween(found->second.indexes, table, columns);
+}
+
 // Without being told, SQLite takes an index of flags for as good as one of codes. A look at some hundred
 // entries of each is enough.
 void Catalogue::weighIndexes(const Table& table) {
     database_.execute("PRAGMA analysis_limit = 400; ANALYZE " + table.sqlName());
+    SqliteStatement weights = database_.prepare("SELECT stat FROM temp.sqlite_stat1 WHERE idx = ?");
+    for (auto& [name, index] : entries_[toUpper(table.name)].indexes) {
+        const std::string known = indexName(table, name);
+        weights.bind(1, std::string_view(known));
+        if (weights.step()) {
+            // All rows, then those that share the first column, and so on.
+            std::istringstream numbers{std::string(weights.text(0))};
+            std::int64_t rows = 0;
+            numbers >> rows;
+            index.alike.clear();
+            for (std::int64_t alike = 0; numbers >> alike;) {
+                index.alike.push_back(alike);
+            }
+        }
+        weights.reset();
+    }
     ++indexState_;
 }
 

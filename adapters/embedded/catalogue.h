@@ -48,6 +48,13 @@ public:
     /// of the catalogue's own for a code that none finds, the second time it is looked for. \return false
     /// when the next time may build more, although `indexState` is the same
     bool buildIndexes(const std::string& table, const std::vector<std::string>& columns);
+    /// Builds what was put off for the table: copies of it are to be found by its indexes.
+    void buildIndexes(const std::string& table);
+    /// Those of the columns that an index of the working table finds rows by; empty when none does.
+    std::vector<std::string> indexedColumns(const Table& table, const SearchedColumns& searched);
+    /// Flags that stand between the columns in an index of the working table that goes on with a code of
+    /// them.
+    std::vector<std::string> flagsBetween(const Table& table, const std::vector<std::string>& columns);
     /// Grows with every index that comes or goes.
     std::uint64_t indexState() const { return indexState_; }
     void createRoutine(const Routine& routine, tsql::DefinitionMode mode);

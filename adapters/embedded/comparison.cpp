@@ -59,7 +59,20 @@ bool bytesDecide(const Fragment& value, const Fragment& constant) {
 }
 
 Condition infix(ComparisonOperator op, const Fragment& a, const Fragment& b) {
-    return {a.operand() + " " + symbolOf(op) + " " + b.operand(), Condition::Form::Predicate, std::nullopt};
+    const std::string symbol = std::string(" ") + symbolOf(op) + " ";
+    Condition result{a.operand() + symbol + b.operand(), Condition::Form::Predicate, std::nullopt};
+    // What the condition says of a column is noted where an index can order the column.
+    const auto isOrdered = [](const Fragment& side) {
+        return side.column != nullptr && (side.collated || !side.type.isText());
+    };
+    const bool equality = op == ComparisonOperator::Equal;
+    if (op != ComparisonOperator::NotEqual && isOrdered(a)) {
+        result.tests.push_back({a.column, a.occurrence, equality, "", symbol + b.operand(), b.operand()});
+    }
+    if (op != ComparisonOperator::NotEqual && isOrdered(b)) {
+        result.tests.push_back({b.column, b.occurrence, equality, a.operand() + symbol, "", a.operand()});
+    }
+    return result;
 }
 
 Condition compareTexts(ComparisonOperator op, const Fragment& a, const Fragment& b) {
@@ -174,11 +187,13 @@ Condition isLike(const Fragment& value, const Fragment& pattern, const std::opti
         if (!prefix.whole && !prefix.text.empty()) {
             // What begins with the prefix lies between it and itself followed by the last character there is,
             // so that an index can serve. The lower end is below every continuation, blanks included.
-            const std::string begin = quoteText(prefix.text);
-            conditions.push_back(
-                {text.operand() + " >= " + begin + " || char(1)", Condition::Form::Predicate, {}});
-            conditions.push_back(
-                {text.operand() + " <= " + begin + " || char(1114111)", Condition::Form::Predicate, {}});
+            const auto end = [&](const char* character) {
+                Fragment result = makeConstant(std::string(prefix.text), open);
+                result.sql += std::string(" || ") + character;
+                return result;
+            };
+            conditions.push_back(infix(ComparisonOperator::GreaterOrEqual, text, end("char(1)")));
+            conditions.push_back(infix(ComparisonOperator::LessOrEqual, text, end("char(1114111)")));
             decided = prefix.open && comparesByBytes(prefix.text);
         }
     }

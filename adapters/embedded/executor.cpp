@@ -157,6 +157,11 @@ Executor::Flow Executor::loop(const tsql::WhileStatement& statement, Activation&
 }
 
 bool Executor::isCurrent(Compiled& entry) {
+    const std::vector<CopiedColumn>& relies = entry.program().relies;
+    if (!std::all_of(relies.begin(), relies.end(),
+                     [&](const CopiedColumn& column) { return session_.rowCopies().isAlike(column); })) {
+        return false;
+    }
     Catalogue& catalogue = session_.catalogue();
     if (entry.generation == catalogue.generation()) {
         return true;
@@ -193,8 +198,8 @@ Compiled& Executor::compiled(const void* node, Activation& activation,
 }
 
 Compiled& Executor::compiledStatement(const tsql::Statement& statement, Activation& activation) {
-    const BindingContext context{session_.catalogue(), activation, activation.plan().markers, activation.text,
-                                 session_.identityInsert};
+    const BindingContext context{session_.catalogue(),      session_.rowCopies(), activation,
+                                 activation.plan().markers, activation.text,      session_.identityInsert};
     return compiled(&statement, activation, [&]() -> TranslatedStatement {
         Translator translator(context);
         if (const auto* select = std::get_if<tsql::SelectStatement>(&statement.node)) {
@@ -251,8 +256,8 @@ void Executor::bindSlots(SqliteStatement& statement, const std::vector<Slot>& sl
 }
 
 Stored Executor::evaluate(const tsql::Expression& expression, const SqlType* type, Activation& activation) {
-    const BindingContext context{
-        session_.catalogue(), activation, activation.plan().markers, activation.text, {}};
+    const BindingContext context{session_.catalogue(),      session_.rowCopies(), activation,
+                                 activation.plan().markers, activation.text,      {}};
     Compiled& entry =
         compiled(&expression, activation, [&] { return Translator(context).value(expression, type, {}); });
     prepare(entry);
@@ -262,8 +267,8 @@ Stored Executor::evaluate(const tsql::Expression& expression, const SqlType* typ
 }
 
 bool Executor::holds(const tsql::Expression& condition, Activation& activation) {
-    const BindingContext context{
-        session_.catalogue(), activation, activation.plan().markers, activation.text, {}};
+    const BindingContext context{session_.catalogue(),      session_.rowCopies(), activation,
+                                 activation.plan().markers, activation.text,      {}};
     Compiled& entry =
         compiled(&condition, activation, [&] { return Translator(context).condition(condition); });
     prepare(entry);

@@ -43,6 +43,9 @@ Condition join(std::vector<Condition> conditions, Truth absorbing, Condition::Fo
         const bool wrapped = form == Condition::Form::And && condition.form == Condition::Form::Or;
         const std::string text = wrapped ? "(" + condition.sql + ")" : condition.sql;
         result.sql += text;
+        if (form == Condition::Form::And) {
+            result.tests.insert(result.tests.end(), condition.tests.begin(), condition.tests.end());
+        }
         if (form == Condition::Form::And && condition.parts.empty()) {
             result.parts.push_back(text);
         } else if (form == Condition::Form::And) {

@@ -40,6 +40,17 @@ struct Fragment {
 
 enum class Truth { False, True, Unknown };
 
+/// A column of a base table beside a value, as a condition compares them: `before` column `after`.
+struct ColumnTest {
+    const Column* column = nullptr;
+    int occurrence = 0;    ///< of its table in the statement
+    bool equality = false; ///< otherwise the value is an end of a range
+    std::string before;
+    std::string after;
+    std::string other;    ///< the value
+    bool byQuery = false; ///< the value is any of a query's
+};
+
 /// A T-SQL condition rendered as SQLite text; `known` when binding already decides it.
 struct Condition {
     enum class Form { Predicate, And, Or };
@@ -47,6 +58,7 @@ struct Condition {
     Form form = Form::Predicate;
     std::optional<Truth> known;
     std::vector<std::string> parts{}; ///< of And: what must hold, each fit to be joined again
+    std::vector<ColumnTest> tests{};  ///< comparisons that hold wherever the condition does
 
     bool isTrue() const { return known == Truth::True; }
     bool isFalse() const { return known == Truth::False; }

@@ -39,6 +39,20 @@ void RowCopies::forget(std::string_view table) {
     std::erase_if(pairs_, [&](const Pair& pair) { return pair.from == table || pair.to == table; });
 }
 
+const std::string* RowCopies::originalOf(std::string_view copy) const {
+    const auto found =
+        std::find_if(pairs_.begin(), pairs_.end(), [&](const Pair& pair) { return pair.to == copy; });
+    return found == pairs_.end() ? nullptr : &found->from;
+}
+
+bool RowCopies::isAlike(const CopiedColumn& column) const {
+    return std::any_of(pairs_.begin(), pairs_.end(), [&](const Pair& pair) {
+        const auto changed = pair.changed.find(column.column);
+        return pair.from == column.original && pair.to == column.copy && changed != pair.changed.end() &&
+               changed->second.empty();
+    });
+}
+
 // The copy is where changes are made; a write-back goes from it to what it was copied from.
 RowCopies::Pair* RowCopies::find(const WriteBack& writeBack) {
     const auto found = std::find_if(pairs_.begin(), pairs_.end(), [&](const Pair& pair) {

@@ -27,6 +27,13 @@ struct WriteBack {
     std::string ofOneRow; ///< the same for the row with number ?1
 };
 
+/// A column that a working table has from the one it was copied from.
+struct CopiedColumn {
+    std::string original;
+    std::string copy;
+    std::string column;
+};
+
 /// Remembers of each working table that was filled with rows of another, row number by row number, which rows
 /// an UPDATE has changed since, on either side. A statement that carries a column back over the whole of such
 /// a table has to look at those rows only. What cannot be followed row by row (rows that come or go, a
@@ -38,6 +45,11 @@ public:
     /// A statement other than a copy and an UPDATE has changed the table, or it is gone.
     void forget(std::string_view table);
     void forgetAll() { pairs_.clear(); }
+
+    /// The working table that all rows of this one were copied from; nullptr when there is none.
+    const std::string* originalOf(std::string_view copy) const;
+    /// Whether every row of the copy has the column as the row of its number has it in the original.
+    bool isAlike(const CopiedColumn& column) const;
 
     /// Numbers of the rows that may differ, ascending and each once; nullptr when that is not known.
     const std::vector<std::int64_t>* differing(const WriteBack& writeBack);

@@ -22,6 +22,9 @@ struct Source {
     std::shared_ptr<const Table> table; ///< empty unless it is a base table
     std::vector<SourceColumn> columns;
     bool distinct = false; ///< no two of its rows are alike
+
+    /// Of its table in the statement; 0 without columns.
+    int occurrence() const { return columns.empty() ? 0 : columns.front().value.occurrence; }
 };
 
 /// What names mean at one place of a query; `outer` is the query around it.
@@ -50,7 +53,8 @@ struct BoundSelect {
     bool grouped = false;
     std::vector<SelectedItem> items;
     std::string from;
-    std::string where;
+    Condition condition; ///< as the statement says it
+    std::string where;   ///< with what follows from it
     std::string groupBy;
     std::string having;
     std::string limit;
@@ -58,6 +62,7 @@ struct BoundSelect {
     std::size_t identityIndex = 0;                    ///< the place of that column among the items
     std::string identityName;
     std::shared_ptr<const Table> onlyTable; ///< set when FROM is one base table
+    std::string onlyAlias;                  ///< and by which the emitted text calls it
 };
 
 /// A whole query: SELECTs joined by UNION, ordered.

@@ -292,6 +292,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         }
         where = allOf({where, {std::move(changes), Condition::Form::Predicate, std::nullopt}});
     }
+    where = allOf({where, implied(where, scope)});
     const bool direct = joinsInnerOnly(statement.from);
     const bool carriesBack =
         spares && direct && slots_.empty() && joinsRowNumbers(target, joinCondition, scope);

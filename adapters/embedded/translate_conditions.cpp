@@ -1,3 +1,4 @@
+#include "adapters/embedded/anti_join.h"
 #include "adapters/embedded/errors.h"
 #include "adapters/embedded/operators.h"
 #include "adapters/embedded/overloaded.h"
@@ -75,12 +76,17 @@ Condition Translator::exists(const tsql::Exists& node) {
             first.limit.clear();
         }
     }
-    return {"EXISTS (" + write(bound, false, false) + ")", Condition::Form::Predicate, std::nullopt};
+    Condition result{"EXISTS (" + write(bound, false, false) + ")", Condition::Form::Predicate, std::nullopt};
+    if (bound.arms.size() == 1 && !first.grouped && first.limit.empty() && first.onlyTable) {
+        result.tests = membership(first);
+    }
+    return result;
 }
 
 Condition Translator::inQuery(const tsql::InQuery& node, const tsql::NodeSpan& span) {
     const Fragment value = expression(*node.operand);
-    BoundQuery bound = query(*node.query, scope_);
+    const std::optional<tsql::Query> plainer = withoutAntiJoin(*node.query);
+    BoundQuery bound = query(plainer ? *plainer : *node.query, scope_);
     if (bound.items().size() != 1) {
         fail(
             116, "42000",

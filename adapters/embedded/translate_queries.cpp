@@ -137,7 +137,8 @@ BoundSelect Translator::selectArm(const tsql::SelectSpecification& node, const S
             fail(147, "42000", "Una funzione di aggregazione non può comparire nella clausola WHERE.");
         }
     }
-    Condition where = allOf(std::move(conditions));
+    select.condition = allOf(std::move(conditions));
+    const Condition where = allOf({select.condition, implied(select.condition, scope)});
     select.where = where.isTrue() ? "" : where.sql;
     for (const tsql::Expression& item : node.groupBy) {
         const Fragment value = expression(item);
@@ -160,6 +161,7 @@ BoundSelect Translator::selectArm(const tsql::SelectSpecification& node, const S
     }
     if (scope.sources.size() == 1) {
         select.onlyTable = scope.sources.front().table;
+        select.onlyAlias = quoteName(scope.sources.front().alias);
     }
     return select;
 }

@@ -80,6 +80,7 @@ Program Translator::finish(std::string sql) {
     program.slots = slots_;
     program.dependencies = dependencies_;
     program.sought = sought_;
+    program.relies = relies_;
     return program;
 }
 

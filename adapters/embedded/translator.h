@@ -12,6 +12,7 @@ namespace veldran::embedded {
 /// What a statement is bound against.
 struct BindingContext {
     Catalogue& catalogue;
+    const RowCopies& copies;
     const Variables& variables;
     std::span<const SqlType> markers; ///< types of the "?" parameters, in their order
     std::string_view text;            ///< for quoting the place of a refusal
@@ -139,6 +140,14 @@ private:
                                                     const std::vector<Fragment>& arguments,
                                                     const std::string& name, const tsql::NodeSpan& span);
     void noteSought(const Fragment& column);
+    /// What follows from the condition of a query or change and lets an index find its rows.
+    Condition implied(const Condition& where, const Scope& scope);
+    Condition searchIn(const Table& original, const Source& source, const std::vector<std::string>& columns,
+                       const std::vector<const ColumnTest*>& tests);
+    std::vector<ColumnTest> membership(const BoundSelect& select) const;
+    std::optional<Condition> flagsSteppedOver(const Condition& where, const Source& source);
+    std::optional<Condition> soughtInOriginal(const Condition& where, const Source& source,
+                                              const Scope& scope);
     friend class SeekFrame;
     friend class InlineFrame;
     friend class ScopeFrame;
@@ -156,6 +165,7 @@ private:
     std::vector<Slot> slots_;
     std::vector<Dependency> dependencies_;
     std::vector<Sought> sought_;
+    std::vector<CopiedColumn> relies_;
 };
 
 } // namespace veldran::embedded

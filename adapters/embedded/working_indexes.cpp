@@ -17,11 +17,24 @@ bool isCode(const Table& table, const std::string& name) {
     return column && table.columns[*column].type.isFixedText();
 }
 
+// One of two values and never NULL.
+bool isFlag(const Table& table, const std::string& name) {
+    const auto column = table.indexOf(name);
+    return column && table.columns[*column].type.kind == TypeKind::Bit && !table.columns[*column].nullable;
+}
+
 /// How many columns of the index, from its first, are among those sought.
 std::size_t servedColumns(const std::vector<std::string>& index, const std::vector<std::string>& sought) {
     const auto end = std::find_if(index.begin(), index.end(),
                                   [&](const std::string& column) { return !contains(sought, column); });
     return static_cast<std::size_t>(end - index.begin());
+}
+
+// SQLite goes from value to value of a column that is not sought when each stands in so many rows.
+constexpr std::int64_t rowsWorthStepping = 18;
+
+bool isSteppedOver(const TableIndex& index, std::size_t column) {
+    return column < index.alike.size() && index.alike[column] >= rowsWorthStepping;
 }
 
 /// What an index is worth to a condition.
@@ -65,11 +78,14 @@ std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& tabl
             candidates.push_back({&index, std::move(service)});
         }
     }
-    // What tells most rows apart comes first, then the narrowest, then what serves most.
-    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
-        const auto worth = [](const Candidate& c) {
-            return std::tuple(-static_cast<int>(c.service.telling.size()), c.index->columns.size(),
-                              -static_cast<int>(c.service.columns));
+    // What tells most rows apart comes first, then the narrowest. Where no code is sought, what serves most
+    // and goes on with a code: it will serve the searches that name the code too.
+    std::stable_sort(candidates.begin(), candidates.end(), [&](const Candidate& a, const Candidate& b) {
+        const auto worth = [&](const Candidate& c) {
+            const bool hasCode = std::any_of(c.index->columns.begin(), c.index->columns.end(), code);
+            const int served = static_cast<int>(c.service.columns);
+            return std::tuple(-static_cast<int>(c.service.telling.size()), namesCode ? 0 : -served,
+                              !namesCode && !hasCode, c.index->columns.size(), -served);
         };
         return worth(a) < worth(b);
     });
@@ -87,6 +103,67 @@ std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& tabl
     return result;
 }
 
+std::vector<std::string> indexedColumns(const TableIndexes& indexes, const Table& table,
+                                        const SearchedColumns& searched) {
+    const auto codesIn = [&](const std::vector<std::string>& columns) {
+        return std::count_if(columns.begin(), columns.end(),
+                             [&](const std::string& column) { return isCode(table, column); });
+    };
+    std::vector<std::string> best;
+    for (const auto& [name, index] : indexes) {
+        std::vector<std::string> columns;
+        for (std::size_t i = 0; i < index.columns.size(); ++i) {
+            const std::string& column = index.columns[i];
+            const bool equal = contains(searched.equal, column);
+            if (equal || contains(searched.ranged, column)) {
+                columns.push_back(column);
+            }
+            // Only behind one value does the order go on.
+            const bool passed = isFlag(table, column) || isSteppedOver(index, i);
+            if (!equal && (contains(searched.ranged, column) || !passed)) {
+                break;
+            }
+        }
+        if (std::pair(codesIn(columns), columns.size()) > std::pair(codesIn(best), best.size())) {
+            best = std::move(columns);
+        }
+    }
+    return codesIn(best) == 0 ? std::vector<std::string>() : best;
+}
+
+std::vector<std::string> flagsBetween(const TableIndexes& indexes, const Table& table,
+                                      const std::vector<std::string>& columns) {
+    for (const auto& [name, index] : indexes) {
+        std::vector<std::string> flags;
+        for (const std::string& column : index.columns) {
+            if (contains(columns, column)) {
+                if (isCode(table, column) && !flags.empty()) {
+                    return flags;
+                }
+                continue;
+            }
+            const auto place = table.indexOf(column);
+            if (!place || table.columns[*place].type.kind != TypeKind::Bit ||
+                table.columns[*place].nullable) {
+                break;
+            }
+            flags.push_back(column);
+        }
+    }
+    return {};
+}
+
+std::vector<std::string> searchedCode(const Table& table, const SearchedColumns& searched) {
+    for (const auto* columns : {&searched.equal, &searched.ranged}) {
+        for (const std::string& column : *columns) {
+            if (isCode(table, column)) {
+                return {column};
+            }
+        }
+    }
+    return {};
+}
+
 std::optional<std::string> codeWithoutIndex(const TableIndexes& indexes, const Table& table,
                                             const std::vector<std::string>& sought) {
     std::set<std::string> found;
@@ -102,8 +179,13 @@ std::optional<std::string> codeWithoutIndex(const TableIndexes& indexes, const T
         found.insert(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(served));
     }
     for (const auto& [name, index] : indexes) {
-        const std::size_t served = servedColumns(index.columns, sought);
-        found.insert(index.columns.begin(), index.columns.begin() + static_cast<std::ptrdiff_t>(served));
+        for (std::size_t i = 0; i < index.columns.size(); ++i) {
+            if (contains(sought, index.columns[i])) {
+                found.insert(index.columns[i]);
+            } else if (!isSteppedOver(index, i)) {
+                break;
+            }
+        }
     }
     for (const std::string& name : sought) {
         if (isCode(table, name) && !found.contains(name)) {

@@ -1,0 +1,180 @@
+#include "adapters/embedded/sqlite.h"
+#include "adapters/embedded/translator.h"
+#include "adapters/embedded/translator_frames.h"
+
+#include <algorithm>
+
+namespace veldran::embedded {
+
+namespace {
+
+bool mentions(const std::string& text, const Scope& scope) {
+    return std::any_of(scope.sources.begin(), scope.sources.end(), [&](const Source& source) {
+        return text.find(quoteName(source.alias) + ".") != std::string::npos;
+    });
+}
+
+const Source* sourceOf(const ColumnTest& test, const Scope& scope) {
+    const auto found = std::find_if(scope.sources.begin(), scope.sources.end(), [&](const Source& source) {
+        return source.occurrence() == test.occurrence;
+    });
+    return found == scope.sources.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+// An index of the original finds the rows of a copy as well: they have the same numbers. So the indexes of a
+// table that stays serve every copy made of it, and the copy needs none of its own.
+std::optional<Condition> Translator::soughtInOriginal(const Condition& where, const Source& source,
+                                                      const Scope& scope) {
+    const std::string* name = source.table && source.table->isTemporary()
+                                  ? context_.copies.originalOf(source.table->name)
+                                  : nullptr;
+    const auto original = name == nullptr ? nullptr : context_.catalogue.findTable({{}, {*name}});
+    if (!original) {
+        return std::nullopt;
+    }
+    SearchedColumns own;                  // what the condition says of the copy
+    std::vector<const ColumnTest*> tests; // and as much of it as holds for the original
+    for (const ColumnTest& test : where.tests) {
+        if (test.occurrence != source.occurrence()) {
+            continue;
+        }
+        if (test.column->identity) {
+            return std::nullopt; // the row's number finds it
+        }
+        (test.equality ? own.equal : own.ranged).push_back(test.column->name);
+        const auto place = original->indexOf(test.column->name);
+        if (place && original->columns[*place].type == test.column->type &&
+            context_.copies.isAlike({*name, source.table->name, test.column->name}) &&
+            !mentions(test.other, scope)) {
+            tests.push_back(&test);
+        }
+    }
+    // Running a query for the value is for where nothing plainer finds the rows.
+    std::vector<std::string> columns;
+    for (const bool byQuery : {false, true}) {
+        SearchedColumns searched;
+        for (const ColumnTest* test : tests) {
+            if (!test->byQuery || byQuery) {
+                (test->equality ? searched.equal : searched.ranged).push_back(test->column->name);
+            }
+        }
+        columns = context_.catalogue.indexedColumns(*original, searched);
+        if (columns.empty() && context_.catalogue.indexedColumns(*source.table, own).empty()) {
+            columns = searchedCode(*original, searched); // then an index of the original is worth making
+        }
+        if (!columns.empty()) {
+            std::erase_if(tests, [&](const ColumnTest* test) {
+                return (test->byQuery && !byQuery) ||
+                       std::find(columns.begin(), columns.end(), test->column->name) == columns.end();
+            });
+            return searchIn(*original, source, columns, tests);
+        }
+    }
+    return std::nullopt;
+}
+
+Condition Translator::searchIn(const Table& original, const Source& source,
+                               const std::vector<std::string>& columns,
+                               const std::vector<const ColumnTest*>& tests) {
+    const std::string alias = quoteName(original.name + "$" + std::to_string(++aliases_));
+    std::string sought;
+    for (const ColumnTest* test : tests) {
+        sought += (sought.empty() ? "" : " AND ") + test->before + alias + "." +
+                  quoteName(test->column->name) + test->after;
+    }
+    for (const std::string& flag : context_.catalogue.flagsBetween(original, columns)) {
+        sought += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
+    }
+    for (const std::string& column : columns) {
+        relies_.push_back({original.name, source.table->name, column});
+    }
+    table({{}, {original.name}}); // what the text depends on
+    std::erase_if(sought_, [&](const Sought& own) { return own.occurrence == source.occurrence(); });
+    sought_.push_back({original.name, ++occurrences_, columns});
+    return {quoteName(source.alias) + ".rowid IN (SELECT " + alias + ".rowid FROM " + original.sqlName() +
+                " AS " + alias + " WHERE " + sought + ")",
+            Condition::Form::Predicate, std::nullopt};
+}
+
+// EXISTS (SELECT ... FROM B WHERE B.x = A.y AND ...) says of A.y that it is among the x of those rows of B.
+// The flags that an index of B has before x are selected beside it: then SQLite goes from one value to the
+// next and passes over the rows between.
+std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const {
+    std::vector<ColumnTest> result;
+    const Condition& condition = select.condition;
+    for (const ColumnTest& test : condition.tests) {
+        const Source* outer = scope_ == nullptr ? nullptr : sourceOf(test, *scope_);
+        if (outer == nullptr || !test.equality || test.byQuery || mentions(test.other, *scope_)) {
+            continue;
+        }
+        const std::string same =
+            test.before + quoteName(outer->alias) + "." + quoteName(test.column->name) + test.after;
+        std::string rest;
+        std::vector<std::string> equal;
+        for (const std::string& part : condition.parts) {
+            if (part != same) {
+                rest += (rest.empty() ? "" : " AND ") + part;
+            }
+        }
+        for (const ColumnTest& inner : condition.tests) {
+            if (inner.equality && inner.occurrence != test.occurrence) {
+                equal.push_back(inner.column->name);
+            }
+        }
+        if (rest.empty() || mentions(rest, *scope_)) {
+            continue;
+        }
+        std::string flags;
+        for (const std::string& flag : context_.catalogue.flagsBetween(*select.onlyTable, equal)) {
+            flags += select.onlyAlias + "." + quoteName(flag) + ", ";
+        }
+        ColumnTest among = test;
+        among.before.clear();
+        among.other = "(SELECT \"v\" FROM (SELECT DISTINCT " + flags + test.other + " AS \"v\" FROM " +
+                      select.from + " WHERE " + rest + "))";
+        among.after = " IN " + among.other;
+        among.byQuery = true;
+        result.push_back(std::move(among));
+    }
+    return result;
+}
+
+// An index may have a flag between the columns that are sought. A flag that cannot be NULL has two values, so
+// that naming both changes nothing and lets SQLite go on to the columns behind.
+std::optional<Condition> Translator::flagsSteppedOver(const Condition& where, const Source& source) {
+    if (!source.table || !source.table->isTemporary()) {
+        return std::nullopt;
+    }
+    std::vector<std::string> equal;
+    for (const ColumnTest& test : where.tests) {
+        if (test.occurrence == source.occurrence() && test.equality) {
+            equal.push_back(test.column->name);
+        }
+    }
+    std::vector<Condition> conditions;
+    for (const std::string& name : context_.catalogue.flagsBetween(*source.table, equal)) {
+        const Fragment& flag = source.columns[*source.table->indexOf(name)].value;
+        const SeekFrame frame(*this);
+        noteSought(flag);
+        conditions.push_back({flag.sql + " IN (0, 1)", Condition::Form::Predicate, std::nullopt});
+    }
+    return conditions.empty() ? std::nullopt : std::optional(allOf(std::move(conditions)));
+}
+
+Condition Translator::implied(const Condition& where, const Scope& scope) {
+    std::vector<Condition> conditions;
+    for (const Source& source : scope.sources) {
+        auto condition = soughtInOriginal(where, source, scope);
+        if (!condition) {
+            condition = flagsSteppedOver(where, source);
+        }
+        if (condition) {
+            conditions.push_back(std::move(*condition));
+        }
+    }
+    return allOf(std::move(conditions));
+}
+
+} // namespace veldran::embedded

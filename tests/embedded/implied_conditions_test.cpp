@@ -1,0 +1,244 @@
+// Rows of a copied working table are found by the indexes of the table that they were copied from: what is
+// written for it, when it is no longer written, and that the answers stay those of the statement as it
+// stands.
+#include "tests/embedded/session_fixture.h"
+
+#include <random>
+
+namespace veldran::embedded::test {
+
+namespace {
+
+const std::string copy =
+    "SELECT INDICE, GRUPPO, CONTO, PADRE, RADICE, NATURA, ANALITICO, ATTIVO INTO #S FROM #T ";
+const std::string endOfCopy =
+    " ORDER BY INDICE ALTER TABLE #S ADD PRIMARY KEY CLUSTERED (INDICE) CREATE INDEX "
+    "PER_PADRE ON #S (GRUPPO, PADRE) CREATE INDEX PER_FLAG ON #S (NATURA, ANALITICO, "
+    "ATTIVO) CREATE INDEX PER_RADICE ON #S (NATURA, ANALITICO, ATTIVO, RADICE)";
+const std::string byCode = "SELECT INDICE FROM #S WHERE GRUPPO = 1 AND CONTO = '0102'";
+const std::string rootsOfNature =
+    "SELECT CONTO FROM #S WHERE ANALITICO = 0 AND EXISTS (SELECT 1 FROM #S AS SUB "
+    "WHERE SUB.NATURA = 2 AND SUB.ANALITICO = 1 AND SUB.RADICE = #S.CONTO) ORDER BY "
+    "INDICE";
+
+/// #T holds a small chart in the order of its codes, #S a copy of it.
+class ImpliedConditions : public SessionTest {
+protected:
+    ImpliedConditions() {
+        run({"CREATE TABLE #T (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, GRUPPO DECIMAL(2) NOT NULL, "
+             "CONTO "
+             "NCHAR(4) NOT NULL, PADRE NCHAR(4) NULL, RADICE NCHAR(4) NOT NULL, NATURA DECIMAL(1) NOT NULL, "
+             "ANALITICO BIT NOT NULL, ATTIVO BIT NOT NULL)",
+             "INSERT INTO #T VALUES (1, '0100', NULL, '0100', 1, 0, 0), (1, '0101', '0100', '0100', 1, 1, "
+             "0), "
+             "(1, '0102', '0100', '0100', 1, 1, 1), (1, '0200', NULL, '0200', 2, 0, 0), (1, '0201', '0200', "
+             "'0200', 2, 1, 1), (1, '0300', NULL, '0300', 2, 0, 0)",
+             "CREATE INDEX PER_CONTO ON #T (GRUPPO, CONTO)", "CREATE INDEX PER_PADRE ON #T (GRUPPO, PADRE)",
+             copy + endOfCopy});
+    }
+
+    std::string emitted(const std::string& text) { return session_->explain(text, {}); }
+    std::vector<std::string> built(const std::string& table) {
+        SqliteStatement names = session_->state().database().prepare(
+            "SELECT name FROM temp.sqlite_master WHERE type = 'index' AND tbl_name = '" + table +
+            "' AND sql IS NOT NULL ORDER BY 1");
+        std::vector<std::string> result;
+        while (names.step()) {
+            result.emplace_back(names.text(0));
+        }
+        return result;
+    }
+};
+
+using Names = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(ImpliedConditions, ACodeOfACopyIsSoughtInTheIndexOfItsOriginal) {
+    EXPECT_EQ(
+        emitted(byCode),
+        "SELECT \"#S\".\"INDICE\" FROM temp.\"#S\" WHERE \"#S\".\"GRUPPO\" = 1 AND \"#S\".\"CONTO\" = '0102' "
+        "AND \"#S\".rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE \"#T$1\".\"GRUPPO\" = "
+        "1 "
+        "AND \"#T$1\".\"CONTO\" = '0102')");
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    EXPECT_EQ(
+        rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND PADRE = '0100' AND NATURA = 1 ORDER BY INDICE"),
+        (Rows{{"2"}, {"3"}}));
+    EXPECT_EQ(built("#S"), Names{});
+}
+
+TEST_F(ImpliedConditions, TheIndexesOfTheOriginalAreBuiltWithItsFirstCopy) {
+    EXPECT_EQ(built("#T"), (Names{"#T.PER_CONTO", "#T.PER_PADRE"}));
+}
+
+TEST_F(ImpliedConditions, ABeginningOfACodeIsSoughtBehindANumberThatNobodyNames) {
+    const std::string update = "UPDATE #S SET ATTIVO = 1 WHERE CONTO LIKE '01%' AND NATURA = 1";
+    EXPECT_NE(emitted(update).find("rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE "
+                                   "\"#T$1\".\"CONTO\" >= '01' || char(1) AND \"#T$1\".\"CONTO\" <= '01' || "
+                                   "char(1114111))"),
+              std::string::npos)
+        << emitted(update);
+    EXPECT_EQ(affected(update), 3);
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE ATTIVO = 1 ORDER BY INDICE"),
+              (Rows{{"1"}, {"2"}, {"3"}, {"5"}}));
+}
+
+TEST_F(ImpliedConditions, AColumnThatHasChangedIsSoughtInTheCopyItself) {
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    run({"UPDATE #S SET CONTO = '0199' WHERE INDICE = 3"});
+    EXPECT_EQ(emitted(byCode).find("rowid IN"), std::string::npos);
+    EXPECT_EQ(rows(byCode), Rows{});
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND CONTO = '0199'"), Rows{{"3"}});
+    run({"UPDATE #T SET PADRE = '0200' WHERE INDICE = 2"});
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND PADRE = '0100' ORDER BY INDICE"),
+              (Rows{{"2"}, {"3"}}));
+}
+
+TEST_F(ImpliedConditions, ARowThatCameFromElsewhereIsFound) {
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    run({"INSERT INTO #S VALUES (1, '0102', '0100', '0100', 1, 1, 0)"});
+    EXPECT_EQ(rows(byCode + " ORDER BY INDICE"), (Rows{{"3"}, {"7"}}));
+}
+
+TEST_F(ImpliedConditions, ARowThatIsGoneFromTheOriginalIsFoundInTheCopy) {
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    run({"DELETE FROM #T WHERE CONTO = '0102'"});
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    run({"DROP TABLE #T"});
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+}
+
+TEST_F(ImpliedConditions, AreBoundAnewForTheNextCopy) {
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    run({"DROP TABLE #S", copy + "WHERE ATTIVO = 0" + endOfCopy});
+    EXPECT_EQ(rows(byCode), Rows{});
+    run({"SET IDENTITY_INSERT #S ON",
+         "INSERT INTO #S (INDICE, GRUPPO, CONTO, PADRE, RADICE, NATURA, ANALITICO, "
+         "ATTIVO) SELECT INDICE, GRUPPO, CONTO, PADRE, RADICE, NATURA, ANALITICO, ATTIVO "
+         "FROM #T WHERE ATTIVO = 1 ORDER BY INDICE"});
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    EXPECT_NE(emitted(byCode).find("rowid IN"), std::string::npos);
+}
+
+TEST_F(ImpliedConditions, AreGoneAfterARollback) {
+    session_->begin();
+    run({"DROP TABLE #S", copy + "WHERE ATTIVO = 1" + endOfCopy});
+    EXPECT_EQ(rows(byCode), Rows{{"3"}});
+    session_->rollback();
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND CONTO = '0101'"), Rows{{"2"}});
+}
+
+TEST_F(ImpliedConditions, AColumnOfAnotherTypeInTheCopyIsSoughtThere) {
+    run({"CREATE TABLE #U (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, CONTO NVARCHAR(4) NOT NULL)",
+         "SET IDENTITY_INSERT #U ON", "INSERT INTO #U (INDICE, CONTO) SELECT INDICE, CONTO FROM #T"});
+    EXPECT_EQ(emitted("SELECT INDICE FROM #U WHERE CONTO = '0102'").find("rowid IN"), std::string::npos);
+}
+
+TEST_F(ImpliedConditions, AFlagBetweenTheColumnsOfAnIndexIsSteppedOver) {
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND ATTIVO = 0"), "0");
+    EXPECT_EQ(built("#S"), Names{"#S.PER_RADICE"}) << "the one that goes on with a code";
+    const std::string text = "SELECT INDICE FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND RADICE = '0200'";
+    EXPECT_EQ(emitted(text),
+              "SELECT \"#S\".\"INDICE\" FROM temp.\"#S\" WHERE \"#S\".\"NATURA\" = 2 AND "
+              "\"#S\".\"ANALITICO\" = 1 AND \"#S\".\"RADICE\" = '0200' AND \"#S\".\"ATTIVO\" IN (0, 1)");
+    EXPECT_EQ(rows(text), Rows{{"5"}});
+    EXPECT_EQ(built("#S"), Names{"#S.PER_RADICE"});
+}
+
+TEST_F(ImpliedConditions, AFlagThatMayBeNullIsNot) {
+    run({"CREATE TABLE #N (NATURA DECIMAL(1) NOT NULL, FLAG BIT NULL, CONTO NCHAR(4) NOT NULL)",
+         "INSERT INTO #N VALUES (1, NULL, '0101')", "CREATE INDEX TUTTI ON #N (NATURA, FLAG, CONTO)"});
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #N WHERE NATURA = 1 AND CONTO = '0101'"), "1");
+}
+
+TEST_F(ImpliedConditions, WhatExistsForARowSaysWhereTheRowIs) {
+    EXPECT_NE(
+        emitted(rootsOfNature)
+            .find("rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE \"#T$1\".\"CONTO\" IN "
+                  "(SELECT \"v\" FROM (SELECT DISTINCT \"SUB\".\"ATTIVO\", \"SUB\".\"RADICE\" AS \"v\" FROM "
+                  "temp.\"#S\" AS \"SUB\" WHERE \"SUB\".\"NATURA\" = 2 AND \"SUB\".\"ANALITICO\" = 1)))"),
+        std::string::npos)
+        << emitted(rootsOfNature);
+    EXPECT_EQ(rows(rootsOfNature), Rows{{"0200"}});
+}
+
+TEST_F(ImpliedConditions, WhatExistsIsAskedRowByRowWhereItDependsOnMoreOfTheRow) {
+    EXPECT_EQ(
+        rows(
+            "SELECT CONTO FROM #S WHERE ANALITICO = 0 AND EXISTS (SELECT 1 FROM #S AS SUB WHERE SUB.NATURA = "
+            "#S.NATURA AND SUB.ANALITICO = 1 AND SUB.RADICE = #S.CONTO) ORDER BY INDICE"),
+        (Rows{{"0100"}, {"0200"}}));
+    EXPECT_EQ(rows("SELECT CONTO FROM #S WHERE ANALITICO = 0 AND NOT EXISTS (SELECT 1 FROM #S AS SUB WHERE "
+                   "SUB.NATURA = 2 AND SUB.ANALITICO = 1 AND SUB.RADICE = #S.CONTO) ORDER BY INDICE"),
+              (Rows{{"0100"}, {"0300"}}));
+    EXPECT_EQ(rows("SELECT CONTO FROM #S WHERE ANALITICO = 0 AND (NATURA = 1 OR EXISTS (SELECT 1 FROM #S AS "
+                   "SUB WHERE "
+                   "SUB.NATURA = 2 AND SUB.ANALITICO = 1 AND SUB.RADICE = #S.CONTO)) ORDER BY INDICE"),
+              (Rows{{"0100"}, {"0200"}}));
+}
+
+TEST_F(ImpliedConditions, GiveWhatTheStatementGivesHoweverTheTablesWereChanged) {
+    // The same on a table that was filled otherwise, so that nothing is known of its rows.
+    std::mt19937 random(7);
+    const auto among = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    const std::string columns = "INDICE, GRUPPO, CONTO, PADRE, RADICE, NATURA, ANALITICO, ATTIVO";
+    const std::string mirror =
+        "CREATE TABLE #M (INDICE INT NOT NULL, GRUPPO DECIMAL(2) NOT NULL, CONTO NCHAR(4) NOT "
+        "NULL, PADRE NCHAR(4) NULL, RADICE NCHAR(4) NOT NULL, NATURA DECIMAL(1) NOT NULL, "
+        "ANALITICO BIT NOT NULL, ATTIVO BIT NOT NULL)";
+    const Names codes{"0100", "0101", "0102", "0200", "0201", "0300", "0301"};
+    for (int step = 0; step < 300; ++step) {
+        const std::string code = codes[static_cast<std::size_t>(among(7))];
+        const std::string flag = std::to_string(among(2));
+        switch (among(7)) {
+        case 0:
+            run({"DROP TABLE #S", copy + "WHERE ATTIVO = " + flag + endOfCopy});
+            break;
+        case 1:
+            run({"UPDATE #S SET ATTIVO = " + flag + " WHERE CONTO LIKE '" + code.substr(0, 2) + "%'"});
+            break;
+        case 2:
+            run({"UPDATE #S SET CONTO = '" + code + "' WHERE INDICE = " + std::to_string(1 + among(6))});
+            break;
+        case 3:
+            run({"UPDATE #T SET ATTIVO = " + flag + ", PADRE = '" + code + "' WHERE CONTO = '" + code + "'"});
+            break;
+        case 4:
+            run({"DELETE FROM #S WHERE CONTO = '" + code + "'"});
+            break;
+        default:
+            run({"SET IDENTITY_INSERT #S ON",
+                 "INSERT INTO #S (" + columns + ") SELECT " + columns +
+                     " FROM #T WHERE GRUPPO = 1 AND INDICE NOT IN (SELECT INDICE FROM #S) AND CONTO IN "
+                     "(SELECT DISTINCT "
+                     "FIGLI.PADRE FROM #S AS FIGLI LEFT OUTER JOIN #S AS PADRI ON FIGLI.GRUPPO = "
+                     "PADRI.GRUPPO AND "
+                     "FIGLI.PADRE = PADRI.CONTO WHERE PADRI.GRUPPO IS NULL) ORDER BY INDICE",
+                 "SET IDENTITY_INSERT #S OFF"});
+        }
+        run({mirror, "INSERT INTO #M SELECT " + columns + " FROM #S"});
+        for (const std::string& question :
+             {std::string("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND CONTO = '") + code +
+                  "' ORDER BY INDICE",
+              "SELECT INDICE FROM #S WHERE GRUPPO = 1 AND PADRE = '" + code +
+                  "' AND NATURA = 1 ORDER BY INDICE",
+              "SELECT INDICE FROM #S WHERE CONTO LIKE '" + code.substr(0, 3) + "%' ORDER BY INDICE",
+              "SELECT INDICE FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND RADICE = '" + code +
+                  "' ORDER BY INDICE",
+              rootsOfNature,
+              std::string(
+                  "SELECT INDICE FROM #S AS X WHERE X.PADRE IN (SELECT DISTINCT FIGLI.PADRE FROM #S AS FIGLI "
+                  "LEFT OUTER JOIN #S AS PADRI ON FIGLI.GRUPPO = PADRI.GRUPPO AND FIGLI.PADRE = PADRI.CONTO "
+                  "WHERE PADRI.GRUPPO IS NULL) ORDER BY INDICE")}) {
+            std::string mirrored = question;
+            for (std::size_t at = 0; (at = mirrored.find("#S", at)) != std::string::npos;) {
+                mirrored.replace(at, 2, "#M");
+            }
+            ASSERT_EQ(rows(question), rows(mirrored)) << "step " << step << ": " << question;
+        }
+        run({"DROP TABLE #M"});
+    }
+}
+
+} // namespace veldran::embedded::test
