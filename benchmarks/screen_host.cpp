@@ -53,6 +53,7 @@ void requireNoErrors(const test::TestHost& host) {
 }
 
 controls::TreeNode& nodeAt(test::TestHost& host, const Place& place) {
+    requireNoErrors(host); // a screen that failed to open has no roots
     controls::TreeNode* node = host.user().tree().RootAt(place.nature);
     for (int level = 1; level <= place.level; ++level) {
         controls::TreeNode* next = nullptr;
