@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace veldran::odbc {
 
@@ -20,19 +21,23 @@ const ConnectionEntry* find(const Entries& entries, std::string_view key) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-/// The two forms differ in how they quote; only the OLE DB form names a provider.
+/// The two forms differ in how they quote; only the OLE DB form names a provider. A value of the one form may
+/// look like entries of the other, so the ODBC form is looked for first: its values are what braces enclose.
 Entries entriesOf(const std::string& text) {
+    std::optional<ado::AdoError> wrong;
     try {
-        Entries entries = splitConnectionText(text, Quoting::Marks);
-        if (find(entries, "Provider") != nullptr) {
+        Entries entries = splitConnectionText(text, Quoting::Braces);
+        if (find(entries, "Provider") == nullptr) {
             return entries;
         }
-    } catch (const ado::AdoError&) {
-        if (withFoldedCase(text).find("provider") != std::string::npos) {
-            throw;
-        }
+    } catch (const ado::AdoError& error) {
+        wrong = error;
     }
-    return splitConnectionText(text, Quoting::Braces);
+    Entries entries = splitConnectionText(text, Quoting::Marks);
+    if (wrong && find(entries, "Provider") == nullptr) {
+        throw ado::AdoError(*wrong);
+    }
+    return entries;
 }
 
 struct Provider {
@@ -59,6 +64,14 @@ struct Place {
     std::string port;
 };
 
+bool isPort(const std::string& text) {
+    constexpr int greatest = 65535;
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, number);
+    return parsed.ec == std::errc() && parsed.ptr == end && number >= 1 && number <= greatest;
+}
+
 /// Takes "tcp:host\instance,port" apart.
 Place placeOf(const ServerSettings& settings) {
     std::string_view rest = settings.server;
@@ -73,21 +86,20 @@ Place placeOf(const ServerSettings& settings) {
         }
     }
     if (const std::size_t comma = rest.rfind(','); comma != std::string_view::npos) {
-        place.port = rest.substr(comma + 1);
+        place.port = withoutBlanks(rest.substr(comma + 1));
         rest = rest.substr(0, comma);
     }
     if (!settings.port.empty()) {
         place.port = settings.port;
     }
     if (const std::size_t slash = rest.find('\\'); slash != std::string_view::npos) {
-        place.instance = rest.substr(slash + 1);
+        place.instance = withoutBlanks(rest.substr(slash + 1));
         rest = rest.substr(0, slash);
     }
+    rest = withoutBlanks(rest);
     place.host = rest == "." || equalsIgnoringAsciiCase(rest, "(local)") ? "localhost" : std::string(rest);
-    const bool digits =
-        std::all_of(place.port.begin(), place.port.end(), [](char c) { return c >= '0' && c <= '9'; });
-    if (!digits || place.port.size() > 5) {
-        refuseConnectionString("la porta del server '" + settings.server + "' non è un numero.");
+    if (!place.port.empty() && !isPort(place.port)) {
+        refuseConnectionString("la porta del server '" + settings.server + "' non è un numero da 1 a 65535.");
     }
     if (place.host.empty()) {
         refuseConnectionString("manca il server (chiave 'Data Source' o 'Server').");
@@ -223,8 +235,8 @@ ConnectionTarget connectionTarget(const std::string& connectionString, const std
         if (provider == nullptr) {
             refuseConnectionString("il provider '" + settings.provider + "' non è di SQL Server.");
         }
-        if (settings.encryption == Encryption::Unsaid && !provider->encryptsUnasked) {
-            settings.encryption = Encryption::Off; // the vendor's driver 18 encrypts unless told otherwise
+        if (settings.encryption == Encryption::Unsaid) { // what drivers do unasked differs
+            settings.encryption = provider->encryptsUnasked ? Encryption::On : Encryption::Off;
         }
     }
     const Place place = placeOf(settings);

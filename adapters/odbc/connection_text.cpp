@@ -11,14 +11,6 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 /// The closing delimiter of a value that begins with `first`; 0 when it begins an unquoted one.
 char closingOf(char first, Quoting quoting) {
     if (quoting == Quoting::Marks) {
@@ -51,7 +43,7 @@ private:
     // What stands where a key should is not named either: it may be the end of a password with a semicolon.
     std::string key(const std::string& previous) {
         const std::size_t end = text_.find_first_of("=;", at_);
-        const std::string_view found = trimmed(text_.substr(at_, end - at_));
+        const std::string_view found = withoutBlanks(text_.substr(at_, end - at_));
         if (end == std::string_view::npos || text_[end] == ';' || found.empty()) {
             refuseConnectionString(previous.empty()
                                        ? "la prima voce non ha la forma chiave=valore."
@@ -70,7 +62,7 @@ private:
             }
         }
         const std::size_t end = std::min(text_.find(';', at_), text_.size());
-        const std::string_view found = trimmed(text_.substr(at_, end - at_));
+        const std::string_view found = withoutBlanks(text_.substr(at_, end - at_));
         at_ = end;
         return std::string(found);
     }
@@ -84,7 +76,7 @@ private:
                 value.push_back(text_[at++]);
             } else {
                 at_ = std::min(text_.find(';', at), text_.size());
-                if (!trimmed(text_.substr(at + 1, at_ - at - 1)).empty()) {
+                if (!withoutBlanks(text_.substr(at + 1, at_ - at - 1)).empty()) {
                     refuseConnectionString("testo inatteso dopo il valore di '" + key + "'.");
                 }
                 return value;
@@ -100,6 +92,14 @@ private:
 
 } // namespace
 
+std::string_view withoutBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
 std::vector<ConnectionEntry> splitConnectionText(std::string_view text, Quoting quoting) {
     return Splitter(text, quoting).entries();
 }
@@ -107,7 +107,7 @@ std::vector<ConnectionEntry> splitConnectionText(std::string_view text, Quoting 
 std::string connectionEntry(std::string_view key, std::string_view value, ClosingBrace brace) {
     const std::string_view special = brace == ClosingBrace::Doubled ? ";{}[]=" : ";{";
     const bool plain =
-        value.find_first_of(special) == std::string_view::npos && trimmed(value).size() == value.size();
+        value.find_first_of(special) == std::string_view::npos && withoutBlanks(value).size() == value.size();
     return plain ? std::string(key) + "=" + std::string(value) + ";" : bracedEntry(key, value, brace);
 }
 

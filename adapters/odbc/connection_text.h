@@ -11,6 +11,9 @@ struct ConnectionEntry {
     std::string value;
 };
 
+/// `text` without the blanks around it.
+std::string_view withoutBlanks(std::string_view text);
+
 /// How values are quoted: by quotation marks (OLE DB) or by braces (ODBC), where a doubled closing delimiter
 /// stands for itself.
 enum class Quoting { Marks, Braces };

@@ -30,8 +30,9 @@ enum class Setting {
     Workstation,
     Language,
     Library,
-    Passed, // handed on under its ODBC name
-    Settled // has no meaning here: rows are read at once, texts are Unicode, nothing is kept
+    Passed,  // handed on under its ODBC name
+    Settled, // has no meaning here: rows are read at once, texts are Unicode, nothing is kept
+    Empty    // written without a value by dialogs that write every key
 };
 
 struct Key {
@@ -66,6 +67,7 @@ constexpr Key keys[] = {
     {"PacketSize", Setting::PacketSize},
     {"Encrypt", Setting::Encryption},
     {"Use Encryption for Data", Setting::Encryption},
+    {"Encryption", Setting::Encryption},
     {"Trust Server Certificate", Setting::TrustsCertificate},
     {"TrustServerCertificate", Setting::TrustsCertificate},
     {"Application Name", Setting::Application},
@@ -116,16 +118,41 @@ constexpr Key keys[] = {
     {"MultipleActiveResultSets", Setting::Settled},
     {"ClientCharset", Setting::Settled},
     {"Description", Setting::Settled},
+    {"OLE DB Services", Setting::Settled},
+    {"General Timeout", Setting::Settled},
+    {"Use FMTONLY", Setting::Settled},
+    {"UseFMTONLY", Setting::Settled},
+    {"Initial File Name", Setting::Empty},
+    {"AttachDBFileName", Setting::Empty},
+    {"Access Token", Setting::Empty},
+    {"AccessToken", Setting::Empty},
 };
 
-const Key& keyOf(const ConnectionEntry& entry) {
-    const auto* const found = std::find_if(std::begin(keys), std::end(keys), [&](const Key& key) {
-        return equalsIgnoringAsciiCase(key.name, entry.key);
+/// A password with a semicolon that nothing encloses ends there, and what is left of it looks like a key.
+bool mayBeRestOf(const ConnectionEntry& password, const std::string& key) {
+    const bool isWord = std::all_of(key.begin(), key.end(), [](char c) {
+        return c == ' ' || c == '_' || (toLowerAscii(c) >= 'a' && toLowerAscii(c) <= 'z');
     });
-    if (found == std::end(keys)) {
-        refuseConnectionString("la chiave '" + entry.key + "' non è riconosciuta.");
+    constexpr std::string_view openings = "{\"'";
+    return !isWord ||
+           (!password.value.empty() && openings.find(password.value.front()) != std::string_view::npos);
+}
+
+const Key* keyNamed(const std::string& name) {
+    const auto* const found = std::find_if(std::begin(keys), std::end(keys), [&](const Key& key) {
+        return equalsIgnoringAsciiCase(key.name, name);
+    });
+    return found == std::end(keys) ? nullptr : found;
+}
+
+[[noreturn]] void refuseKey(const ConnectionEntry& entry, const ConnectionEntry* previous) {
+    const Key* const before = previous == nullptr ? nullptr : keyNamed(previous->key);
+    if (before != nullptr && before->setting == Setting::Password && mayBeRestOf(*previous, entry.key)) {
+        refuseConnectionString("dopo il valore di '" + previous->key +
+                               "' segue una chiave che non è riconosciuta; un valore che contiene ';' va "
+                               "racchiuso tra virgolette o tra graffe.");
     }
-    return *found;
+    refuseConnectionString("la chiave '" + entry.key + "' non è riconosciuta.");
 }
 
 [[noreturn]] void refuseValue(const ConnectionEntry& entry, const std::string& wanted) {
@@ -161,10 +188,13 @@ Encryption encryption(const ConnectionEntry& entry) {
     if (isOneOf(entry.value, {"strict"})) {
         return Encryption::Strict;
     }
-    if (isOneOf(entry.value, {"yes", "true", "1", "mandatory"})) {
+    if (isOneOf(entry.value, {"yes", "true", "1", "mandatory", "require"})) {
         return Encryption::On;
     }
-    if (!isOneOf(entry.value, {"no", "false", "0", "optional"})) {
+    if (isOneOf(entry.value, {"request"})) {
+        return Encryption::Unsaid;
+    }
+    if (!isOneOf(entry.value, {"no", "false", "0", "optional", "off"})) {
         refuseValue(entry, "yes, no o strict");
     }
     return Encryption::Off;
@@ -229,6 +259,11 @@ void apply(ServerSettings& settings, const Key& key, const ConnectionEntry& entr
         break;
     case Setting::Settled:
         break;
+    case Setting::Empty:
+        if (!value.empty()) {
+            refuseConnectionString("'" + entry.key + "' non è gestita: deve essere vuota.");
+        }
+        break;
     }
 }
 
@@ -237,16 +272,23 @@ void apply(ServerSettings& settings, const Key& key, const ConnectionEntry& entr
 ServerSettings readServerSettings(const std::vector<ConnectionEntry>& entries) {
     ServerSettings settings;
     std::set<Setting> given;
+    const ConnectionEntry* previous = nullptr;
     for (const ConnectionEntry& entry : entries) {
-        const Key& key = keyOf(entry);
+        const Key* const known = keyNamed(entry.key);
+        if (known == nullptr) {
+            refuseKey(entry, previous);
+        }
+        const Key& key = *known;
         const bool repeats = key.setting == Setting::Passed
                                  ? std::any_of(settings.passed.begin(), settings.passed.end(),
                                                [&](const auto& one) { return one.first == key.odbcName; })
-                                 : key.setting != Setting::Settled && !given.insert(key.setting).second;
+                                 : key.setting != Setting::Settled && key.setting != Setting::Empty &&
+                                       !given.insert(key.setting).second;
         if (repeats) {
             refuseConnectionString("la chiave '" + entry.key + "' è ripetuta.");
         }
         apply(settings, key, entry);
+        previous = &entry;
     }
     return settings;
 }

@@ -68,6 +68,12 @@ TEST(ConnectionString, TakesAPortBeforeAnInstance) {
                 HasSubstr("Server=srv;Port=1444;"));
 }
 
+TEST(ConnectionString, ReadsAServerWrittenWithBlanks) {
+    EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=tcp: srv \\ inst , 1444"),
+                HasSubstr("Server=srv,1444;"));
+    EXPECT_THAT(forVendor("Server=srv \\inst"), HasSubstr("Server=srv\\inst;"));
+}
+
 TEST(ConnectionString, ReadsTheNamesOfThisComputer) {
     EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=(local)"), HasSubstr("Server=localhost;"));
     EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=.\\SQLEXPRESS"),
@@ -85,11 +91,21 @@ TEST(ConnectionString, SignsInAsTheUserOfTheSystem) {
 
 TEST(ConnectionString, EncryptsWhereTheProviderWouldHave) {
     EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=srv"), HasSubstr("Encrypt=no;"));
-    EXPECT_THAT(forVendor("Provider=MSOLEDBSQL19;Data Source=srv"), Not(HasSubstr("Encrypt")));
+    EXPECT_THAT(forVendor("Provider=MSOLEDBSQL19;Data Source=srv"), HasSubstr("Encrypt=yes;"));
+    EXPECT_THAT(forFreeTds("Provider=MSOLEDBSQL19;Data Source=srv"), HasSubstr("Encryption=require;"));
+    EXPECT_THAT(forVendor("Provider=MSOLEDBSQL19;Data Source=srv;Encrypt=Optional"),
+                HasSubstr("Encrypt=no;"));
     EXPECT_THAT(forVendor("Driver={ODBC Driver 18 for SQL Server};Server=srv"), Not(HasSubstr("Encrypt")));
     EXPECT_THAT(forVendor("Server=srv;Encrypt=strict"), HasSubstr("Encrypt=strict;"));
     EXPECT_THAT(forFreeTds("Provider=SQLOLEDB;Data Source=srv;Use Encryption for Data=false"),
                 Not(HasSubstr("Encrypt")));
+}
+
+TEST(ConnectionString, ReadsTheKeyByWhichFreeTdsItselfEncrypts) {
+    EXPECT_THAT(forFreeTds("Server=srv;Encryption=require"), HasSubstr("Encryption=require;"));
+    EXPECT_THAT(forFreeTds("Server=srv;Encryption=request"), Not(HasSubstr("Encryption")));
+    EXPECT_THAT(forFreeTds("Server=srv;Encryption=off"), Not(HasSubstr("Encryption")));
+    EXPECT_THAT(refusalOf("Server=srv;Encrypt=yes;Encryption=off"), HasSubstr("'Encryption' è ripetuta"));
 }
 
 TEST(ConnectionString, LeavesOutWhatHasNoMeaningHere) {
@@ -98,6 +114,21 @@ TEST(ConnectionString, LeavesOutWhatHasNoMeaningHere) {
                   "Prepare=1;Auto Translate=True;Network Library=DBMSSOCN;Tag with column collation when "
                   "possible=False;MARS_Connection=no;"),
         "Driver={ODBC Driver 18 for SQL Server};Server=srv;Encrypt=no;");
+}
+
+TEST(ConnectionString, TakesTheEmptyEntriesThatTheDataLinkDialogWrites) {
+    EXPECT_EQ(forVendor("Provider=MSOLEDBSQL.1;Password=rossi;Persist Security Info=True;User ID=mario;"
+                        "Initial Catalog=CONTI;Data Source=srv;Initial File Name=\"\";Use Encryption for "
+                        "Data=False;Workstation ID=\"\";Server SPN=\"\";Trust Server Certificate=False;"
+                        "Application Intent=READWRITE;MultiSubnetFailover=False;Use FMTONLY=False;"
+                        "Authentication=\"\";Access Token=\"\";OLE DB Services=-2;General Timeout=0"),
+              "Driver={ODBC Driver 18 for SQL Server};Server=srv;Encrypt=no;Database=CONTI;UID=mario;"
+              "PWD=rossi;ApplicationIntent=READWRITE;MultiSubnetFailover=False;");
+    EXPECT_EQ(refusalOf("Provider=SQLNCLI11;Data Source=srv;Initial File Name=C:\\x.mdf"),
+              "08001 Stringa di connessione non valida: 'Initial File Name' non è gestita: deve essere "
+              "vuota.");
+    EXPECT_THAT(refusalOf("Provider=MSOLEDBSQL;Data Source=srv;Access Token=segreta"),
+                Not(HasSubstr("segreta")));
 }
 
 TEST(ConnectionString, KeepsTimeOutAndPacketSizeForTheConnection) {
@@ -120,6 +151,13 @@ TEST(ConnectionString, ReadsValuesInBracesInTheOdbcForm) {
     EXPECT_THAT(forVendor("Server=srv;UID=u;PWD={a;b}}c}"), HasSubstr("PWD={a;b}}c};"));
     EXPECT_THAT(forVendor("Server=srv;UID=u;PWD=\"a\""), HasSubstr("PWD=\"a\";"));
     EXPECT_THAT(forVendor("Server=srv;UID=u;PWD={ a }"), HasSubstr("PWD={ a };"));
+}
+
+TEST(ConnectionString, IsNotTakenForTheOtherFormBecauseOfWhatAValueHolds) {
+    EXPECT_THAT(forVendor("Server=srv;UID=u;PWD={a;Provider=b}"), HasSubstr("PWD={a;Provider=b};"));
+    EXPECT_THAT(forVendor("Server=srv;Database=Providers;UID=u;PWD=\"a"), HasSubstr("PWD=\"a;"));
+    EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=srv;Password=\"{a\""), HasSubstr("PWD={{a};"));
+    EXPECT_THAT(forVendor("Provider=SQLOLEDB;Data Source=srv;Password={a"), HasSubstr("PWD={{a};"));
 }
 
 TEST(ConnectionString, WritesBracesAsFreeTdsReadsThem) {
@@ -161,7 +199,12 @@ TEST(ConnectionString, NamesTheKeyWhoseValueIsWrong) {
     EXPECT_THAT(refusalOf("Server=srv;Connect Timeout=1s"), HasSubstr("'Connect Timeout' vuole un numero"));
     EXPECT_THAT(refusalOf("Server=srv;Trusted_Connection=si"),
                 HasSubstr("'Trusted_Connection' vuole yes o no"));
-    EXPECT_THAT(refusalOf("Server=srv,porta"), HasSubstr("la porta del server 'srv,porta' non è un numero"));
+    for (const char* port : {"porta", "0", "65536", "-1", "14 33"}) {
+        EXPECT_THAT(
+            refusalOf(std::string("Server=srv,") + port),
+            HasSubstr(std::string("la porta del server 'srv,") + port + "' non è un numero da 1 a 65535"));
+    }
+    EXPECT_THAT(refusalOf("Server=srv;Port=70000"), HasSubstr("la porta del server 'srv' non è un numero"));
     EXPECT_THAT(refusalOf("Server=np:srv"), HasSubstr("soltanto per TCP/IP, non con 'np:'"));
     EXPECT_THAT(refusalOf("Server=srv;Network Library=DBNMPNTW"), HasSubstr("'Network Library' vuole"));
     EXPECT_THAT(refusalOf("Server=srv;Encrypt=strict", withFreeTds),
@@ -175,11 +218,23 @@ TEST(ConnectionString, NeverShowsAPasswordThatBreaksTheString) {
     for (const char* text :
          {"Provider=SQLOLEDB;Data Source=srv;Password=prima;segreta", "Server=srv;PWD=prima;segreta;x=1",
           "Server=srv;PWD={segreta", "Server=srv;PWD={prima}segreta;UID=u",
-          "Provider=SQLOLEDB;Password=\"segreta;Data Source=srv", "PWD=x;segreta"}) {
+          "Provider=SQLOLEDB;Password=\"segreta;Data Source=srv", "PWD=x;segreta",
+          "Provider=SQLOLEDB;Data Source=srv;Password={prima;segreta=x}", "Server=srv;PWD=prima;segreta7=x",
+          "Server=srv;PWD=\"prima;segreta=x\"", "Server=srv;PWD=prima;segreta!=x;Database=CONTI",
+          "Provider=SQLOLEDB;Data Source=srv;Password='prima;segreta=x"}) {
         const std::string refusal = refusalOf(text);
         EXPECT_THAT(refusal, HasSubstr("08001")) << text;
         EXPECT_THAT(refusal, Not(HasSubstr("segreta"))) << text;
     }
+}
+
+TEST(ConnectionString, NamesAnUnknownKeyBehindAPasswordThatIsWhole) {
+    EXPECT_THAT(refusalOf("Server=srv;PWD={segreta};Colore=rosso"), HasSubstr("'Colore' non è riconosciuta"));
+    EXPECT_THAT(refusalOf("Provider=SQLOLEDB;Password=segreta;Data_Base=x"),
+                HasSubstr("'Data_Base' non è riconosciuta"));
+    EXPECT_EQ(refusalOf("Server=srv;PWD=segr;eta7=x"),
+              "08001 Stringa di connessione non valida: dopo il valore di 'PWD' segue una chiave che non è "
+              "riconosciuta; un valore che contiene ';' va racchiuso tra virgolette o tra graffe.");
 }
 
 TEST(ConnectionString, TellsWhetherItIsForThisAdapter) {
