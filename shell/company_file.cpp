@@ -1,13 +1,31 @@
 #include "shell/company_file.h"
 
+#include <algorithm>
+
 namespace veldran::shell {
 namespace {
+
+[[noreturn]] void refuse(const DataObject& file, const std::string& key, const std::string& sentence) {
+    throw DataFileError("File «" + file.file().string() + "», chiave «" + key + "»: " + sentence);
+}
 
 std::string required(const DataObject& file, const std::string& key, const std::string& meaning) {
     const std::string value = file.text(key).value_or("");
     if (value.empty()) {
-        throw DataFileError("File «" + file.file().string() + "», chiave «" + key + "»: manca " + meaning +
-                            ".");
+        refuse(file, key, "manca " + meaning + ".");
+    }
+    return value;
+}
+
+/// "server\nome" in a JSON text is a line feed between "server" and "ome".
+std::string connectionIn(const DataObject& file) {
+    constexpr const char* key = "connessione";
+    std::string value = required(file, key, "la stringa di connessione");
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20U; };
+    if (std::any_of(value.begin(), value.end(), isControl)) {
+        refuse(file, key,
+               "contiene un carattere di controllo; la barra rovesciata di «server\\istanza» si scrive due "
+               "volte.");
     }
     return value;
 }
@@ -15,13 +33,13 @@ std::string required(const DataObject& file, const std::string& key, const std::
 } // namespace
 
 CompanyFile readCompanyFile(const std::filesystem::path& path, const Places& places, Problems& problems) {
-    const DataObject file = DataObject::fromFile(path, problems);
+    const DataObject file = DataObject::fromFile(path, problems, Quotes::Withheld); // it holds a password
     file.refuseKeysOtherThan({"applicazione", "utente", "ditta", "connessione", "diritti", "layout", "script",
                               "thesaurus", "messaggi"});
 
     CompanyFile company;
     company.path = path;
-    company.connectionString = places.expand(required(file, "connessione", "la stringa di connessione"));
+    company.connectionString = places.expand(connectionIn(file));
     company.company = required(file, "ditta", "il codice della ditta, tra virgolette");
     company.applicationTitle = file.text("applicazione").value_or(company.applicationTitle);
     company.user = file.text("utente").value_or("");

@@ -55,6 +55,18 @@ std::string excerptAt(std::string_view text, std::size_t position) {
     return std::string(rest);
 }
 
+/// The end of the sentence that says of a text that it is no JSON.
+std::string whatIsWrongAt(std::string_view text, std::size_t position, Quotes quotes) {
+    if (position > 0 && position < text.size() && text[position - 1] == '\\') {
+        return "; dentro un testo la barra rovesciata si scrive due volte.";
+    }
+    const std::string excerpt = excerptAt(text, position);
+    if (excerpt.empty()) {
+        return "; il file finisce troppo presto o la riga è incompleta.";
+    }
+    return quotes == Quotes::Shown ? " da «" + excerpt + "»." : " da qui in poi.";
+}
+
 /// Notes each key that an object holds twice: the parser itself would silently keep the last.
 class TwiceWrittenKeys {
 public:
@@ -123,7 +135,7 @@ std::string readTextFile(const std::filesystem::path& path) {
     return text;
 }
 
-DataObject DataObject::fromFile(const std::filesystem::path& path, Problems& problems) {
+DataObject DataObject::fromFile(const std::filesystem::path& path, Problems& problems, Quotes quotes) {
     const std::string text = readTextFile(path);
     auto document = std::make_shared<json>();
     try {
@@ -131,10 +143,8 @@ DataObject DataObject::fromFile(const std::filesystem::path& path, Problems& pro
     } catch (const json::parse_error& error) {
         // The parser counts the bytes it has read; the offending one is the last of them.
         const std::size_t position = error.byte == 0 ? 0 : error.byte - 1;
-        const std::string excerpt = excerptAt(text, position);
         throw DataFileError("Nel " + placeInFile(path, text, position) + ": il testo non è JSON valido" +
-                            (excerpt.empty() ? "; il file finisce troppo presto o la riga è incompleta."
-                                             : " da «" + excerpt + "»."));
+                            whatIsWrongAt(text, position, quotes));
     }
     if (!document->is_object()) {
         throw DataFileError("Nel " + placeInFile(path, text, 0) +

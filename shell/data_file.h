@@ -36,13 +36,17 @@ std::string readTextFile(const std::filesystem::path& path);
 /// "file «path», riga 3, colonna 14" for a 0-based byte position of `text`.
 std::string placeInFile(const std::filesystem::path& path, std::string_view text, std::size_t position);
 
+/// Whether what a file holds may be quoted when it is told what is wrong with it.
+enum class Quotes { Shown, Withheld };
+
 /// One JSON object of a file, read key by key. A value of the wrong type is a problem and counts as missing,
 /// so that the rest of the file still serves.
 class DataObject {
 public:
     /// The file's top object. Comments are allowed. \throws DataFileError for a file that cannot be read or
     /// is not a JSON object, with line and column; a key written twice is a problem.
-    static DataObject fromFile(const std::filesystem::path& path, Problems& problems);
+    static DataObject fromFile(const std::filesystem::path& path, Problems& problems,
+                               Quotes quotes = Quotes::Shown);
 
     const std::filesystem::path& file() const { return file_; }
     std::vector<std::string> keys() const;

@@ -13,6 +13,7 @@ using shell::Problems;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class CompanyFileTest : public testing::Test {
 protected:
@@ -63,6 +64,22 @@ TEST_F(CompanyFileTest, LeavesOutTheFilesThatACompanyDoesNotHave) {
 TEST_F(CompanyFileTest, RefusesAFileWithoutConnection) {
     EXPECT_THAT(failureOf(R"({"ditta": "1"})"),
                 HasSubstr("chiave «connessione»: manca la stringa di connessione"));
+}
+
+TEST_F(CompanyFileTest, IsNeverQuotedWhereItIsNoJson) {
+    const std::string wrong = failureOf(R"({"ditta": "1", "connessione": "PWD="segreta""})");
+    EXPECT_THAT(wrong, HasSubstr("riga 1, colonna 37: il testo non è JSON valido da qui in poi."));
+    EXPECT_THAT(wrong, Not(HasSubstr("segreta")));
+}
+
+TEST_F(CompanyFileTest, SaysHowABackslashIsWritten) {
+    const std::string wrong = failureOf(R"({"ditta": "1", "connessione": "Server=srv\INST;PWD=segreta"})");
+    EXPECT_THAT(wrong, HasSubstr("dentro un testo la barra rovesciata si scrive due volte"));
+    EXPECT_THAT(wrong, Not(HasSubstr("segreta")));
+    EXPECT_THAT(failureOf(R"({"ditta": "1", "connessione": "Server=srv\nome"})"),
+                HasSubstr("chiave «connessione»: contiene un carattere di controllo; la barra rovesciata"));
+    EXPECT_EQ(read(R"({"ditta": "1", "connessione": "Server=srv\\nome"})").connectionString,
+              "Server=srv\\nome");
 }
 
 TEST_F(CompanyFileTest, RefusesAFileWithoutCompany) {
