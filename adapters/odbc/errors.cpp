@@ -13,10 +13,9 @@ bool isMessage(const ado::Error& error) {
     return error.SQLState.starts_with("01");
 }
 
-/// The number under which ADO's users know an error that the server has not numbered.
+/// Of an error that the server has not numbered.
 int numberOf(std::string_view sqlState) {
-    constexpr int timeLimitReached = -2147217871;
-    return sqlState == "HYT00" ? timeLimitReached : errorUnspecified;
+    return sqlState == stateTimeLimitReached ? errorTimeLimitReached : errorUnspecified;
 }
 
 std::string shortened(const char16_t* text, SQLSMALLINT length, std::size_t capacity) {
@@ -55,7 +54,7 @@ void splitMessage(std::string_view message, std::string& source, std::string& te
                : message.substr(first, message.find_last_not_of(blanks) - first + 1);
 }
 
-ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {
+ado::Errors recordsOf(SQLSMALLINT kind, SQLHANDLE handle) {
     ado::Errors errors;
     std::u16string buffer(4096, u'\0');
     for (SQLSMALLINT record = 1;; ++record) {
@@ -76,6 +75,11 @@ ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {
         errors.push_back(std::move(error));
     }
     std::stable_partition(errors.begin(), errors.end(), [](const auto& error) { return !isMessage(error); });
+    return errors;
+}
+
+ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle) {
+    ado::Errors errors = recordsOf(kind, handle);
     if (errors.empty()) {
         errors.push_back(makeError(errorUnspecified, "HY000",
                                    "Il driver ODBC ha rifiutato l'operazione senza indicarne il motivo."));

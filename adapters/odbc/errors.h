@@ -14,12 +14,16 @@ inline constexpr const char* errorSource = "VELDRAN ODBC";
 /// What an error is numbered that has no number of its own.
 inline constexpr int errorUnspecified = -2147467259;
 inline constexpr int errorProcedureNotFound = 2812;
+/// The number under which ADO's users know a command that took too long.
+inline constexpr int errorTimeLimitReached = -2147217871;
+inline constexpr std::string_view stateTimeLimitReached = "HYT00";
 
 ado::Error makeError(int number, std::string_view sqlState, std::string description);
 [[noreturn]] void fail(int number, std::string_view sqlState, std::string description);
 
-/// Every record that a handle keeps of its last call, errors before messages. Never empty: a call that failed
-/// without saying why is given an error that says so.
+/// Every record that a handle keeps of its last call, errors before messages.
+ado::Errors recordsOf(SQLSMALLINT kind, SQLHANDLE handle);
+/// The same of a call that failed. Never empty: one that does not say why is given an error that says so.
 ado::Errors diagnosticsOf(SQLSMALLINT kind, SQLHANDLE handle);
 /// \throws AdoError with `diagnosticsOf`.
 [[noreturn]] void failWithDiagnostics(SQLSMALLINT kind, SQLHANDLE handle);

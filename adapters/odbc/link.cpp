@@ -12,6 +12,7 @@ namespace {
 
 constexpr int errorTransactionUndone = 3998;
 constexpr int errorRollbackWithoutTransaction = 3903;
+constexpr const char* stateLost = "08S01";
 constexpr const char* lostSentence = "La connessione con il server è stata interrotta.";
 
 bool hasState(const ado::Error& error, std::initializer_list<std::string_view> classes) {
@@ -19,14 +20,26 @@ bool hasState(const ado::Error& error, std::initializer_list<std::string_view> c
                        [&](std::string_view begin) { return error.SQLState.starts_with(begin); });
 }
 
-/// A server that answers, and be it by a refusal, says what it refuses; what never reached it is the
-/// network's (08, HYT) or the driver manager's (IM) to tell.
+/// A server that answers, and be it by a refusal (08004 when it is the database that is not there), says what
+/// it refuses; what never reached it is the network's (08, HYT) or the driver manager's (IM) to tell.
 bool isAnswerOfTheServer(const ado::Error& error) {
-    return !hasState(error, {"08", "HYT", "IM", "01"}) && error.NativeError != 0;
+    return error.NativeError != 0 &&
+           (hasState(error, {"08004"}) || !hasState(error, {"08", "HYT", "IM", "01"}));
+}
+
+/// Every result is read to its end: a driver that has one open all the same does not know its connection's
+/// state any more, and refuses whatever comes.
+bool isOutOfStep(const ado::Error& error) {
+    return hasState(error, {"24000"});
 }
 
 /// What a driver says of a failed sign-in tells little to who is not its developer.
 ado::Errors explained(ado::Errors errors, const ConnectionTarget& target) {
+    if (!target.password.empty()) {
+        for (ado::Error& error : errors) {
+            error.Description = replaceAll(std::move(error.Description), target.password, "***");
+        }
+    }
     const auto refusal = std::find_if(errors.begin(), errors.end(), isAnswerOfTheServer);
     const std::string place = target.server.empty() ? std::string() : " " + target.server;
     std::string sentence = "Il server" + place + " non può essere raggiunto. ";
@@ -37,11 +50,6 @@ ado::Errors explained(ado::Errors errors, const ConnectionTarget& target) {
         sentence = "Il driver ODBC non può essere usato. ";
     }
     errors.front().Description = sentence + errors.front().Description;
-    if (!target.password.empty()) {
-        for (ado::Error& error : errors) {
-            error.Description = replaceAll(std::move(error.Description), target.password, "***");
-        }
-    }
     return errors;
 }
 
@@ -50,6 +58,12 @@ ado::Errors explained(ado::Errors errors, const ConnectionTarget& target) {
 Link::Link(const EnvironmentHandle& environment, const ConnectionTarget& target)
     : connection_(SQL_HANDLE_ENV, environment.get()) {
     connect(target);
+    try {
+        settle();
+    } catch (const ado::AdoError&) {
+        SQLDisconnect(handle());
+        throw;
+    }
 }
 
 Link::~Link() {
@@ -87,9 +101,16 @@ void Link::connect(const ConnectionTarget& target) {
     }
 }
 
+// A server may be told to begin every session without row counts, on which the callers rely.
+void Link::settle() {
+    if (transactSql_) {
+        run(u"SET NOCOUNT OFF", ownTimeLimit);
+    }
+}
+
 void Link::requireUsable() const {
     if (state_ == State::Lost) {
-        odbc::fail(errorUnspecified, "08S01",
+        odbc::fail(errorUnspecified, stateLost,
                    std::string(lostSentence) + " Chiudere la maschera e aprirla di nuovo.");
     }
     if (state_ == State::Undone) {
@@ -99,11 +120,17 @@ void Link::requireUsable() const {
 }
 
 void Link::fail(ado::Errors errors) {
-    if (state_ != State::Lost &&
-        (std::any_of(errors.begin(), errors.end(), isConnectionFailure) || isDead())) {
+    const auto tellsOfLoss = [](const ado::Error& error) {
+        return isConnectionFailure(error) || isOutOfStep(error);
+    };
+    if (state_ != State::Lost && (std::any_of(errors.begin(), errors.end(), tellsOfLoss) || isDead())) {
         state_ = State::Lost;
-        errors.front().SQLState = "08S01"; // whatever the driver calls it
-        errors.front().Description = std::string(lostSentence) + " " + errors.front().Description;
+        if (errors.front().SQLState == stateTimeLimitReached) { // the cause stays in front
+            errors.push_back(makeError(errorUnspecified, stateLost, lostSentence));
+        } else {
+            errors.front().SQLState = stateLost; // whatever the driver calls it
+            errors.front().Description = std::string(lostSentence) + " " + errors.front().Description;
+        }
     } else if (state_ == State::InTransaction && transactSql_ && transactionIsGone()) {
         state_ = State::Undone;
     }
@@ -137,8 +164,9 @@ void Link::rollback() {
     }
 }
 
-void Link::run(std::u16string_view text) {
+void Link::run(std::u16string_view text, std::uintptr_t seconds) {
     const StatementHandle statement(SQL_HANDLE_DBC, handle());
+    limitTime(statement.get(), seconds);
     const std::u16string copy(text);
     const SQLRETURN code = SQLExecDirectW(statement.get(), wide(copy), static_cast<SQLINTEGER>(copy.size()));
     if (!succeeded(code) && code != SQL_NO_DATA) {

@@ -3,6 +3,7 @@
 #include "adapters/odbc/connection_string.h"
 #include "adapters/odbc/handle.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -45,7 +46,9 @@ private:
     enum class State { Idle, InTransaction, Undone, Lost };
 
     void connect(const ConnectionTarget& target);
-    void run(std::u16string_view text);
+    void settle();
+    /// \param seconds after which it is given up; 0 is no limit
+    void run(std::u16string_view text, std::uintptr_t seconds = 0);
     bool isDead() const;
     bool transactionIsGone();
 

@@ -15,15 +15,27 @@ namespace {
 /// Units that one call may bring; a longer text is brought in pieces.
 constexpr std::size_t pieceUnits = 4001;
 
-/// A driver may write 0.50 as ".50", and leaves out zeros at the end that the column's scale has.
+std::string_view withoutZerosAtTheEnd(std::string_view number) {
+    if (number.find('.') == std::string_view::npos) {
+        return number;
+    }
+    number = number.substr(0, number.find_last_not_of('0') + 1);
+    number.remove_suffix(number.ends_with('.') ? 1 : 0);
+    return number.find_first_of("123456789") == std::string_view::npos ? "0" : number;
+}
+
+/// A driver may write 0.50 as ".50", and leaves out zeros at the end that the column's scale has. A number
+/// that would have too many digits only because of such zeros is given without them.
 Value decimalValue(const std::string& text, const ado::ColumnInfo& column) {
-    try {
-        const Decimal decimal = Decimal::parse(text);
-        return decimal.scale < column.scale ? decimal.rescaled(column.scale) : decimal;
-    } catch (const std::logic_error&) {
-        // Too many digits; told below.
-    } catch (const std::runtime_error&) {
-        // Too many digits at the column's scale.
+    for (const bool atScale : {true, false}) {
+        try {
+            const Decimal decimal = Decimal::parse(atScale ? text : withoutZerosAtTheEnd(text));
+            return atScale && decimal.scale < column.scale ? decimal.rescaled(column.scale) : decimal;
+        } catch (const std::logic_error&) {
+            // Too many digits; told below.
+        } catch (const std::runtime_error&) {
+            // Too many digits at the column's scale.
+        }
     }
     ado::raise(ado::sqlErrOverflow, "(campo " + column.name + ", valore \"" + text + "\")");
 }

@@ -12,6 +12,8 @@ namespace {
 
 /// A batch whose every statement fails ends all the same.
 constexpr std::size_t mostErrors = 100;
+/// A batch may say something of each row: the rest is not kept.
+constexpr std::size_t mostMessages = 100;
 
 /// Leaves the handle free for the next execution, whatever became of this one.
 class OpenCursor {
@@ -36,6 +38,22 @@ std::vector<ado::ParameterInfo> declarationsOf(std::span<const ado::BoundParamet
 
 void append(ado::Errors& errors, const ado::Errors& more) {
     errors.insert(errors.end(), more.begin(), more.end());
+}
+
+/// Drivers and servers have names of their own for what is known to ADO's users under one number.
+void tellTimeLimit(ado::Errors& errors, int seconds) {
+    constexpr std::string_view canceled = "57014"; // the standard's
+    const auto found = std::find_if(errors.begin(), errors.end(), [](const ado::Error& error) {
+        return error.SQLState == stateTimeLimitReached || error.SQLState == canceled;
+    });
+    if (found == errors.end()) {
+        return;
+    }
+    std::rotate(errors.begin(), found, found + 1);
+    errors.front().SQLState = stateTimeLimitReached;
+    errors.front().Number = errorTimeLimitReached;
+    errors.front().Description = "Il tempo concesso al comando (" + std::to_string(seconds) +
+                                 " s) è scaduto. " + errors.front().Description;
 }
 
 } // namespace
@@ -131,6 +149,10 @@ ado::StatementResult Statement::results(SQLRETURN code, const ado::ExecuteSettin
     ado::StatementResult result;
     ado::Errors errors = drain(code, settings, result);
     if (!errors.empty()) {
+        append(errors, result.messages);
+        if (timeLimit_ > 0) {
+            tellTimeLimit(errors, timeLimit_);
+        }
         link_.fail(std::move(errors));
     }
     return result;
@@ -145,6 +167,9 @@ ado::Errors Statement::drain(SQLRETURN code, const ado::ExecuteSettings& setting
     for (bool first = true; first || code != SQL_NO_DATA;
          first = false, code = SQLMoreResults(handle_.get())) {
         if (succeeded(code) || code == SQL_NO_DATA) {
+            if (code == SQL_SUCCESS_WITH_INFO && result.messages.size() < mostMessages) {
+                append(result.messages, recordsOf(SQL_HANDLE_STMT, handle_.get()));
+            }
             try {
                 takeResult(result, settings);
             } catch (const ado::AdoError& error) {

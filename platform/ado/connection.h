@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -20,7 +21,8 @@ struct PreparedSlot {
 /// One session with a database.
 ///
 /// Every failure of an operation on the connection, on its commands and on its recordsets throws AdoError and
-/// is listed, whole, by `Errors` until the next operation that reaches the database begins.
+/// is listed, whole, by `Errors` until the next operation that reaches the database begins; so are the
+/// messages, SQLSTATE 01..., that come with a success.
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     /// Connections live in shared_ptr: commands and recordsets refer to the connection they belong to.
@@ -72,7 +74,7 @@ public:
     /// Whether `BeginTrans` was called and neither commit nor rollback has followed.
     bool inTransaction() const { return inTransaction_; }
 
-    /// What the last operation that failed has reported, first the cause; empty when it succeeded.
+    /// What the last operation has reported: of a failure first the cause, of a success the messages.
     const ado::Errors& Errors() const { return errors_; }
 
 private:
@@ -81,10 +83,20 @@ private:
     friend class Recordset;
     explicit Connection(std::shared_ptr<Driver> driver);
 
-    /// Runs `operation(session)` with `Errors` empty at its start and filled by its failure.
+    /// Runs `operation(session)` with `Errors` empty at its start and filled by its failure, or with what a
+    /// statement's result says.
     template<class Operation>
     decltype(auto) guarded(Operation&& operation) {
-        return recorded([&]() -> decltype(auto) { return operation(openSession()); });
+        return recorded([&]() -> decltype(auto) {
+            using Result = std::invoke_result_t<Operation, Session&>;
+            if constexpr (std::is_same_v<Result, StatementResult>) {
+                StatementResult result = operation(openSession());
+                errors_ = std::move(result.messages);
+                return result;
+            } else {
+                return operation(openSession());
+            }
+        });
     }
     template<class Operation>
     decltype(auto) recorded(Operation&& operation) {

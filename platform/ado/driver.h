@@ -42,6 +42,7 @@ struct ExecuteSettings {
 struct StatementResult {
     std::unique_ptr<RowSet> rows;   ///< the first result that has columns; empty when there is none
     std::int64_t rowsAffected = -1; ///< of the last statement that counts rows; -1 when none does
+    Errors messages;                ///< what the database says of a success: warnings and the like
 };
 
 /// A text command parsed and planned once, executed many times on the session that prepared it.

@@ -54,6 +54,7 @@ public:
     std::string longStatement() const override { return "SELECT pg_sleep(20)"; }
     std::string shortLockWait() const override { return "SET lock_timeout = 200"; }
     std::string longText() const override { return "SELECT repeat('è', 9000)"; }
+    std::string remark() const override { return "DO $$ BEGIN RAISE WARNING 'attenzione'; END $$"; }
     bool isDeadlock(const ado::Error& error) const override { return error.SQLState == "40P01"; }
     bool isLockTimeout(const ado::Error& error) const override { return error.SQLState == "55P03"; }
 };

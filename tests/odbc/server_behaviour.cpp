@@ -1,5 +1,7 @@
 #include "tests/odbc/server_behaviour.h"
 
+#include "platform/ado/connection.h"
+#include "platform/ado/constants.h"
 #include "tests/support/ado_expect.h"
 
 #include <gmock/gmock.h>
@@ -73,8 +75,11 @@ TEST_P(OdbcBehaviour, NamesAServerThatDoesNotAnswer) {
 TEST_P(OdbcBehaviour, GivesUpAStatementAtItsTimeLimit) {
     const auto session = open();
     const auto start = std::chrono::steady_clock::now();
-    failureOf(*session, server->longStatement(), 1);
+    const ado::Errors errors = failureOf(*session, server->longStatement(), 1);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(8));
+    EXPECT_EQ(errors.front().SQLState, "HYT00") << errors.front().Description;
+    EXPECT_EQ(errors.front().Number, -2147217871);
+    EXPECT_THAT(errors.front().Description, HasSubstr("Il tempo concesso al comando (1 s) è scaduto."));
 }
 
 TEST_P(OdbcBehaviour, ReportsALostConnectionAtEveryCallAndWritesNothing) {
@@ -203,6 +208,31 @@ TEST_P(OdbcBehaviour, TellsEveryErrorOfABatchAndReadsItToItsEnd) {
         failureOf(*session, "SELECT 1; INSERT INTO VLDOB_TAB (COD) VALUES (1); SELECT 2");
     EXPECT_TRUE(errors.front().SQLState.starts_with("23")) << errors.front().SQLState;
     EXPECT_EQ(run(*session, "SELECT 3").rows->cell(0, 0), Value(3));
+}
+
+TEST_P(OdbcBehaviour, ListsWhatTheServerSaysOfASuccessUntilTheNextOperation) {
+    const auto connection = ado::Connection::create(std::make_shared<odbc::OdbcDriver>());
+    connection->Open(server->connectionString());
+    connection->Execute(server->remark());
+    ASSERT_EQ(connection->Errors().size(), 1U);
+    EXPECT_THAT(connection->Errors().front().Description, HasSubstr("attenzione"));
+    EXPECT_TRUE(connection->Errors().front().SQLState.starts_with("01"));
+    connection->Execute("SELECT 1");
+    EXPECT_TRUE(connection->Errors().empty());
+}
+
+TEST_P(OdbcBehaviour, KeepsEveryDigitOfADecimalOrRefusesIt) {
+    const auto session = open();
+    const auto read = [&](const std::string& number) {
+        return run(*session, "SELECT CAST(" + number + ")").rows->cell(0, 0).toText();
+    };
+    EXPECT_EQ(read("999999999999999999 AS DECIMAL(18, 0)"), "999999999999999999");
+    EXPECT_EQ(read("-0.000000000000000001 AS DECIMAL(18, 18)"), "-0.000000000000000001");
+    EXPECT_EQ(read("0.50 AS DECIMAL(5, 2)"), "0.50");
+    EXPECT_EQ(read("0.50 AS DECIMAL(38, 30)"), "0.5") << "its zeros are more than a value holds";
+    EXPECT_EQ(read("-7 AS DECIMAL(38, 30)"), "-7");
+    EXPECT_EQ(read("0 AS DECIMAL(38, 30)"), "0");
+    EXPECT_ADO_ERROR(read("1234567890123456789012 AS DECIMAL(38, 0)"), ado::sqlErrOverflow);
 }
 
 TEST_P(OdbcBehaviour, KeepsManySessionsApart) {

@@ -29,6 +29,8 @@ public:
     virtual std::string shortLockWait() const = 0;
     /// A row with a text of nine thousand "è".
     virtual std::string longText() const = 0;
+    /// Says "attenzione" to whom executes it, and succeeds.
+    virtual std::string remark() const = 0;
     virtual bool isDeadlock(const ado::Error& error) const = 0;
     virtual bool isLockTimeout(const ado::Error& error) const = 0;
 };

@@ -1,4 +1,6 @@
+#include "adapters/odbc/connection_text.h"
 #include "adapters/odbc/driver.h"
+#include "platform/text.h"
 #include "tests/odbc/server_behaviour.h"
 #include "tests/support/ado_contract.h"
 #include "tests/support/ado_expect.h"
@@ -63,6 +65,7 @@ public:
     std::string longText() const override {
         return "SELECT CAST(REPLICATE(CAST(N'è' AS NVARCHAR(MAX)), 9000) AS NVARCHAR(MAX))";
     }
+    std::string remark() const override { return "PRINT 'attenzione'"; }
     bool isDeadlock(const ado::Error& error) const override { return means(error, 1205); }
     bool isLockTimeout(const ado::Error& error) const override { return means(error, 1222); }
 };
@@ -103,6 +106,60 @@ TEST(OdbcServer, RefusesASignInWithAClearText) {
         EXPECT_THAT(error.first().Description, testing::HasSubstr("rifiuta l'accesso"));
         for (const ado::Error& one : error.errors()) {
             EXPECT_THAT(one.Description, testing::Not(testing::HasSubstr("segretissima")));
+        }
+    }
+}
+
+TEST(OdbcServer, TellsADatabaseThatIsNotThereFromAServerThatIsNot) {
+    if (namedServer().empty()) {
+        GTEST_SKIP() << missing;
+    }
+    std::string text;
+    for (const odbc::ConnectionEntry& entry :
+         odbc::splitConnectionText(namedServer(), odbc::Quoting::Braces)) {
+        text += equalsIgnoringAsciiCase(entry.key, "Database") ? "Database=VLD_ASSENTE;"
+                                                               : odbc::bracedEntry(entry.key, entry.value);
+    }
+    try {
+        odbc::OdbcDriver().open(text, "", "");
+        FAIL() << "a session was opened";
+    } catch (const ado::AdoError& error) {
+        EXPECT_THAT(error.first().Description, testing::HasSubstr("rifiuta l'accesso"));
+    }
+}
+
+TEST(OdbcServer, ListsWhatItSaysOfABatchBehindTheErrorThatEndsIt) {
+    if (namedServer().empty()) {
+        GTEST_SKIP() << missing;
+    }
+    odbc::OdbcDriver driver;
+    const auto session = driver.open(namedServer(), "", "");
+    try {
+        session->execute("PRINT 'attenzione' SELECT 1 SELECT 1 / 0", {}, {0, true});
+        FAIL() << "nothing was refused";
+    } catch (const ado::AdoError& error) {
+        EXPECT_TRUE(means(error.first(), 8134)) << error.what();
+        EXPECT_THAT(error.errors().back().Description, testing::HasSubstr("attenzione"));
+        EXPECT_TRUE(error.errors().back().SQLState.starts_with("01"));
+    }
+}
+
+TEST(OdbcServer, IsCalledLostWhenItsDriverHasGotOutOfStep) {
+    if (namedServer().empty()) {
+        GTEST_SKIP() << missing;
+    }
+    odbc::OdbcDriver driver;
+    const auto session = driver.open(namedServer(), "", "");
+    const std::vector<ado::BoundParameter> parameters{
+        {{"@A", ado::adVarChar, ado::adParamInput, 20}, "\xF0\x9F\x98\x80"}};
+    try {
+        session->execute("SELECT ? AS A", parameters, {0, true});
+        EXPECT_EQ(session->execute("SELECT 1", {}, {0, true}).rows->rowCount(), 1U);
+    } catch (const ado::AdoError&) { // a driver may give up half-way with a text that its code page lacks
+        try {
+            session->execute("SELECT 1", {}, {0, true});
+        } catch (const ado::AdoError& later) {
+            EXPECT_EQ(later.first().SQLState, "08S01") << later.what();
         }
     }
 }
