@@ -18,6 +18,9 @@ protected:
     void SetUp() override { start(R"("ditta": "1")"); }
 
     void start(const std::string& companyFile) {
+        if (!std::filesystem::exists(folder_.path() / "demo.vdb")) {
+            demoDatabase(folder_);
+        }
         open(folder_.write(
             "azienda.json",
             R"({"connessione": "Provider=VeldranEmbedded;Data Source=\"${UTENTE}/demo.vdb\"", )" +
@@ -25,9 +28,6 @@ protected:
     }
     void open(const std::filesystem::path& companyFile) {
         window_.reset();
-        if (!std::filesystem::exists(folder_.path() / "demo.vdb")) {
-            demoDatabase(folder_);
-        }
         host_ = std::make_unique<shell::Host>(placesFor(folder_), complaints_.reporter());
         host_->open(companyFile);
         window_ = std::make_unique<shell::MainWindow>(*host_, component_);
