@@ -40,6 +40,15 @@ void append(ado::Errors& errors, const ado::Errors& more) {
     errors.insert(errors.end(), more.begin(), more.end());
 }
 
+/// What comes with a success is no error, and has no number of one.
+ado::Errors messagesOf(SQLHSTMT statement) {
+    ado::Errors messages = recordsOf(SQL_HANDLE_STMT, statement);
+    for (ado::Error& message : messages) {
+        message.Number = message.NativeError;
+    }
+    return messages;
+}
+
 /// Drivers and servers have names of their own for what is known to ADO's users under one number.
 void tellTimeLimit(ado::Errors& errors, int seconds) {
     constexpr std::string_view canceled = "57014"; // the standard's
@@ -168,7 +177,7 @@ ado::Errors Statement::drain(SQLRETURN code, const ado::ExecuteSettings& setting
          first = false, code = SQLMoreResults(handle_.get())) {
         if (succeeded(code) || code == SQL_NO_DATA) {
             if (code == SQL_SUCCESS_WITH_INFO && result.messages.size() < mostMessages) {
-                append(result.messages, recordsOf(SQL_HANDLE_STMT, handle_.get()));
+                append(result.messages, messagesOf(handle_.get()));
             }
             try {
                 takeResult(result, settings);

@@ -217,6 +217,7 @@ TEST_P(OdbcBehaviour, ListsWhatTheServerSaysOfASuccessUntilTheNextOperation) {
     ASSERT_EQ(connection->Errors().size(), 1U);
     EXPECT_THAT(connection->Errors().front().Description, HasSubstr("attenzione"));
     EXPECT_TRUE(connection->Errors().front().SQLState.starts_with("01"));
+    EXPECT_EQ(connection->Errors().front().Number, connection->Errors().front().NativeError);
     connection->Execute("SELECT 1");
     EXPECT_TRUE(connection->Errors().empty());
 }
