@@ -140,11 +140,11 @@ ado::StatementResult rows(const std::vector<std::string>& columns,
             set->append(cell);
         }
     }
-    return {std::move(set), -1};
+    return {std::move(set), -1, {}};
 }
 
 ado::StatementResult nothing(const Request& request) {
-    return request.text.starts_with("SELECT") ? rows({""}, {}) : ado::StatementResult{nullptr, 0};
+    return request.text.starts_with("SELECT") ? rows({""}, {}) : ado::StatementResult{nullptr, 0, {}};
 }
 
 std::vector<Value> childRow(const std::string& conto, bool analitico, const Value& attivo, int livello) {

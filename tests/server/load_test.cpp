@@ -1,24 +1,38 @@
 // The program that loads the scripts, on the embedded database and on a server alike.
 #include "tests/support/test_database.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 
 namespace veldran::test {
 namespace {
 
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
 const std::string scripts = " " VELDRAN_SOURCE_DIR "/database/schema.sql " VELDRAN_SOURCE_DIR
                             "/database/routines.sql " VELDRAN_SOURCE_DIR "/database/demo.sql";
 
-/// \return its exit status.
-int load(const TestDatabase& database, const std::string& arguments) {
-    EXPECT_EQ(::setenv("VELDRAN_CONNECTION", database.connectionString().c_str(), 1), 0);
-    const int status = std::system((VELDRAN_LOAD_FILE " " + arguments + " >/dev/null 2>&1").c_str());
+/// What the program has said is left in `said`. \return its exit status.
+int load(const std::string& connectionString, const std::string& arguments, std::string& said) {
+    EXPECT_EQ(::setenv("VELDRAN_CONNECTION", connectionString.c_str(), 1), 0);
+    FILE* const output = ::popen((VELDRAN_LOAD_FILE " " + arguments + " 2>&1").c_str(), "r");
     ::unsetenv("VELDRAN_CONNECTION");
-    return WEXITSTATUS(status);
+    char piece[256];
+    for (said.clear(); std::fgets(piece, sizeof piece, output) != nullptr;) {
+        said += piece;
+    }
+    return WEXITSTATUS(::pclose(output));
+}
+int load(const TestDatabase& database, const std::string& arguments) {
+    std::string said;
+    return load(database.connectionString(), arguments, said);
 }
 
 std::vector<std::string> counts(const TestDatabase& database) {
@@ -56,12 +70,22 @@ TEST(Load, StopsAtTheFirstErrorOfAScriptAndSaysSo) {
     const std::string script = (directory.path() / "wrong.sql").string();
     std::ofstream(script) << "DELETE FROM CG10_DESPDC\nGO\nDELETE FROM ASSENTE\nGO\n"
                              "INSERT INTO CG10_DESPDC VALUES (9, N'Piano', 4)\nGO\n";
-    EXPECT_EQ(load(database, script), 1);
+    std::string said;
+    EXPECT_EQ(load(database.connectionString(), script, said), 1);
+    EXPECT_THAT(said, StartsWith("veldran_load: " + script + ": Script, riga 3: "));
     EXPECT_EQ(database.rows("SELECT COUNT(*) FROM CG10_DESPDC").at(0).at(0), "0");
 }
 
 TEST(Load, RefusesAScriptThatIsNotThere) {
     EXPECT_NE(load(TestDatabase(Chart(4)), "/assente.sql"), 0);
+}
+
+TEST(Load, SaysWhyItCannotConnectAndNoPassword) {
+    std::string said;
+    EXPECT_EQ(
+        load("Provider=SQLOLEDB;Data Source=127.0.0.1,1;User ID=u;Password=\"segreta;x\"", scripts, said), 1);
+    EXPECT_THAT(said, StartsWith("veldran_load: connection: "));
+    EXPECT_THAT(said, Not(HasSubstr("segreta")));
 }
 
 } // namespace
