@@ -77,7 +77,8 @@ Condition Translator::exists(const tsql::Exists& node) {
         }
     }
     Condition result{"EXISTS (" + write(bound, false, false) + ")", Condition::Form::Predicate, std::nullopt};
-    if (bound.arms.size() == 1 && !first.grouped && first.limit.empty() && first.onlyTable) {
+    if (bound.arms.size() == 1 && !first.grouped && first.having.empty() && first.limit.empty() &&
+        first.onlyTable) {
         result.tests = membership(first);
     }
     return result;

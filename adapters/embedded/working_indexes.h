@@ -10,7 +10,8 @@
 
 /// Which indexes of a working table are worth their building. A working table is made anew again and again,
 /// and most of the indexes declared for it are never used before it goes: each is put off until a condition
-/// comes that it serves.
+/// comes that it serves. A table that others are copied from stays, and its indexes find the rows of its
+/// copies.
 namespace veldran::embedded {
 
 struct TableIndex {
