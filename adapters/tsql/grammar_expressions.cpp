@@ -46,8 +46,12 @@ constexpr std::array unaryOperators = std::to_array<Spelling<UnaryOperator>>({
 template<typename Operators>
 auto operatorAt(const TokenStream& tokens, const Operators& operators)
     -> std::optional<typename Operators::value_type::second_type> {
+    const Token& token = tokens.peek();
+    if (token.kind != TokenKind::Symbol) {
+        return std::nullopt; // as most places are where an operator could stand
+    }
     for (const auto& [spelling, op] : operators) {
-        if (tokens.at(spelling)) {
+        if (token.text == spelling) {
             return op;
         }
     }

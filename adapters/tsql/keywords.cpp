@@ -191,10 +191,27 @@ constexpr std::array reservedWords = std::to_array<std::string_view>({
 });
 static_assert(std::is_sorted(reservedWords.begin(), reservedWords.end()), "the search below is binary");
 
+// How many reserved words begin with a letter before this one, for 'A' to behind 'Z'.
+constexpr std::array<std::size_t, 27> wordsBefore = [] {
+    std::array<std::size_t, 27> counts{};
+    for (std::size_t letter = 0; letter < counts.size(); ++letter) {
+        for (const std::string_view word : reservedWords) {
+            counts[letter] += static_cast<std::size_t>(word.front() - 'A') < letter ? 1U : 0U;
+        }
+    }
+    return counts;
+}();
+
 } // namespace
 
 bool isReservedWord(std::string_view upperCaseWord) {
-    return std::binary_search(reservedWords.begin(), reservedWords.end(), upperCaseWord);
+    if (upperCaseWord.empty() || upperCaseWord.front() < 'A' || upperCaseWord.front() > 'Z') {
+        return false;
+    }
+    const auto letter = static_cast<std::size_t>(upperCaseWord.front() - 'A');
+    const auto* const begin = reservedWords.begin() + wordsBefore[letter];
+    const auto* const end = reservedWords.begin() + wordsBefore[letter + 1];
+    return std::find(begin, end, upperCaseWord) != end;
 }
 
 std::string toUpper(std::string_view text) {

@@ -2,8 +2,6 @@
 
 #include "adapters/tsql/messages.h"
 
-#include <array>
-
 namespace veldran::tsql {
 
 namespace {
@@ -32,21 +30,51 @@ bool isBlank(char c) {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-// Longest first: "<=" must not be read as "<" and "=".
-constexpr std::array symbols = std::to_array<std::string_view>({
-    "<=", ">=", "<>", "!=", "!<", "!>", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "(", ")",
-    ",",  ".",  ";",  "+",  "-",  "*",  "/",  "%",  "=",  "<",  ">",  "&",  "|",  "^",  "~",
-});
+// Characters of the symbol at the begin of the text: the longest that it can be read as, 0 when it is none.
+std::size_t symbolLength(std::string_view text) {
+    const char next = text.size() > 1 ? text[1] : '\0';
+    switch (text.front()) {
+    case '<':
+        return next == '=' || next == '>' ? 2 : 1;
+    case '!':
+        return next == '=' || next == '<' || next == '>' ? 2 : 0;
+    case '>':
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case '%':
+    case '&':
+    case '|':
+    case '^':
+        return next == '=' ? 2 : 1;
+    case '(':
+    case ')':
+    case ',':
+    case '.':
+    case ';':
+    case '=':
+    case '~':
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+// A token and the blanks before it in the texts that the screen sends.
+constexpr std::size_t usualTokenLength = 5;
 
 class Lexer {
 public:
-    Lexer(std::string_view text, const SourcePosition& origin) : text_(text), position_(origin) {}
+    Lexer(std::string_view text, const SourcePosition& origin)
+        : text_(text), position_(origin), origin_(origin.offset) {}
 
     std::vector<Token> run() {
         if (rest().starts_with(byteOrderMark)) {
             skip(byteOrderMark.size());
         }
         std::vector<Token> tokens;
+        tokens.reserve(text_.size() / usualTokenLength + 2);
         do {
             skipBlanksAndComments();
             tokens.push_back(next());
@@ -61,11 +89,12 @@ private:
     }
     bool atEnd() const { return index_ >= text_.size(); }
 
-    void skip(std::size_t count = 1) {
-        for (; count > 0; --count) {
-            const auto byte = static_cast<unsigned char>(text_[index_]);
-            ++index_;
-            ++position_.offset;
+    void skip(std::size_t count = 1) { index_ += count; }
+
+    // Lines and columns are counted only here: most characters are read without their place.
+    const SourcePosition& position() {
+        for (; counted_ < index_; ++counted_) {
+            const auto byte = static_cast<unsigned char>(text_[counted_]);
             if (byte == '\n') {
                 ++position_.line;
                 position_.column = 1;
@@ -73,17 +102,19 @@ private:
                 ++position_.column;
             }
         }
+        position_.offset = origin_ + index_;
+        return position_;
     }
 
     void skipBlanksAndComments() {
         while (!atEnd()) {
             if (isBlank(peek())) {
                 skip();
-            } else if (rest().starts_with("--")) {
+            } else if (peek() == '-' && peek(1) == '-') {
                 while (!atEnd() && peek() != '\n') {
                     skip();
                 }
-            } else if (rest().starts_with("/*")) {
+            } else if (peek() == '/' && peek(1) == '*') {
                 skipComment();
             } else {
                 return;
@@ -93,7 +124,7 @@ private:
 
     // Comments nest: "/* a /* b */ c */" is one comment.
     void skipComment() {
-        const SourcePosition opening = position_;
+        const SourcePosition opening = position();
         std::size_t open = 0;
         do {
             if (atEnd()) {
@@ -112,7 +143,7 @@ private:
     }
 
     Token next() {
-        begin_ = position_;
+        begin_ = position();
         beginIndex_ = index_;
         if (atEnd()) {
             return finish(TokenKind::End, {});
@@ -147,11 +178,11 @@ private:
         return symbol();
     }
 
-    Token finish(TokenKind kind, std::string text) const {
+    Token finish(TokenKind kind, std::string text) {
         Token token;
         token.kind = kind;
         token.text = std::move(text);
-        token.span = {begin_, position_};
+        token.span = {begin_, position()};
         return token;
     }
 
@@ -235,21 +266,22 @@ private:
     }
 
     Token symbol() {
-        for (const std::string_view spelling : symbols) {
-            if (rest().starts_with(spelling)) {
-                skip(spelling.size());
-                return finish(TokenKind::Symbol, std::string(spelling));
-            }
+        const std::size_t length = symbolLength(rest());
+        if (length == 0) {
+            skip();
+            throw incorrectSyntax(written(), begin_);
         }
-        skip();
-        throw incorrectSyntax(written(), begin_);
+        skip(length);
+        return finish(TokenKind::Symbol, written());
     }
 
     std::string_view text_;
-    SourcePosition position_;
+    SourcePosition position_; // of the character at `counted_`, but for its offset
+    std::size_t origin_;
     SourcePosition begin_;
     std::size_t index_ = 0;
     std::size_t beginIndex_ = 0;
+    std::size_t counted_ = 0;
 };
 
 } // namespace

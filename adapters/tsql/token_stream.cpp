@@ -8,10 +8,6 @@
 
 namespace veldran::tsql {
 
-const Token& TokenStream::peek(std::size_t ahead) const {
-    return tokens_[std::min(next_ + ahead, tokens_.size() - 1)];
-}
-
 const Token& TokenStream::take() {
     const Token& token = peek();
     next_ = std::min(next_ + 1, tokens_.size() - 1);

@@ -2,6 +2,7 @@
 
 #include "adapters/tsql/token.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -17,7 +18,9 @@ public:
     explicit TokenStream(std::vector<Token> tokens) : tokens_(std::move(tokens)) {}
 
     // The token `ahead` places further on; End from the end of the text onwards.
-    const Token& peek(std::size_t ahead = 0) const;
+    const Token& peek(std::size_t ahead = 0) const {
+        return tokens_[std::min(next_ + ahead, tokens_.size() - 1)];
+    }
     bool at(std::string_view spelling) const { return peek().is(spelling); }
     bool at(std::string_view first, std::string_view second) const { return at(first) && peek(1).is(second); }
     bool at(TokenKind kind) const { return peek().kind == kind; }
