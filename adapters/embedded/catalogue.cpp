@@ -109,9 +109,12 @@ Catalogue::Catalogue(SqliteDatabase& database) : database_(database) {
     createCatalogueTables(database, "temp");
 }
 
-void Catalogue::changed() {
+// What changes in the session leaves the file's version as it is, and what is known of it.
+void Catalogue::changed(bool inFile) {
     ++generation_;
-    schemaVersion_ = fileSchemaVersion();
+    if (inFile) {
+        schemaVersion_ = fileSchemaVersion();
+    }
 }
 
 void Catalogue::forget() {
@@ -341,7 +344,7 @@ void Catalogue::createTable(const Table& table) {
     }
     const std::int64_t id = store(table.schema(), kindTable, table.name, {}, definitionOf(table));
     entries_[toUpper(table.name)] = {std::make_shared<const Table>(table), nullptr, id, {}};
-    changed();
+    changed(!table.isTemporary());
 }
 
 void Catalogue::createKeyIndex(const Table& table, const Key& key) {
@@ -361,7 +364,7 @@ void Catalogue::dropTable(const Table& table) {
     indexes.run();
     entries_.erase(toUpper(name));
     ++indexState_;
-    changed();
+    changed(schema == "main");
 }
 
 void Catalogue::redefineTable(const Table& table) {
@@ -372,7 +375,7 @@ void Catalogue::redefineTable(const Table& table) {
     row.bind(2, std::string_view(table.name));
     row.run();
     entries_[toUpper(table.name)].table = std::make_shared<const Table>(table);
-    changed();
+    changed(!table.isTemporary());
 }
 
 void Catalogue::createIndex(const Table& table, const std::string& name,
@@ -414,7 +417,7 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
     store(table.schema(), kindIndex, name, table.name, definition);
     entries_[toUpper(table.name)].indexes[name] = std::move(index);
     ++indexState_;
-    changed();
+    changed(!table.isTemporary());
 }
 
 bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::string>& columns) {
@@ -535,7 +538,7 @@ void Catalogue::createRoutine(const Routine& routine, tsql::DefinitionMode mode)
     entries_[toUpper(routine.name)] = {nullptr, std::make_shared<const Routine>(routine), id, {}};
     // The schema of the file did not change for SQLite; its version is what other programs look at.
     database_.execute("PRAGMA main.schema_version = " + std::to_string(fileSchemaVersion() + 1));
-    changed();
+    changed(true);
 }
 
 void Catalogue::dropRoutine(const Routine& routine) {
@@ -543,7 +546,7 @@ void Catalogue::dropRoutine(const Routine& routine) {
     remove("main", kindOf(routine), name, {});
     entries_.erase(toUpper(name));
     database_.execute("PRAGMA main.schema_version = " + std::to_string(fileSchemaVersion() + 1));
-    changed();
+    changed(true);
 }
 
 std::vector<std::string> Catalogue::temporaryTables() {

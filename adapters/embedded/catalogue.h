@@ -70,7 +70,7 @@ public:
     bool refresh();
 
 private:
-    void changed();
+    void changed(bool inFile);
     void load(const std::string& schema);
     void loadIndexes(const std::string& schema);
     void ensureLoaded();

@@ -8,6 +8,21 @@ namespace {
 
 constexpr std::size_t maximumPlans = 256;
 
+// The number of markers, their types and the text, which so needs no end.
+std::string keyOf(std::string_view text, const std::vector<SqlType>& markers) {
+    std::string key;
+    const auto append = [&key](std::size_t number) {
+        key.append(reinterpret_cast<const char*>(&number), sizeof number);
+    };
+    append(markers.size());
+    for (const SqlType& marker : markers) {
+        append(static_cast<std::size_t>(marker.kind));
+        append(static_cast<std::size_t>(marker.length));
+        append(std::size_t{marker.precision} << 8U | marker.scale);
+    }
+    return key.append(text);
+}
+
 } // namespace
 
 const Program& Compiled::program() const {
@@ -21,10 +36,7 @@ const Program& Compiled::program() const {
 }
 
 std::shared_ptr<Plan> PlanCache::plan(std::string_view text, std::vector<SqlType> markers) {
-    std::string key(text);
-    for (const SqlType& marker : markers) {
-        key += '\0' + typeText(marker);
-    }
+    std::string key = keyOf(text, markers);
     if (const auto found = byKey_.find(key); found != byKey_.end()) {
         plans_.splice(plans_.begin(), plans_, found->second);
         return plans_.front().second;

@@ -46,6 +46,24 @@ ado::Error errorOf(int code, const std::string& message, const std::string& path
     return technical(errorInternal, "Errore interno del database incorporato");
 }
 
+// Between quotes, which are doubled where the text has them.
+std::string enclosed(std::string_view text, char quote) {
+    std::string result;
+    result.reserve(text.size() + 2);
+    result += quote;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t next = text.find(quote, at);
+        const std::size_t end = next == std::string_view::npos ? text.size() : next + 1;
+        result.append(text, at, end - at);
+        if (next != std::string_view::npos) {
+            result += quote;
+        }
+        at = end;
+    }
+    result += quote;
+    return result;
+}
+
 } // namespace
 
 SqliteDatabase::SqliteDatabase(const std::string& path, int flags)
@@ -184,25 +202,11 @@ Stored SqliteStatement::stored(int column) const {
 }
 
 std::string quoteName(std::string_view name) {
-    std::string result = "\"";
-    for (const char c : name) {
-        result += c;
-        if (c == '"') {
-            result += '"';
-        }
-    }
-    return result += '"';
+    return enclosed(name, '"');
 }
 
 std::string quoteText(std::string_view text) {
-    std::string result = "'";
-    for (const char c : text) {
-        result += c;
-        if (c == '\'') {
-            result += '\'';
-        }
-    }
-    return result += '\'';
+    return enclosed(text, '\'');
 }
 
 } // namespace veldran::embedded

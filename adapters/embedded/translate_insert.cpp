@@ -45,6 +45,16 @@ void checkIdentity(const Table& table, const std::vector<std::size_t>& columns, 
     }
 }
 
+// A table that keeps its rows in the order of a key has no place for another one: sorting them first would be
+// for nothing, unless TOP takes the first ones.
+void dropIdleOrder(BoundQuery& query, const Table& target) {
+    const bool taken = std::any_of(query.arms.begin(), query.arms.end(),
+                                   [](const BoundSelect& arm) { return !arm.limit.empty(); });
+    if (target.isClustered() && !taken) {
+        query.orderBy.clear();
+    }
+}
+
 } // namespace
 
 std::vector<std::size_t> Translator::insertColumns(const tsql::InsertStatement& statement,
@@ -159,6 +169,7 @@ Program Translator::writeInsert(const tsql::InsertStatement& statement, const Ta
                    "INSERT da una query con DISTINCT o UNION in una tabella con valori predefiniti "
                    "omessi non è disponibile");
         }
+        dropIdleOrder(bound, target);
         std::vector<SqlType> types;
         std::vector<std::string> names;
         for (const std::size_t column : columns) {

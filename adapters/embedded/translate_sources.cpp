@@ -33,9 +33,11 @@ void Translator::addTable(Scope& scope, std::shared_ptr<const Table> table, cons
     }
     Source source{name, alias, table, {}};
     ++occurrences_;
+    const std::string prefix = quoteName(alias) + ".";
+    source.columns.reserve(table->columns.size());
     for (const Column& column : table->columns) {
         Fragment value;
-        value.sql = quoteName(alias) + "." + quoteName(column.name);
+        value.sql = prefix + quoteName(column.name);
         value.type = column.type;
         value.nullable = column.nullable;
         value.collated = column.type.isText();
