@@ -224,8 +224,9 @@ std::string nullSafeText(const Value& value) {
 }
 
 double nullSafeNumber(const Value& value) {
-    const std::string text = nullSafeText(value);
-    return text.empty() ? 0.0 : value.toDouble();
+    const std::string* text = value.asText();
+    const bool empty = value.isNull() || (text != nullptr && withoutTrailingBlanks(*text).empty());
+    return empty ? 0.0 : value.toDouble();
 }
 
 Value valueOrDefault(const Value& value, const Value& fallback) {

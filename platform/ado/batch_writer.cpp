@@ -172,13 +172,14 @@ void BatchWriter::planInserts(const std::vector<std::size_t>& marked) {
         std::string names;
         std::string markers;
         std::vector<BoundParameter> parameters;
+        parameters.reserve(columns_.size());
         for (const std::size_t column : columns_) {
             const ColumnInfo& info = rows_.columns()[column];
             const Value& value = rows_.value(row, column);
             if (info.identity || (value.isNull() && !info.key)) {
                 continue;
             }
-            names += (names.empty() ? "" : ", ") + quotedName(info.baseColumn);
+            names.append(names.empty() ? "" : ", ").append(quotedName(info.baseColumn));
             markers += markers.empty() ? "?" : ", ?";
             parameters.push_back(parameter(parameters.size(), column, value));
         }

@@ -69,6 +69,11 @@ bool CursorRows::isBeingAdded(std::size_t row) const {
     return state != nullptr && state->edit && state->edit->adding;
 }
 
+bool CursorRows::hasPending() const {
+    return std::any_of(states_.begin(), states_.end(),
+                       [this](const auto& touched) { return isPending(touched.first); });
+}
+
 std::vector<std::size_t> CursorRows::pendingRows() const {
     std::vector<std::size_t> rows;
     for (const auto& [row, state] : states_) {

@@ -37,6 +37,7 @@ public:
     /// nullptr when nobody edits the row.
     Editor editor(std::size_t row) const;
     bool isBeingAdded(std::size_t row) const;
+    bool hasPending() const;
     /// Rows that are pending and that nobody edits, in order.
     std::vector<std::size_t> markedRows() const;
     /// Rows that are pending, in order.

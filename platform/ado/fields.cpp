@@ -8,8 +8,8 @@
 
 namespace veldran::ado {
 
-Value Field::Value() const {
-    return recordset_->fieldValue(column_, false);
+const Value& Field::Value() const {
+    return recordset_->fieldValue(column_);
 }
 
 void Field::Value(veldran::Value value) {
@@ -17,7 +17,7 @@ void Field::Value(veldran::Value value) {
 }
 
 Value Field::OriginalValue() const {
-    return recordset_->fieldValue(column_, true);
+    return recordset_->originalValue(column_);
 }
 
 Field& Fields::operator[](std::string_view name) {
@@ -43,6 +43,7 @@ Field& Fields::operator[](int index) {
 
 void Fields::bind(Recordset& recordset, const std::vector<ColumnInfo>& columns) {
     items_.clear();
+    items_.reserve(columns.size());
     for (std::size_t column = 0; column < columns.size(); ++column) {
         items_.push_back(Field(recordset, columns[column], column));
     }

@@ -22,8 +22,9 @@ public:
     std::uint8_t NumericScale() const { return info_->scale; }
     const ColumnInfo& info() const { return *info_; }
 
+    /// Good until the record or its recordset changes: whoever wants to keep it copies it.
     /// \throws AdoError 3704 when the recordset is closed, 3021 without a current record or on a deleted one.
-    veldran::Value Value() const;
+    const veldran::Value& Value() const;
     /// Begins an edit of the current record unless one is in progress. The value is converted at once to the
     /// column's type: NCHAR is padded with blanks, DECIMAL rounded half away from zero to its scale, integers
     /// half to even. \throws AdoError as the getter; 3251 when the recordset is read-only or the column is an

@@ -128,6 +128,8 @@ public:
     /// \throws AdoError 3704 when closed.
     ado::Fields& Fields();
 
+    /// Whether the filter `adFilterPendingRecords` would show a record. \throws AdoError 3704 when closed.
+    bool HasPendingRecords() const;
     EditModeEnum EditMode() const;
     /// adRecNew, adRecModified, adRecDeleted or adRecUnmodified of the current record.
     /// \throws AdoError 3021 without a current record.
@@ -184,7 +186,8 @@ private:
     void deleteRows(const std::vector<std::size_t>& rows);
     void write(const std::vector<std::size_t>& rows);
     std::vector<std::size_t> affected(AffectEnum affect, const std::vector<std::size_t>& candidates) const;
-    Value fieldValue(std::size_t column, bool original) const;
+    const Value& fieldValue(std::size_t column) const;
+    Value originalValue(std::size_t column) const;
     void setFieldValue(std::size_t column, const Value& value);
 
     /// Runs an operation so that its failure is listed by the connection, too.

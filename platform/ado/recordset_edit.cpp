@@ -8,18 +8,19 @@
 
 namespace veldran::ado {
 
-Value Recordset::fieldValue(std::size_t column, bool original) const {
-    return reported([&] {
+const Value& Recordset::fieldValue(std::size_t column) const {
+    return reported([&]() -> const Value& {
         const std::size_t row = currentRow();
         const CursorRows& rows = view_->rows();
-        if (original) {
-            return rows.original(row, column);
-        }
         if (rows.isRemoved(row)) {
             raise(adErrNoCurrentRecord);
         }
         return rows.value(row, column);
     });
+}
+
+Value Recordset::originalValue(std::size_t column) const {
+    return reported([&] { return view_->rows().original(currentRow(), column); });
 }
 
 void Recordset::setFieldValue(std::size_t column, const Value& value) {
@@ -47,6 +48,13 @@ void Recordset::setFieldValue(std::size_t column, const Value& value) {
 
 bool Recordset::isEditing() const {
     return view_ && place_ == Place::On && view_->rows().editor(row_) == this;
+}
+
+bool Recordset::HasPendingRecords() const {
+    return reported([&] {
+        requireOpen();
+        return view_->rows().hasPending();
+    });
 }
 
 EditModeEnum Recordset::EditMode() const {

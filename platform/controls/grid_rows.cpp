@@ -10,6 +10,20 @@
 
 namespace veldran::controls {
 
+namespace {
+
+/// Of the current record.
+std::vector<Value> valuesOf(const std::vector<const ado::Field*>& fields) {
+    std::vector<Value> values;
+    values.reserve(fields.size());
+    for (const ado::Field* field : fields) {
+        values.push_back(field == nullptr ? Value() : field->Value());
+    }
+    return values;
+}
+
+} // namespace
+
 GridRows::GridRows(ado::Recordset& source) : cursor_(source.Clone(ado::adLockReadOnly)) {
     if (const auto* condition = std::get_if<std::string>(&source.Filter())) {
         cursor_->Filter(*condition);
@@ -18,17 +32,17 @@ GridRows::GridRows(ado::Recordset& source) : cursor_(source.Clone(ado::adLockRea
 
 GridRows::~GridRows() = default;
 
-std::vector<Value> GridRows::read(const std::vector<GridColumn>& columns) {
-    std::vector<Value> values;
-    values.reserve(columns.size());
+std::vector<const ado::Field*> GridRows::fieldsOf(const std::vector<GridColumn>& columns) {
+    std::vector<const ado::Field*> found;
+    found.reserve(columns.size());
+    ado::Fields& fields = cursor_->Fields();
     for (const GridColumn& column : columns) {
-        auto& fields = cursor_->Fields();
         const auto field = std::find_if(fields.begin(), fields.end(), [&](const ado::Field& candidate) {
             return equalsIgnoringAsciiCase(candidate.Name(), column.dataField);
         });
-        values.push_back(field == fields.end() ? Value() : field->Value());
+        found.push_back(field == fields.end() ? nullptr : &*field);
     }
-    return values;
+    return found;
 }
 
 GridDifference GridRows::refresh(const std::vector<GridColumn>& columns, GridRows* before) {
@@ -37,9 +51,11 @@ GridDifference GridRows::refresh(const std::vector<GridColumn>& columns, GridRow
     GridDifference difference;
     difference.sameRows = true;
     if (cursor_->State() == ado::adStateOpen && cursor_->RecordCount() > 0) {
+        const std::vector<const ado::Field*> fields = fieldsOf(columns);
+        rows_.reserve(static_cast<std::size_t>(cursor_->RecordCount()));
         std::size_t next = 0; // rows keep their order: what follows in the record set follows in `known`
         for (cursor_->MoveFirst(); !cursor_->EndOfFile(); cursor_->MoveNext()) {
-            Row row{cursor_->Bookmark(), read(columns), {}, false};
+            Row row{cursor_->Bookmark(), valuesOf(fields), {}, false};
             const auto from = known.begin() + static_cast<std::ptrdiff_t>(next);
             const auto found =
                 std::find_if(from, known.end(), [&](const Row& old) { return old.bookmark == row.bookmark; });
@@ -70,7 +86,7 @@ std::optional<std::size_t> GridRows::refreshRow(const ado::Bookmark& row,
     } catch (const ado::AdoError&) {
         return std::nullopt; // the row has gone since the rows were read
     }
-    std::vector<Value> values = read(columns);
+    std::vector<Value> values = valuesOf(fieldsOf(columns));
     if (values != rows_[*index].values) {
         rows_[*index] = {row, std::move(values), {}, false};
     }

@@ -10,8 +10,9 @@
 #include <vector>
 
 namespace veldran::ado {
+class Field;
 class Recordset;
-}
+} // namespace veldran::ado
 
 namespace veldran::controls {
 
@@ -60,7 +61,8 @@ private:
         bool formatted = false;
     };
 
-    std::vector<Value> read(const std::vector<GridColumn>& columns);
+    /// The field behind each column; nullptr where the record set has none.
+    std::vector<const ado::Field*> fieldsOf(const std::vector<GridColumn>& columns);
 
     std::shared_ptr<ado::Recordset> cursor_; // as Recordset::Clone gives it
     std::vector<Row> rows_;

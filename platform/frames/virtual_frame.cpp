@@ -190,8 +190,8 @@ bool VirtualFrame::IsRecordChanged() const {
 }
 
 int VirtualFrame::pendingRows(bool added) const {
-    if (!isOpen()) {
-        return 0;
+    if (!isOpen() || !recordset_->HasPendingRecords()) {
+        return 0; // asked after every move, and mostly there are none
     }
     int count = 0;
     const auto rows = recordset_->Clone(ado::adLockReadOnly);

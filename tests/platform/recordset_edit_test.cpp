@@ -228,6 +228,25 @@ TEST_F(EditTest, ShowsWhatIsPendingOnRequest) {
     EXPECT_EQ(recordset->RecordCount(), 0);
 }
 
+TEST_F(EditTest, KnowsWithoutFilterWhetherAnythingIsPending) {
+    fill({2, 1});
+    const auto recordset = opened();
+    EXPECT_FALSE(recordset->HasPendingRecords());
+    put(*recordset, "CONTO", "UNO");
+    EXPECT_TRUE(recordset->HasPendingRecords());
+    EXPECT_TRUE(recordset->Clone()->HasPendingRecords());
+    recordset->CancelUpdate();
+    EXPECT_FALSE(recordset->HasPendingRecords());
+    recordset->Delete();
+    EXPECT_TRUE(recordset->HasPendingRecords());
+    recordset->UpdateBatch();
+    EXPECT_FALSE(recordset->HasPendingRecords());
+    recordset->AddNew();
+    EXPECT_TRUE(recordset->HasPendingRecords());
+    recordset->CancelUpdate();
+    EXPECT_FALSE(recordset->HasPendingRecords());
+}
+
 TEST_F(EditTest, CancelBatchReturnsToWhatTheDatabaseHolds) {
     fill({2, 1, 1});
     const auto recordset = opened();
