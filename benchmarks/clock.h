@@ -1,7 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <ctime>
+#include <vector>
 
 namespace veldran::bench {
 
@@ -16,6 +18,18 @@ inline double processorMilliseconds() {
     timespec now{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+/// Pushes out what the processor keeps at hand. A user thinks between two actions, and the machine does other
+/// things meanwhile; and the second of two ways to do one action must not find the database's code and pages
+/// where the first has left them.
+inline void coolDown() {
+    constexpr std::size_t lastCache = std::size_t{64} << 20U;
+    constexpr std::size_t line = 64;
+    static std::vector<unsigned char> memory(lastCache);
+    for (std::size_t at = 0; at < memory.size(); at += line) {
+        ++memory[at];
+    }
 }
 
 template<typename Action>

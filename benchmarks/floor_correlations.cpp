@@ -41,7 +41,7 @@ void FloorCorrelations::list() {
     causali.bind(3, account_);
     listed_.clear();
     while (causali.step()) {
-        listed_.emplace_back(causali.text(0));
+        listed_.push_back({trimmed(causali.text(0)), trimmed(causali.text(1))});
     }
 }
 
@@ -89,14 +89,33 @@ void FloorCorrelations::moveTo(const std::string& causale) {
     Statement& rows = tables_.prepared("SELECT * FROM dettaglio WHERE CAUSALE = ? ORDER BY PROG");
     const StatementUse use(rows);
     rows.bind(1, causale);
-    shown_.clear();
+    rows_.clear();
     while (rows.step()) {
-        shown_.push_back({static_cast<int>(rows.number(2)), rows.number(3), trimmed(rows.text(5))});
+        rows_.push_back({std::string(rows.text(0)), rows.number(1), rows.number(2), rows.number(3),
+                         rows.number(4), std::string(rows.text(5)), rows.number(6), std::string(rows.text(7)),
+                         std::string(rows.text(8)), std::string(rows.text(9))});
     }
+}
+
+CorrelationRows FloorCorrelations::shown() const {
+    CorrelationRows shown;
+    for (const Row& row : rows_) {
+        shown.push_back({static_cast<int>(row.sign), row.hundredths, trimmed(row.account)});
+    }
+    return shown;
+}
+
+std::vector<std::string> FloorCorrelations::listed() const {
+    std::vector<std::string> codes;
+    for (const Causale& causale : listed_) {
+        codes.push_back(causale.code);
+    }
+    return codes;
 }
 
 void FloorCorrelations::save(const std::string& causale, const CorrelationRows& keyed) {
     run("BEGIN");
+    rows_.clear();
     std::int64_t number = 0;
     for (const CorrelationRow& row : keyed) {
         Statement& insert =
@@ -113,6 +132,16 @@ void FloorCorrelations::save(const std::string& causale, const CorrelationRows& 
         insert.bindNull(8);
         insert.bind(row.sign == 2 ? 7 : 8, code);
         insert.run();
+        rows_.push_back({causale,
+                         number,
+                         row.sign,
+                         row.hundredths,
+                         chartgen::syntheticCostChart,
+                         code,
+                         0,
+                         {},
+                         row.sign == 2 ? code : std::string(),
+                         row.sign == 2 ? std::string() : code});
     }
     run("COMMIT");
     run("INSERT INTO testata VALUES (?)", causale);
@@ -126,10 +155,9 @@ void FloorCorrelations::save(const std::string& causale, const CorrelationRows& 
         "PERCENTUALE FROM dettaglio WHERE CAUSALE = ?4",
         std::int64_t{company}, std::int64_t{chartCode}, account_, causale);
     run("COMMIT");
-    listed_.push_back(causale);
+    listed_.push_back({causale, "Causale " + causale});
     headers_.push_back(causale);
     current_ = causale;
-    shown_ = keyed;
 }
 
 void FloorCorrelations::copyCausale(const std::string& from, const std::string& onto, bool replaced) {

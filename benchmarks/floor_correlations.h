@@ -21,10 +21,27 @@ public:
     bool leave();
     void copyAccount(const std::string& from, const std::string& onto);
 
-    const CorrelationRows& shown() const { return shown_; }
-    const std::vector<std::string>& listed() const { return listed_; }
+    CorrelationRows shown() const;
+    std::vector<std::string> listed() const;
 
 private:
+    // The screen's rows have every column of their query, and so have these.
+    struct Causale {
+        std::string code;
+        std::string description;
+    };
+    struct Row {
+        std::string causale;
+        std::int64_t number;
+        std::int64_t sign;
+        std::int64_t hundredths;
+        std::int64_t chart;
+        std::string account;
+        std::int64_t itemChart;
+        std::string item;
+        std::string origin;
+        std::string destination;
+    };
     void fill();
     void list();
     template<typename... Values>
@@ -34,8 +51,8 @@ private:
     std::string account_;
     std::string current_;
     bool created_ = false;
-    CorrelationRows shown_;
-    std::vector<std::string> listed_;
+    std::vector<Row> rows_;
+    std::vector<Causale> listed_;
     std::vector<std::string> headers_;
 };
 

@@ -32,12 +32,17 @@ public:
 private:
     using Action = std::function<void(Subject&)>;
 
+    /// Each way to do an action begins alike, whichever comes first.
+    static Cost coolCostOf(const std::function<void()>& action) {
+        coolDown();
+        return costOf(action);
+    }
     /// Runs an action both ways, lets `verify` look, and only then counts what it cost.
     void both(
         const std::string& scenario, const Action& action, const std::function<void()>& verify = [] {}) {
         doing_ = scenario;
-        const Cost screen = costOf([&] { action(*screen_); });
-        const Cost floor = costOf([&] { action(*floor_); });
+        const Cost screen = coolCostOf([&] { action(*screen_); });
+        const Cost floor = coolCostOf([&] { action(*floor_); });
         verify();
         results_.add(kind_, scenario, screen, floor);
     }
@@ -109,8 +114,8 @@ private:
     void expandAt(const Place& place, const std::string& scenario) {
         doing_ = scenario;
         prepare([&](Subject& s) { s.aim(place); });
-        const Cost screen = costOf([&] { screen_->expand(); });
-        const Cost floor = costOf([&] { floor_->expand(); });
+        const Cost screen = coolCostOf([&] { screen_->expand(); });
+        const Cost floor = coolCostOf([&] { floor_->expand(); });
         const TreeRows shown = same([](Subject& s) { return s.children(); }, "a level");
         require(!shown.empty(), "the number of children");
         const bool widest = place.code == file_.branch.back().code;
@@ -134,7 +139,7 @@ private:
         // By hand there is nothing to do but to turn a mark.
         const TreeRows before = screen_->children();
         doing_ = "collapse and expand again";
-        const Cost again = costOf([&] {
+        const Cost again = coolCostOf([&] {
             screen_->collapse();
             screen_->expand();
         });
