@@ -4,6 +4,7 @@
 #include "benchmarks/sqlite_text.h"
 #include "database/generator/embedded_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <map>
@@ -148,6 +149,15 @@ void generate(const std::string& path, const ChartKind& kind) {
     fs::rename(aside, path);
 }
 
+// A chart file keeps the schema and the routines that it was made with.
+bool isOlderThanScripts(const std::string& path) {
+    const auto made = fs::last_write_time(path);
+    const auto entries = fs::directory_iterator(VELDRAN_DATABASE_DIR);
+    return std::any_of(fs::begin(entries), fs::end(entries), [&](const fs::directory_entry& entry) {
+        return entry.path().extension() == ".sql" && entry.last_write_time() > made;
+    });
+}
+
 } // namespace
 
 CorrelationRows sixRows() {
@@ -166,7 +176,7 @@ const ChartFile& chartFile(const ChartKind& kind) {
     const std::string path = std::string(VELDRAN_BENCH_DIR) + "/charts/chart-" +
                              std::to_string(kind.accounts) + "-" + std::to_string(kind.levels) +
                              (kind.wide > 0 ? "-" + std::to_string(kind.wide) : "") + ".vdb";
-    if (!fs::exists(path)) {
+    if (!fs::exists(path) || isOlderThanScripts(path)) {
         generate(path, kind);
     }
     return known.emplace(kind, describe(path, kind)).first->second;
