@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -68,18 +69,35 @@ void registerRounds(const Options& options, Results& results) {
     }
 }
 
+/// The command line, which fills `options`.
+std::unique_ptr<CLI::App> commandLine(Options& options) {
+    auto app = std::make_unique<CLI::App>(
+        "Every action of the screen, measured beside the same work by hand on SQLite.", "bench");
+    app->add_option("--sizes", options.sizes, "Accounts of the charts")
+        ->delimiter(',')
+        ->capture_default_str();
+    app->add_option("--levels", options.levels, "Levels of the charts")
+        ->delimiter(',')
+        ->capture_default_str();
+    app->add_option("--rounds", options.rounds, "Rounds on each chart; 0 lets the size decide");
+    app->add_flag("--quick", options.quick, "One round on each chart");
+    app->add_option("--folder", options.folder, "Where the table and the picture are left");
+    return app;
+}
+
+/// What the benchmark library shows instead of its own help.
+void printHelp() {
+    Options options;
+    std::fputs(commandLine(options)->help().c_str(), stdout);
+}
+
 Options read(int argc, char** argv) {
     Options options;
-    CLI::App app("Every action of the screen, measured beside the same work by hand on SQLite.");
-    app.add_option("--sizes", options.sizes, "Accounts of the charts")->delimiter(',')->capture_default_str();
-    app.add_option("--levels", options.levels, "Levels of the charts")->delimiter(',')->capture_default_str();
-    app.add_option("--rounds", options.rounds, "Rounds on each chart; 0 lets the size decide");
-    app.add_flag("--quick", options.quick, "One round on each chart");
-    app.add_option("--folder", options.folder, "Where the table and the picture are left");
+    const std::unique_ptr<CLI::App> app = commandLine(options);
     try {
-        app.parse(argc, argv);
+        app->parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        std::exit(app.exit(error));
+        std::exit(app->exit(error));
     }
     return options;
 }
@@ -90,7 +108,7 @@ Options read(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace veldran::bench;
-    benchmark::Initialize(&argc, argv);
+    benchmark::Initialize(&argc, argv, printHelp);
     const Options options = read(argc, argv);
     Results results;
     registerRounds(options, results);
