@@ -38,16 +38,6 @@ protected:
     }
 
     std::string emitted(const std::string& text) { return session_->explain(text, {}); }
-    std::vector<std::string> built(const std::string& table) {
-        SqliteStatement names = session_->state().database().prepare(
-            "SELECT name FROM temp.sqlite_master WHERE type = 'index' AND tbl_name = '" + table +
-            "' AND sql IS NOT NULL ORDER BY 1");
-        std::vector<std::string> result;
-        while (names.step()) {
-            result.emplace_back(names.text(0));
-        }
-        return result;
-    }
 };
 
 using Names = std::vector<std::string>;
@@ -65,11 +55,11 @@ TEST_F(ImpliedConditions, ACodeOfACopyIsSoughtInTheIndexOfItsOriginal) {
     EXPECT_EQ(
         rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND PADRE = '0100' AND NATURA = 1 ORDER BY INDICE"),
         (Rows{{"2"}, {"3"}}));
-    EXPECT_EQ(built("#S"), Names{});
+    EXPECT_EQ(builtIndexes("#S"), Names{});
 }
 
 TEST_F(ImpliedConditions, TheIndexesOfTheOriginalAreBuiltWithItsFirstCopy) {
-    EXPECT_EQ(built("#T"), (Names{"#T.PER_CONTO", "#T.PER_PADRE"}));
+    EXPECT_EQ(builtIndexes("#T"), (Names{"PER_CONTO", "PER_PADRE"}));
 }
 
 TEST_F(ImpliedConditions, ABeginningOfACodeIsSoughtBehindANumberThatNobodyNames) {
@@ -137,13 +127,13 @@ TEST_F(ImpliedConditions, AColumnOfAnotherTypeInTheCopyIsSoughtThere) {
 
 TEST_F(ImpliedConditions, AFlagBetweenTheColumnsOfAnIndexIsSteppedOver) {
     EXPECT_EQ(cell("SELECT COUNT(*) FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND ATTIVO = 0"), "0");
-    EXPECT_EQ(built("#S"), Names{"#S.PER_RADICE"}) << "the one that goes on with a code";
+    EXPECT_EQ(builtIndexes("#S"), Names{"PER_RADICE"}) << "the one that goes on with a code";
     const std::string text = "SELECT INDICE FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND RADICE = '0200'";
     EXPECT_EQ(emitted(text),
               "SELECT \"#S\".\"INDICE\" FROM temp.\"#S\" WHERE \"#S\".\"NATURA\" = 2 AND "
               "\"#S\".\"ANALITICO\" = 1 AND \"#S\".\"RADICE\" = '0200' AND \"#S\".\"ATTIVO\" IN (0, 1)");
     EXPECT_EQ(rows(text), Rows{{"5"}});
-    EXPECT_EQ(built("#S"), Names{"#S.PER_RADICE"});
+    EXPECT_EQ(builtIndexes("#S"), Names{"PER_RADICE"});
 }
 
 TEST_F(ImpliedConditions, AFlagThatMayBeNullIsNot) {

@@ -71,6 +71,20 @@ SessionTest::SessionTest() {
     session_ = anotherSession();
 }
 
+std::vector<std::string> SessionTest::builtIndexes(const std::string& table) {
+    const std::string prefix = table + ".";
+    SqliteStatement names =
+        session_->state().database().prepare("SELECT substr(name, ?1) FROM temp.sqlite_master WHERE type = "
+                                             "'index' AND substr(name, 1, ?1 - 1) = ?2 ORDER BY 1");
+    names.bind(1, static_cast<std::int64_t>(prefix.size()) + 1);
+    names.bind(2, std::string_view(prefix));
+    std::vector<std::string> result;
+    while (names.step()) {
+        result.emplace_back(names.text(0));
+    }
+    return result;
+}
+
 std::unique_ptr<EmbeddedSession> SessionTest::anotherSession(const std::string& more) {
     return std::make_unique<EmbeddedSession>(
         openDatabase(parseConnectionString(connectionString(path(), more))));

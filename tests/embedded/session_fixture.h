@@ -63,6 +63,8 @@ protected:
     std::string cell(const std::string& text, const std::vector<ado::BoundParameter>& parameters = {});
     std::int64_t affected(const std::string& text, const std::vector<ado::BoundParameter>& parameters = {});
     ado::Error error(const std::string& text, const std::vector<ado::BoundParameter>& parameters = {});
+    /// The indexes of a working table that SQLite has, by name.
+    std::vector<std::string> builtIndexes(const std::string& table);
     std::unique_ptr<EmbeddedSession> anotherSession(const std::string& more = {});
     std::string path() const { return directory_.file("prova.vdb"); }
 

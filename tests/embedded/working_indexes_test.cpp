@@ -14,16 +14,7 @@ protected:
              "INSERT INTO #C VALUES (1, 0, '0101'), (2, 1, '0201'), (2, 0, '0202')"});
     }
 
-    std::vector<std::string> built() {
-        SqliteStatement names =
-            session_->state().database().prepare("SELECT substr(name, 4) FROM temp.sqlite_master WHERE type "
-                                                 "= 'index' AND name LIKE '#C.%' ORDER BY 1");
-        std::vector<std::string> result;
-        while (names.step()) {
-            result.emplace_back(names.text(0));
-        }
-        return result;
-    }
+    std::vector<std::string> built() { return builtIndexes("#C"); }
 };
 
 using Names = std::vector<std::string>;
