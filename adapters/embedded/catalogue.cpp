@@ -411,8 +411,7 @@ void Catalogue::createIndex(const Table& table, const std::string& name,
     if (table.isTemporary() && !unique) {
         definition += "\t" + index.pending;
     } else {
-        database_.execute(index.pending);
-        index.pending.clear();
+        build(index);
     }
     store(table.schema(), kindIndex, name, table.name, definition);
     entries_[toUpper(table.name)].indexes[name] = std::move(index);
@@ -429,8 +428,7 @@ bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::str
     Entry& entry = found->second;
     const std::vector<TableIndex*> wanted = indexesToBuild(entry.indexes, *entry.table, columns);
     for (TableIndex* index : wanted) {
-        database_.execute(index->pending);
-        index->pending.clear();
+        build(*index);
     }
     const auto code = codeWithoutIndex(entry.indexes, *entry.table, columns);
     // Looking through the table once costs less than an index of it, looking twice does not.
@@ -449,35 +447,28 @@ bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::str
     return !code || again;
 }
 
-void Catalogue::buildIndexes(const std::string& name) {
-    ensureLoaded();
-    const auto found = entries_.find(toUpper(name));
+void Catalogue::buildIndexes(const Table& table) {
     bool built = false;
-    for (auto& [indexName, index] : found->second.indexes) {
-        if (!index.pending.empty()) {
-            database_.execute(index.pending);
-            index.pending.clear();
-            built = true;
-        }
+    for (auto& [name, index] : entries_[toUpper(table.name)].indexes) {
+        built = build(index) || built;
     }
     if (built) {
-        weighIndexes(*found->second.table);
+        weighIndexes(table);
     }
 }
 
-std::vector<std::string> Catalogue::indexedColumns(const Table& table, const SearchedColumns& searched) {
-    ensureLoaded();
-    const auto found = entries_.find(toUpper(table.name));
-    return found == entries_.end() ? std::vector<std::string>()
-                                   : embedded::indexedColumns(found->second.indexes, table, searched);
+bool Catalogue::build(TableIndex& index) {
+    if (index.pending.empty()) {
+        return false;
+    }
+    database_.execute(index.pending);
+    index.pending.clear();
+    return true;
 }
 
-std::vector<std::string> Catalogue::flagsBetween(const Table& table,
-                                                 const std::vector<std::string>& columns) {
+const TableIndexes& Catalogue::indexesOf(const Table& table) {
     ensureLoaded();
-    const auto found = entries_.find(toUpper(table.name));
-    return found == entries_.end() ? std::vector<std::string>()
-                                   : embedded::flagsBetween(found->second.indexes, table, columns);
+    return entries_[toUpper(table.name)].indexes;
 }
 
 // Without being told, SQLite takes an index of flags for as good as one of codes. A look at some hundred

@@ -48,13 +48,10 @@ public:
     /// of the catalogue's own for a code that none finds, the second time it is looked for. \return false
     /// when the next time may build more, although `indexState` is the same
     bool buildIndexes(const std::string& table, const std::vector<std::string>& columns);
-    /// Builds what was put off for the table: copies of it are to be found by its indexes.
-    void buildIndexes(const std::string& table);
-    /// Those of the columns that an index of the working table finds rows by; empty when none does.
-    std::vector<std::string> indexedColumns(const Table& table, const SearchedColumns& searched);
-    /// Flags that stand between the columns in an index of the working table that goes on with a code of
-    /// them.
-    std::vector<std::string> flagsBetween(const Table& table, const std::vector<std::string>& columns);
+    /// Builds what was put off for the working table: copies of it are to be found by its indexes.
+    void buildIndexes(const Table& table);
+    /// Of a table that is there.
+    const TableIndexes& indexesOf(const Table& table);
     /// Grows with every index that comes or goes.
     std::uint64_t indexState() const { return indexState_; }
     void createRoutine(const Routine& routine, tsql::DefinitionMode mode);
@@ -74,6 +71,7 @@ private:
     void load(const std::string& schema);
     void loadIndexes(const std::string& schema);
     void ensureLoaded();
+    bool build(TableIndex& index); ///< false when it is there already
     void weighIndexes(const Table& table);
     std::int64_t store(const std::string& schema, std::string_view kind, std::string_view name,
                        std::string_view parent, std::string_view definition);

@@ -244,7 +244,7 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
     scope.complete();
     if (into.fill.copies) {
         session_.rowCopies().copied(*into.fill.copies, rows, true);
-        session_.catalogue().buildIndexes(into.fill.copies->from);
+        session_.catalogue().buildIndexes(*session_.catalogue().table({{}, {into.fill.copies->from}}));
     }
     noteWorkingTable(into.table);
     counted(rows);

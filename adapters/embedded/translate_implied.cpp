@@ -60,8 +60,9 @@ std::optional<Condition> Translator::soughtInOriginal(const Condition& where, co
                 (test->equality ? searched.equal : searched.ranged).push_back(test->column->name);
             }
         }
-        columns = context_.catalogue.indexedColumns(*original, searched);
-        if (columns.empty() && context_.catalogue.indexedColumns(*source.table, own).empty()) {
+        columns = indexedColumns(context_.catalogue.indexesOf(*original), *original, searched);
+        if (columns.empty() &&
+            indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own).empty()) {
             columns = searchedCode(*original, searched); // then an index of the original is worth making
         }
         if (!columns.empty()) {
@@ -84,7 +85,7 @@ Condition Translator::searchIn(const Table& original, const Source& source,
         sought += (sought.empty() ? "" : " AND ") + test->before + alias + "." +
                   quoteName(test->column->name) + test->after;
     }
-    for (const std::string& flag : context_.catalogue.flagsBetween(original, columns)) {
+    for (const std::string& flag : flagsBetween(context_.catalogue.indexesOf(original), original, columns)) {
         sought += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
     }
     for (const std::string& column : columns) {
@@ -127,7 +128,8 @@ std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const 
             continue;
         }
         std::string flags;
-        for (const std::string& flag : context_.catalogue.flagsBetween(*select.onlyTable, equal)) {
+        for (const std::string& flag :
+             flagsBetween(context_.catalogue.indexesOf(*select.onlyTable), *select.onlyTable, equal)) {
             flags += select.onlyAlias + "." + quoteName(flag) + ", ";
         }
         ColumnTest among = test;
@@ -154,7 +156,8 @@ std::optional<Condition> Translator::flagsSteppedOver(const Condition& where, co
         }
     }
     std::vector<Condition> conditions;
-    for (const std::string& name : context_.catalogue.flagsBetween(*source.table, equal)) {
+    for (const std::string& name :
+         flagsBetween(context_.catalogue.indexesOf(*source.table), *source.table, equal)) {
         const Fragment& flag = source.columns[*source.table->indexOf(name)].value;
         const SeekFrame frame(*this);
         noteSought(flag);
