@@ -215,8 +215,15 @@ void TreeView::showAppended(TreeNode& owner) {
 }
 
 void TreeView::showAllAppended() {
-    for (TreeNode* owner : std::exchange(pending_, {})) {
-        showAppended(*owner);
+    const std::vector<TreeNode*> owners = std::exchange(pending_, {});
+    for (auto at = owners.begin(); at != owners.end(); ++at) {
+        try {
+            showAppended(**at);
+        } catch (...) {
+            const bool shown = (*at)->ShownChildren() == (*at)->Children();
+            pending_.insert(pending_.begin(), shown ? at + 1 : at, owners.end());
+            throw;
+        }
     }
 }
 
@@ -227,13 +234,31 @@ void TreeView::lockRedraw() {
     ++locks_;
 }
 
-void TreeView::unlockRedraw() noexcept {
+void TreeView::unlockRedraw() {
     if (--locks_ != 0) {
         return;
     }
-    showAllAppended();
-    if (observer_ != nullptr) {
-        observer_->redrawLocked(false);
+    const auto paint = [this] {
+        if (observer_ != nullptr) {
+            observer_->redrawLocked(false);
+        }
+    };
+    try {
+        showAllAppended();
+    } catch (...) {
+        paint();
+        throw;
+    }
+    paint();
+}
+
+TreeRedrawLock::~TreeRedrawLock() noexcept(false) {
+    try {
+        tree_.unlockRedraw();
+    } catch (...) {
+        if (std::uncaught_exceptions() == errors_) {
+            throw;
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/controls/tree_node.h"
 
+#include <exception>
 #include <functional>
 
 namespace veldran::controls {
@@ -23,7 +24,8 @@ struct TreeHit {
 };
 
 /// What a view of the tree is told. Additions are told once per parent when the redraw lock is released,
-/// removals at once, so that a view never holds a node that is gone.
+/// removals at once, so that a view never holds a node that is gone. What a view throws reaches whoever
+/// changed the tree or held the lock; children that it failed to show stay due.
 class TreeViewObserver {
 public:
     virtual ~TreeViewObserver() = default;
@@ -106,7 +108,7 @@ private:
     void forgetBelow(const TreeNode* node); ///< nullptr: every node
     void dropNodes();
     void lockRedraw();
-    void unlockRedraw() noexcept;
+    void unlockRedraw();
 
     TreeNode root_; ///< never shown; parent of the roots
     TreeNode* selected_ = nullptr;
@@ -117,16 +119,18 @@ private:
     std::shared_ptr<std::vector<NodeWatch*>> watches_; // shared with the watches, which may outlive the tree
 };
 
-/// Holds back the tree's painting while it lives.
+/// Holds back the tree's painting while it lives. Its end throws what the view throws while it shows the
+/// additions, unless the lock ends because of another error, which then is the one to be reported.
 class TreeRedrawLock {
 public:
     explicit TreeRedrawLock(TreeView& tree) : tree_(tree) { tree_.lockRedraw(); }
-    ~TreeRedrawLock() { tree_.unlockRedraw(); }
+    ~TreeRedrawLock() noexcept(false);
     TreeRedrawLock(const TreeRedrawLock&) = delete;
     TreeRedrawLock& operator=(const TreeRedrawLock&) = delete;
 
 private:
     TreeView& tree_;
+    int errors_ = std::uncaught_exceptions(); ///< on their way when the lock began
 };
 
 } // namespace veldran::controls

@@ -68,6 +68,53 @@ TEST_F(TreeObserver, ThatFailsToHoldItsPaintingBackLeavesNoLock) {
     EXPECT_EQ(seen.lines, Lines{"append - 0 1"}) << "shown at once";
 }
 
+/// A view that fails the first time it is told of an addition.
+class FailingOnce final : public Recorder {
+public:
+    using Recorder::Recorder;
+    void beforeAppend(TreeNode* parent, int first, int count) override {
+        if (!std::exchange(failed_, true)) {
+            throw std::runtime_error("broken view");
+        }
+        Recorder::beforeAppend(parent, first, count);
+    }
+
+private:
+    bool failed_ = false;
+};
+
+TEST_F(TreeObserver, ThatFailsToShowAdditionsFailsTheEndOfTheLockAndIsToldOfThemAtTheNext) {
+    TreeNode& first = tree.Add(nullptr, "r");
+    TreeNode& second = tree.Add(nullptr, "s");
+    FailingOnce failing{tree};
+    tree.SetObserver(&failing);
+    const auto add = [&] {
+        const TreeRedrawLock lock(tree);
+        tree.Add(&first, "a");
+        tree.Add(&second, "b");
+    };
+    EXPECT_THROW(add(), std::runtime_error);
+    EXPECT_EQ(failing.lines, (Lines{"lock", "unlock"})) << "painting goes on";
+    failing.lines.clear();
+    add();
+    EXPECT_EQ(failing.lines, (Lines{"lock", "append r 0 2", "append s 0 2", "unlock"}));
+    tree.SetObserver(nullptr);
+}
+
+TEST_F(TreeObserver, ThatFailsAtTheEndOfALockLeavesTheErrorThatEndedItAsItWas) {
+    FailingOnce failing{tree};
+    tree.SetObserver(&failing);
+    try {
+        const TreeRedrawLock lock(tree);
+        tree.Add(nullptr, "r");
+        throw std::logic_error("a statement failed");
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "a statement failed");
+    }
+    EXPECT_EQ(failing.lines, (Lines{"lock", "unlock"}));
+    tree.SetObserver(nullptr);
+}
+
 TEST_F(TreeObserver, IsToldEachAdditionAtOnceWithoutALock) {
     TreeNode& root = tree.Add(nullptr, "r");
     tree.Add(&root, "a");

@@ -277,6 +277,8 @@ INSTANTIATE_TEST_SUITE_P(
                    }},
         BrokenTree{"TRW_CONTI_Expand", BrokenTreeView::Locked, "",
                    [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
+        BrokenTree{"TRW_CONTI_Expand", BrokenTreeView::Appended, "*P0101000000*",
+                   [](const ScreenUser& user) { user.expand(user.node("*P0101000000*")); }},
         BrokenTree{"TRW_CONTI_Collapse", BrokenTreeView::Locked, "",
                    [](const ScreenUser& user) { user.collapse(user.node("*P0102030000*")); }},
         BrokenTree{"TRW_CONTI_NodeCheck", BrokenTreeView::Locked, "",
@@ -284,7 +286,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& testCase) {
         std::string name = testCase.param.label;
         std::erase(name, ':');
-        return name;
+        return testCase.param.change == BrokenTreeView::Appended ? name + "WhichShowsWhatItLoaded" : name;
     });
 
 } // namespace
