@@ -1,38 +1,28 @@
 #include "adapters/markers/marker_resolving_driver.h"
 
+#include "platform/ado/forwarding_session.h"
+
 namespace veldran {
 
 namespace {
 
-class MarkerSession : public ado::Session {
+class MarkerSession final : public ado::ForwardingSession {
 public:
     MarkerSession(std::shared_ptr<ado::Driver> driver, std::unique_ptr<ado::Session> inner,
                   const std::vector<Marker>& markers)
-        : driver_(std::move(driver)), inner_(std::move(inner)), markers_(markers) {}
+        : ForwardingSession(std::move(driver), std::move(inner)), markers_(markers) {}
 
     ado::StatementResult execute(std::string_view text, std::span<const ado::BoundParameter> parameters,
                                  const ado::ExecuteSettings& settings) override {
-        return inner_->execute(resolveMarkers(text, markers_), parameters, settings);
+        return ForwardingSession::execute(resolveMarkers(text, markers_), parameters, settings);
     }
     // Prepared once, the text keeps the values that the markers had then.
     std::unique_ptr<ado::PreparedStatement> prepare(std::string_view text,
                                                     std::span<const ado::ParameterInfo> parameters) override {
-        return inner_->prepare(resolveMarkers(text, markers_), parameters);
+        return ForwardingSession::prepare(resolveMarkers(text, markers_), parameters);
     }
-    std::vector<ado::ParameterInfo> describeProcedure(std::string_view name) override {
-        return inner_->describeProcedure(name);
-    }
-    ado::StatementResult callProcedure(std::string_view name, std::span<const ado::BoundParameter> parameters,
-                                       const ado::ExecuteSettings& settings) override {
-        return inner_->callProcedure(name, parameters, settings);
-    }
-    void begin() override { inner_->begin(); }
-    void commit() override { inner_->commit(); }
-    void rollback() override { inner_->rollback(); }
 
 private:
-    std::shared_ptr<ado::Driver> driver_; // shared with the resolving driver, which may go first
-    std::unique_ptr<ado::Session> inner_;
     std::vector<Marker> markers_;
 };
 

@@ -1,6 +1,7 @@
 #include "tests/odbc/postgres_dialect.h"
 
 #include "adapters/tsql/lexer.h"
+#include "platform/ado/forwarding_session.h"
 #include "platform/text.h"
 
 #include <map>
@@ -114,33 +115,18 @@ private:
     std::size_t at_ = 0;
 };
 
-class PostgresDialectSession : public ado::Session {
+class PostgresDialectSession final : public ado::ForwardingSession {
 public:
-    PostgresDialectSession(std::shared_ptr<ado::Driver> driver, std::unique_ptr<ado::Session> inner)
-        : driver_(std::move(driver)), inner_(std::move(inner)) {}
+    using ForwardingSession::ForwardingSession;
 
     ado::StatementResult execute(std::string_view text, std::span<const ado::BoundParameter> parameters,
                                  const ado::ExecuteSettings& settings) override {
-        return inner_->execute(inPostgresDialect(text), parameters, settings);
+        return ForwardingSession::execute(inPostgresDialect(text), parameters, settings);
     }
     std::unique_ptr<ado::PreparedStatement> prepare(std::string_view text,
                                                     std::span<const ado::ParameterInfo> parameters) override {
-        return inner_->prepare(inPostgresDialect(text), parameters);
+        return ForwardingSession::prepare(inPostgresDialect(text), parameters);
     }
-    std::vector<ado::ParameterInfo> describeProcedure(std::string_view name) override {
-        return inner_->describeProcedure(name);
-    }
-    ado::StatementResult callProcedure(std::string_view name, std::span<const ado::BoundParameter> parameters,
-                                       const ado::ExecuteSettings& settings) override {
-        return inner_->callProcedure(name, parameters, settings);
-    }
-    void begin() override { inner_->begin(); }
-    void commit() override { inner_->commit(); }
-    void rollback() override { inner_->rollback(); }
-
-private:
-    std::shared_ptr<ado::Driver> driver_;
-    std::unique_ptr<ado::Session> inner_;
 };
 
 } // namespace
