@@ -243,9 +243,7 @@ TEST_F(AnalyticFields, RestrictWhatIsTypedButNotWhatIsStored) {
     EXPECT_EQ(shown[0].tipologie, std::nullopt);
     EXPECT_EQ(shown[0].restriction, "");
     forgetRequests();
-    e().account().SetFocus();
-    e().account().TypeFromView("cdcpro0020");
-    e().account().LeaveFromView();
+    keyInto(e().account(), "cdcpro0020");
     const auto typed = decoded(services::LookupKind::ContiCoin);
     ASSERT_FALSE(typed.empty());
     EXPECT_TRUE(typed.back().entered);
@@ -260,9 +258,7 @@ TEST_F(AnalyticFields, OfCostItemsAreNotRestricted) {
     e().clickRow(1);
     screen->forget();
     e().item().LookupFromView();
-    e().item().SetFocus();
-    e().item().TypeFromView("SERTRA");
-    e().item().LeaveFromView();
+    keyInto(e().item(), "SERTRA");
     ASSERT_EQ(lookups().lists.size(), 1U);
     EXPECT_EQ(lookups().lists[0].kind, services::LookupKind::VociDiSpesa);
     EXPECT_EQ(lookups().lists[0].pdc, 201);
@@ -386,9 +382,7 @@ TEST_F(AnalyticFields, RefuseARowWhoseAccountWasLookedUpInVain) {
     enter(withStored());
     e().clickCausale("ACQ");
     e().clickRow(1);
-    e().account().SetFocus();
-    e().account().TypeFromView("ZZZ");
-    e().account().LeaveFromView();
+    keyInto(e().account(), "ZZZ");
     EXPECT_FALSE(e().save());
     ASSERT_EQ(messages().boxes.size(), 1U);
     EXPECT_EQ(messages().boxes[0].text,
@@ -409,9 +403,7 @@ TEST_F(AnalyticFields, RefuseARowWhoseCostItemWasLookedUpInVain) {
     enter(withStored());
     e().clickCausale("ACQ");
     e().clickRow(1);
-    e().item().SetFocus();
-    e().item().TypeFromView("ZZZ");
-    e().item().LeaveFromView();
+    keyInto(e().item(), "ZZZ");
     EXPECT_FALSE(e().save());
     ASSERT_EQ(messages().boxes.size(), 1U);
     EXPECT_EQ(messages().boxes[0].text, "La voce di spesa indicata non esiste.");
@@ -423,13 +415,9 @@ TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowsThatHaveIt) {
     enter(withStored({{"2", "100.00", "GONE"}, {"1", "100.00", "CDCPRO0010"}}));
     e().clickCausale("ACQ");
     e().clickRow(0);
-    e().account().SetFocus();
-    e().account().TypeFromView("GONE");
-    e().account().LeaveFromView();
+    keyInto(e().account(), "GONE");
     EXPECT_TRUE(e().account().IsUnknownItem());
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("90");
-    e().percentage().LeaveFromView();
+    keyInto(e().percentage(), "90");
     EXPECT_TRUE(e().save());
     EXPECT_TRUE(messages().boxes.empty());
     EXPECT_EQ(e().stored("ACQ")[0].percentage, "90.00");
@@ -440,9 +428,7 @@ TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowThatItsRowWasMovedT
     e().clickCausale("ACQ");
     e().clickRow(0);
     e().control<controls::Button>("CMD_GIU").ClickFromView();
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("90");
-    e().percentage().LeaveFromView();
+    keyInto(e().percentage(), "90");
     EXPECT_TRUE(e().save());
     EXPECT_TRUE(messages().boxes.empty());
     EXPECT_EQ(e().stored("ACQ"), (Rows{{"1", "100.00", "CDCPRO0010"}, {"2", "90.00", "GONE"}}));

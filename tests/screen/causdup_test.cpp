@@ -1,6 +1,7 @@
 // The dialog that asks for the destination of a duplication, by its own properties and events.
 #include "causali/frmci_causdup.h"
 #include "tests/support/host_fakes.h"
+#include "tests/support/screen_user.h"
 
 #include <gtest/gtest.h>
 
@@ -22,11 +23,7 @@ protected:
         dialog->CodiceDitta("7");
         dialog->Load();
     }
-    void type(const std::string& code) {
-        dialog->TXT_CAUSALE.SetFocus();
-        dialog->TXT_CAUSALE.TypeFromView(code);
-        dialog->TXT_CAUSALE.LeaveFromView();
-    }
+    void type(const std::string& code) { keyInto(dialog->TXT_CAUSALE, code); }
     void expectNothingConfirmed() {
         EXPECT_FALSE(dialog->IsValid());
         EXPECT_EQ(dialog->Causale(), "");

@@ -56,10 +56,7 @@ std::string Clipboard::highlighted() {
 }
 
 void Clipboard::change(std::size_t row, const std::string& percentage) {
-    e().clickRow(row);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView(percentage);
-    e().percentage().LeaveFromView();
+    e().changePercentage(row, percentage);
     e().list().SetFocus();
 }
 

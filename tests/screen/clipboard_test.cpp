@@ -176,10 +176,7 @@ TEST_F(Clipboard, PastesTheRememberedCausaleOfTheAccountThatIsEditedNow) {
 TEST_F(Clipboard, SettlesPendingEditsBeforeItCopies) {
     e().enter(a);
     e().clickCausale("ACQ");
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("10");
-    e().percentage().LeaveFromView();
+    e().changePercentage(1, "10");
     messages().answers = {services::answerCancel};
     e().list().SetFocus();
     e().list().KeyDownFromView(copyKey, controls::shiftCtrl);

@@ -268,10 +268,7 @@ private:
         if (percentage == stored || percentage == model_.rows().front().percentage) {
             return;
         }
-        editor_.clickRow(0);
-        editor_.percentage().SetFocus();
-        editor_.percentage().TypeFromView(percentage);
-        RC_ASSERT(editor_.percentage().LeaveFromView());
+        RC_ASSERT(editor_.changePercentage(0, percentage));
         model_.change(percentage);
     }
     void paste(const std::string& causale) {

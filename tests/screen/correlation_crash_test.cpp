@@ -26,13 +26,8 @@ void becomeNew(Screen& screen) {
     editor.clickRow(2);
     editor.detail().PressFromView("Elimina");
     const auto retype = [&editor](std::size_t row, const Row& wanted) {
-        editor.clickRow(row);
-        editor.percentage().SetFocus();
-        editor.percentage().TypeFromView(wanted.percentage);
-        editor.percentage().LeaveFromView();
-        editor.account().SetFocus();
-        editor.account().TypeFromView(wanted.account);
-        editor.account().LeaveFromView();
+        editor.changePercentage(row, wanted.percentage);
+        keyInto(editor.account(), wanted.account);
     };
     retype(0, newRows[0]);
     retype(1, newRows[1]);
@@ -150,10 +145,7 @@ void saveForEver(Screen& screen, const Heartbeat& heart) {
         Times::Always);
     for (bool thin = editor.stored("ACQ") != thinRows;; thin = !thin) {
         for (std::size_t row = 0; row < thinRows.size(); ++row) {
-            editor.clickRow(row);
-            editor.percentage().SetFocus();
-            editor.percentage().TypeFromView((thin ? thinRows : oldRows)[row].percentage);
-            editor.percentage().LeaveFromView();
+            editor.changePercentage(row, (thin ? thinRows : oldRows)[row].percentage);
         }
         editor.save();
     }

@@ -122,10 +122,7 @@ TEST_F(CorrelationEditor, BeginsANewCorrelationWhenTheLastOneIsGone) {
 TEST_F(CorrelationEditor, RefusesToBeLeftWhileTheUserStaysWithHisChanges) {
     open(withStored());
     e().enter();
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("55");
-    e().percentage().LeaveFromView();
+    e().changePercentage(1, "55");
     messages().answers = {services::answerCancel};
     e().toggleMode();
     EXPECT_TRUE(e().isOpen());
@@ -230,9 +227,7 @@ TEST_F(CorrelationEditor, ProposesAnOriginThenDestinationsUntilTheirRunIsFull) {
     const auto nextSign = [&](const char* percentage) {
         e().detail().PressFromView("Nuovo");
         const std::string proposed = e().sign().Text();
-        e().percentage().SetFocus();
-        e().percentage().TypeFromView(percentage);
-        e().percentage().LeaveFromView();
+        keyInto(e().percentage(), percentage);
         return proposed;
     };
     EXPECT_EQ(nextSign("100"), "Avere");
@@ -409,10 +404,7 @@ TEST_F(CorrelationEditor, CarriesRowsAlongThatARefusedSaveHasWrittenAlready) {
 TEST_F(CorrelationEditor, AsksAgainAboutRowsThatARuleHasRefused) {
     open(withStored());
     e().enter();
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("90");
-    e().percentage().LeaveFromView();
+    e().changePercentage(1, "90");
     EXPECT_FALSE(e().save());
     messages().clear();
     for (int attempt = 1; attempt <= 2; ++attempt) {
@@ -440,10 +432,7 @@ TEST_F(CorrelationEditor, CarriesTheRowsAlongWhenTheCausaleOfANewCorrelationIsCo
 TEST_F(CorrelationEditor, UndoesToWhatIsStored) {
     open(withStored());
     e().enter();
-    e().clickRow(2);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("1");
-    e().percentage().LeaveFromView();
+    e().changePercentage(2, "1");
     EXPECT_TRUE(e().header().PressFromView("Annulla"));
     EXPECT_EQ(e().shown()[2][3], "40.00%");
     EXPECT_FALSE(e().header().CanPress("Conferma"));

@@ -286,10 +286,7 @@ const Rows changedRows = {wholeRows[0], {"1", "55.00", "CDCPRO0010", "MATPRI"}, 
 
 void changeTheSecondRow(Screen& screen) {
     const Editor editor(screen);
-    editor.grid().MoveFromView(1);
-    editor.percentage().SetFocus();
-    editor.percentage().TypeFromView("55");
-    editor.percentage().LeaveFromView();
+    editor.changePercentage(1, "55");
 }
 
 Action savingAChange() {

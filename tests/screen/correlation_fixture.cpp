@@ -96,9 +96,7 @@ std::string Editor::focus() const {
 }
 
 void Editor::typeCausale(const std::string& code) {
-    causale().SetFocus();
-    causale().TypeFromView(code);
-    causale().LeaveFromView();
+    keyInto(causale(), code);
 }
 
 void Editor::typeRow(const Row& row) {
@@ -109,9 +107,7 @@ void Editor::typeRow(const Row& row) {
         percentage().TypeFromView(row.percentage);
         percentage().LeaveFromView();
     }
-    account().SetFocus();
-    account().TypeFromView(row.account);
-    account().LeaveFromView();
+    keyInto(account(), row.account);
     item().SetFocus();
     if (row.item != "NULL") {
         item().TypeFromView(row.item);
@@ -124,6 +120,11 @@ void Editor::addRow(const Row& row) {
         detail().PressFromView("Nuovo");
     }
     typeRow(row);
+}
+
+bool Editor::changePercentage(std::size_t row, const std::string& text) const {
+    grid().MoveFromView(row);
+    return keyInto(percentage(), text);
 }
 
 void Editor::addCorrelation(const std::string& code, const Rows& rows) {

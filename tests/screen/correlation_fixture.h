@@ -69,6 +69,8 @@ public:
     void typeRow(const Row& row);
     /// The same for a further row: the first one begins by being typed, others by "Nuovo".
     void addRow(const Row& row);
+    /// Keys another percentage into a row, without confirming it. \return whether the field took it
+    bool changePercentage(std::size_t row, const std::string& text) const;
     /// A whole new correlation, not saved.
     void addCorrelation(const std::string& code, const Rows& rows);
     /// "Conferma" of the header. \return the frame's success.

@@ -25,12 +25,6 @@ protected:
         }
         return labels;
     }
-    void change(std::size_t row, const char* percentage) {
-        e().clickRow(row);
-        e().percentage().SetFocus();
-        e().percentage().TypeFromView(percentage);
-        e().percentage().LeaveFromView();
-    }
     /// Copies ACQ onto VEND.
     void paste() {
         e().clickCausale("ACQ");
@@ -65,7 +59,7 @@ protected:
         EXPECT_EQ(e().working(causale), rows);
         ASSERT_EQ(e().grid().RowCount(), rows.size());
         EXPECT_TRUE(e().grid().Enabled());
-        change(0, "12");
+        e().changePercentage(0, "12");
         EXPECT_TRUE(e().save());
         Rows saved = rows;
         saved[0].percentage = "12.00";
@@ -145,7 +139,7 @@ TEST_F(Recovery, SuspendsEditingWhenAnEntryFailsAndTakesItUpByAClick) {
 }
 
 TEST_F(Recovery, FetchesTheRowsAgainAtOnceWhenAnUndoCouldNot) {
-    change(1, "90");
+    e().changePercentage(1, "90");
     EXPECT_FALSE(e().save()) << "130 in one run";
     messages().clear();
     screen->failures().failContaining("INSERT INTO #DETTAGLIO");
@@ -156,7 +150,7 @@ TEST_F(Recovery, FetchesTheRowsAgainAtOnceWhenAnUndoCouldNot) {
 }
 
 TEST_F(Recovery, ShowsNoRowsOfAnyCausaleUntilThoseAnUndoHasGivenUpAreFetchedAgain) {
-    change(1, "90");
+    e().changePercentage(1, "90");
     EXPECT_FALSE(e().save());
     messages().clear();
     screen->failures().failContaining("INSERT INTO #DETTAGLIO", Times::Always);
@@ -177,7 +171,7 @@ TEST_F(Recovery, ShowsNoRowsOfAnyCausaleUntilThoseAnUndoHasGivenUpAreFetchedAgai
 }
 
 TEST_F(Recovery, KeepsTheRowsOfANewCorrelationLockedUntilLostRowsAreFetchedAgain) {
-    change(1, "90");
+    e().changePercentage(1, "90");
     EXPECT_FALSE(e().save());
     screen->failures().failContaining("INSERT INTO #DETTAGLIO", Times::Always);
     EXPECT_TRUE(e().header().PressFromView("Annulla"));
@@ -217,7 +211,7 @@ TEST_F(Recovery, ShowsNoRowsWhenThoseOfARefusedDeletionCannotBeFetchedBack) {
 }
 
 TEST_F(Recovery, DoesNotCloseOverEditsThatItCouldNotAskAbout) {
-    change(1, "55");
+    e().changePercentage(1, "55");
     messages().boxFailure = "finestra guasta";
     e().toggleMode();
     EXPECT_EQ(reported(), Texts{"QueryUnloadFrames:"});

@@ -254,10 +254,7 @@ TEST_F(EditorReports, OfAListThatCannotTellItsRowsOpenNoMenu) {
 }
 
 void change(Editor& editor) {
-    editor.clickRow(1);
-    editor.percentage().SetFocus();
-    editor.percentage().TypeFromView("55");
-    editor.percentage().LeaveFromView();
+    editor.changePercentage(1, "55");
     editor.list().SetFocus();
 }
 
@@ -289,10 +286,7 @@ TEST_F(EditorReports, OfAPasteThatCannotAskAboutChangesPasteNothing) {
     enterOnTheList(e());
     e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
     e().clickCausale("VEND");
-    e().clickRow(0);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("55");
-    e().percentage().LeaveFromView();
+    e().changePercentage(0, "55");
     e().list().SetFocus();
     messages().boxFailure = broken;
     e().list().KeyDownFromView(controls::keyV, controls::shiftCtrl);

@@ -55,12 +55,6 @@ protected:
         e().toggleMode();
     }
     void select(const char* code = editedAccount) { screen->host.user().search(code); }
-    void change(std::size_t row, const char* percentage) {
-        e().clickRow(row);
-        e().percentage().SetFocus();
-        e().percentage().TypeFromView(percentage);
-        e().percentage().LeaveFromView();
-    }
 };
 
 TEST_F(CorrelationStatements, OfTheFirstEntryCreateAndFillTheTablesInTurnAndOpenTheFrames) {
@@ -185,7 +179,7 @@ TEST_F(CorrelationStatements, OfSavingANewCorrelationWriteRowsThenHeaderThenWhat
 
 TEST_F(CorrelationStatements, OfSavingChangedRowsWriteThemAndReplaceWhatIsStored) {
     enter(withStored());
-    change(1, "55");
+    e().changePercentage(1, "55");
     screen->forget();
     EXPECT_TRUE(e().save());
     EXPECT_EQ(
@@ -220,7 +214,7 @@ TEST_F(CorrelationStatements, OfSavingAfterADeletedRowCloseTheGapInTheNumbers) {
 
 TEST_F(CorrelationStatements, OfARefusedSaveLeaveTheStoredRowsAlone) {
     enter(withStored({{"2", "60.00"}, {"2", "40.00"}}));
-    change(1, "40.01");
+    e().changePercentage(1, "40.01");
     screen->forget();
     EXPECT_FALSE(e().save());
     EXPECT_EQ(recorded(), expected::inTransaction({written(
@@ -247,7 +241,7 @@ TEST_F(CorrelationStatements, OfDeletingRemoveRowsThenHeaderThenWhatIsStoredAndS
 
 TEST_F(CorrelationStatements, OfUndoingReadTheRowsAgain) {
     enter(withStored());
-    change(1, "55");
+    e().changePercentage(1, "55");
     EXPECT_TRUE(e().header().PressFromView("Annulla"));
     EXPECT_EQ(recorded(), (Messages{expected::rowsOf("ACQ "), expected::rowsOf("ACQ ")}));
 }
@@ -270,9 +264,7 @@ TEST_F(CorrelationStatements, OfKeyingAnAccountAskForTheKindsOfItsCausaleAndSign
     enter(withStored());
     e().clickRow(1);
     screen->forget();
-    e().account().SetFocus();
-    e().account().TypeFromView("CDCPRO0020");
-    e().account().LeaveFromView();
+    keyInto(e().account(), "CDCPRO0020");
     e().account().LookupFromView();
     EXPECT_EQ(recorded(), together({expected::firstKinds("ACQ", 1), expected::kinds("ACQ", 1)}));
 }

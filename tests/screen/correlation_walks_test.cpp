@@ -168,11 +168,6 @@ private:
             RC_ASSERT(editor_.detail().PressFromView("Conferma"));
         }
     }
-    void type(controls::LookupField& field, const std::string& code) {
-        field.SetFocus();
-        field.TypeFromView(code);
-        field.LeaveFromView();
-    }
 
     void addRow(const Row& row) {
         editor_.addRow(row);
@@ -180,10 +175,7 @@ private:
         model_.addRow(row);
     }
     void setPercentage(std::size_t row, const std::string& percentage) {
-        editor_.clickRow(row);
-        editor_.percentage().SetFocus();
-        editor_.percentage().TypeFromView(percentage);
-        RC_ASSERT(editor_.percentage().LeaveFromView());
+        RC_ASSERT(editor_.changePercentage(row, percentage));
         confirmRow();
         model_.setPercentage(row, percentage);
     }
@@ -193,7 +185,7 @@ private:
         editor_.sign().SetFocus();
         editor_.sign().ChooseFromView(sign == "2" ? 0 : 1);
         RC_ASSERT(editor_.account().Text().empty());
-        type(editor_.account(), account);
+        keyInto(editor_.account(), account);
         confirmRow();
         model_.setSign(row, sign, account);
     }
@@ -228,7 +220,7 @@ private:
         const bool begun = already || editor_.header().PressFromView("Nuovo");
         RC_ASSERT(begun == model_.newHeader(causale, said));
         if (begun) {
-            type(editor_.causale(), causale);
+            keyInto(editor_.causale(), causale);
         }
     }
     void click(const std::string& causale, Answer said) {

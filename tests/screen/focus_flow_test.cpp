@@ -213,9 +213,7 @@ TEST_F(FocusFlow, RemembersTheSignThatTheComboWasEnteredWith) {
     e().sign().SetFocus();
     e().sign().ChooseFromView(0);
     EXPECT_EQ(e().account().Text(), "");
-    e().account().SetFocus();
-    e().account().TypeFromView("CDCPRO0020");
-    e().account().LeaveFromView();
+    keyInto(e().account(), "CDCPRO0020");
     e().sign().SetFocus();
     e().sign().ChooseFromView(0);
     EXPECT_EQ(e().account().Text(), "CDCPRO0020") << "the sign of the entry";

@@ -169,10 +169,7 @@ void enterEditor(Screen& screen) {
 void changeTheSecondRow(Screen& screen) {
     enterEditor(screen);
     const Editor editor(screen);
-    editor.grid().MoveFromView(1);
-    editor.percentage().SetFocus();
-    editor.percentage().TypeFromView("55");
-    editor.percentage().LeaveFromView();
+    editor.changePercentage(1, "55");
 }
 
 void save(Screen& screen) {

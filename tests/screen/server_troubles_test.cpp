@@ -23,10 +23,7 @@ class SaveOnServer : public EditorTest {
 protected:
     void enterAndChange() {
         enter(withStored());
-        e().clickRow(1);
-        e().percentage().SetFocus();
-        e().percentage().TypeFromView("55");
-        e().percentage().LeaveFromView();
+        e().changePercentage(1, "55");
         other = screen->database.server()->newSession();
         other->begin();
     }

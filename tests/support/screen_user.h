@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veldran::test {
@@ -68,6 +69,15 @@ public:
 private:
     controls::Form& form_;
 };
+
+/// Keys a text into a code or number field, as its view reports it: focus, typing, leaving.
+/// \return of a number field: whether it took the text
+template<class Field>
+auto keyInto(Field& field, std::string text) {
+    field.SetFocus();
+    field.TypeFromView(std::move(text));
+    return field.LeaveFromView();
+}
 
 /// "*P0102030005*"
 std::string accountKey(int nature, std::string_view code);
