@@ -18,8 +18,8 @@ constexpr std::array<std::string_view, 11> correlationColumns = {
 std::string columns(std::string_view replaced = {}) {
     std::string text;
     for (const std::string_view column : correlationColumns) {
-        text = withLines(std::move(text), {std::string(text.empty() ? "    " : "    , ") +
-                                           std::string(column == replaced ? "?" : column)});
+        const std::string before = text.empty() ? "    " : "    , ";
+        text = withLines(std::move(text), {before + std::string(column == replaced ? "?" : column)});
     }
     return text;
 }
