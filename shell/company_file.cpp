@@ -10,7 +10,7 @@ namespace {
 }
 
 std::string required(const DataObject& file, const std::string& key, const std::string& meaning) {
-    const std::string value = file.text(key).value_or("");
+    std::string value = file.text(key).value_or("");
     if (value.empty()) {
         refuse(file, key, "manca " + meaning + ".");
     }

@@ -79,12 +79,12 @@ std::filesystem::path embeddedFile(const std::string& connectionString) {
 
 std::string databaseName(const std::string& connectionString) {
 #ifdef VELDRAN_WITH_ODBC
-    if (const std::string name = odbc::databaseOf(connectionString); !name.empty()) {
+    if (std::string name = odbc::databaseOf(connectionString); !name.empty()) {
         return name;
     }
 #else
     for (const char* key : {"Initial Catalog", "Database"}) {
-        if (const std::string name = connectionValue(connectionString, key); !name.empty()) {
+        if (std::string name = connectionValue(connectionString, key); !name.empty()) {
             return name;
         }
     }

@@ -208,7 +208,9 @@ AlterTableAdd Grammar::alterTable() {
     result.table = qualifiedName();
     tokens_.expect("ADD");
     if (atTableConstraint()) {
-        std::visit([&](auto&& constraint) { result.addition = std::move(constraint); }, tableConstraint());
+        std::visit(
+            [&](auto&& constraint) { result.addition = std::forward<decltype(constraint)>(constraint); },
+            tableConstraint());
     } else {
         result.addition = columnDefinition();
     }
