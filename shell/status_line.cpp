@@ -1,5 +1,6 @@
 #include "shell/status_line.h"
 
+#include "adapters/qt/eliding_label.h"
 #include "adapters/qt/text.h"
 #include "shell/drivers.h"
 #include "shell/host.h"
@@ -12,21 +13,18 @@ namespace veldran::shell {
 using qt::toQt;
 
 StatusLine::StatusLine(QStatusBar& bar)
-    : company_(addPanel(bar, "statoDitta", "Ditta", 3)), user_(addPanel(bar, "statoUtente", "Utente", 1)),
-      database_(addPanel(bar, "statoDatabase", "Database", 2)),
-      capitals_(addPanel(bar, "statoMaiuscole", "Blocco maiuscole", 0)),
-      numbers_(addPanel(bar, "statoNumeri", "Blocco numeri", 0)) {
+    : company_(addPanel(bar, "statoDitta", 1)), user_(addPanel(bar, "statoUtente", 0)),
+      database_(addPanel(bar, "statoDatabase", 0)), capitals_(addPanel(bar, "statoMaiuscole", 0)),
+      numbers_(addPanel(bar, "statoNumeri", 0)) {
     for (QLabel* label : {capitals_, numbers_}) {
         label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("MAIUS")));
         label->setAlignment(Qt::AlignCenter);
     }
 }
 
-QLabel* StatusLine::addPanel(QStatusBar& bar, const char* name, const char* accessibleName, int stretch) {
-    auto* label = new QLabel(&bar);
+QLabel* StatusLine::addPanel(QStatusBar& bar, const char* name, int stretch) {
+    auto* label = new qt::ElidingLabel(&bar);
     label->setObjectName(QLatin1String(name));
-    label->setAccessibleName(toQt(accessibleName));
-    label->setTextFormat(Qt::PlainText);
     bar.addPermanentWidget(label, stretch);
     return label;
 }
@@ -43,7 +41,9 @@ void StatusLine::show(const Host& host) {
 
 void StatusLine::showLocks(bool capitals, bool numbers) {
     capitals_->setText(capitals ? QStringLiteral("MAIUS") : QString());
+    capitals_->setAccessibleName(capitals ? QStringLiteral("Blocco maiuscole") : QString());
     numbers_->setText(numbers ? QStringLiteral("NUM") : QString());
+    numbers_->setAccessibleName(numbers ? QStringLiteral("Blocco numeri") : QString());
 }
 
 } // namespace veldran::shell

@@ -17,7 +17,7 @@ public:
     void showLocks(bool capitals, bool numbers);
 
 private:
-    QLabel* addPanel(QStatusBar& bar, const char* name, const char* accessibleName, int stretch);
+    QLabel* addPanel(QStatusBar& bar, const char* name, int stretch);
 
     QLabel* company_;
     QLabel* user_;

@@ -9,6 +9,7 @@
 #include "adapters/qt/layout_parts.h"
 #include "adapters/qt/numeric_field_view.h"
 #include "adapters/qt/report_list_view.h"
+#include "adapters/qt/row_delegate.h"
 #include "adapters/qt/simple_views.h"
 #include "platform/controls/edit_controls.h"
 #include "platform/controls/focus_catcher.h"
@@ -17,6 +18,7 @@
 
 #include <QBoxLayout>
 #include <QSplitter>
+#include <QStyle>
 
 namespace veldran::qt {
 
@@ -69,7 +71,8 @@ void layOutRows(ControlViews& views, QBoxLayout& rows, QWidget* group) {
     if (auto* grid = views.place<DataGridView, controls::DataGrid>("GRD_DETTAGLIO", group)) {
         grid->showAsNumbers("PERCENTUALE");
         grid->setEmptyText(QStringLiteral("Nessuna riga"));
-        grid->setMinimumHeight(grid->fontMetrics().lineSpacing() * 2 * linesOfGrid);
+        grid->setMinimumHeight(RowDelegate::rowHeight(grid->fontMetrics()) * linesOfGrid +
+                               grid->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, grid));
         row->addWidget(grid, 1);
     }
     auto* moves = new QVBoxLayout;

@@ -3,6 +3,8 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
+#include <QStyle>
+#include <QWidget>
 
 namespace veldran::qt {
 
@@ -51,6 +53,11 @@ private:
 
 QIcon drawnIcon(IconDrawing drawing) {
     return QIcon(new DrawnIconEngine(drawing)); // the icon owns its engine
+}
+
+QSize smallIconSize(const QWidget& widget) {
+    const int edge = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+    return {edge, edge};
 }
 
 } // namespace veldran::qt

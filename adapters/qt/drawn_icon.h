@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QIcon>
+#include <QSize>
 
 class QPainter;
+class QWidget;
 
 namespace veldran::qt {
 
@@ -12,5 +14,8 @@ using IconDrawing = void (*)(QPainter&);
 /// An icon drawn anew for every size, so that it is sharp at every scale of the screen; paled as a whole
 /// while disabled.
 QIcon drawnIcon(IconDrawing drawing);
+
+/// Of icons beside a text and on small buttons: larger where the style's texts are.
+QSize smallIconSize(const QWidget& widget);
 
 } // namespace veldran::qt

@@ -11,6 +11,7 @@
 
 #include <QBoxLayout>
 #include <QEvent>
+#include <QScrollArea>
 
 namespace veldran::qt {
 
@@ -28,8 +29,12 @@ QSize pixelsOf(const QSize& lettersAndLines, const QFontMetrics& metrics) {
 } // namespace
 
 FormView::FormView(controls::Form& form, QWidget* parent)
-    : QWidget(parent), form_(form), content_(new QWidget(this)), views_(form) {
+    : QWidget(parent), form_(form), scroll_(new QScrollArea(this)), content_(new QWidget), views_(form) {
     resize_ = views_.find<controls::ResizeControl>("QRV_RESIZEFORM");
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->setWidget(content_);
+    content_->installEventFilter(this);
     layOut();
     orderTabs();
     for (const ControlViews::Place& place : views_.places()) {
@@ -57,9 +62,7 @@ QSize FormView::minimumSizeHint() const {
 }
 
 bool FormView::event(QEvent* event) {
-    if (event->type() == QEvent::LayoutRequest) {
-        updateGeometry(); // an area was shown or hidden: the smallest size follows
-    } else if (event->type() == QEvent::WindowBlocked) {
+    if (event->type() == QEvent::WindowBlocked) {
         setUpdatesEnabled(true); // the user is asked something, over the form as it stands
     } else if (event->type() == QEvent::WindowUnblocked) {
         setUpdatesEnabled(!redrawLocked_);
@@ -67,11 +70,17 @@ bool FormView::event(QEvent* event) {
     return QWidget::event(event);
 }
 
+bool FormView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        updateGeometry(); // an area was shown or hidden: the smallest size follows
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void FormView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (resize_ == nullptr || !resize_->Started() || resize_->MayResize()) {
-        content_->resize(size());
-    }
+    scroll_->setWidgetResizable(resize_ == nullptr || !resize_->Started() || resize_->MayResize());
+    scroll_->resize(size());
 }
 
 void FormView::layOut() {
@@ -105,9 +114,13 @@ void FormView::orderTabs() {
 
 void FormView::giveFocusTo(const controls::Control* control) {
     QWidget* widget = control != nullptr ? viewOf(*control) : nullptr;
-    if (widget != nullptr && !widget->hasFocus()) {
+    if (widget == nullptr) {
+        return;
+    }
+    if (!widget->hasFocus()) {
         widget->setFocus(Qt::OtherFocusReason);
     }
+    scroll_->ensureWidgetVisible(widget, margin, margin);
 }
 
 void FormView::takeInitialFocus() {

@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <vector>
 
+class QScrollArea;
+
 namespace veldran::controls {
 class ResizeControl;
 } // namespace veldran::controls
@@ -14,7 +16,8 @@ namespace veldran::qt {
 /// Draws a form: finds its controls by name, lays them out by hand, and keeps focus and tab order in step
 /// with the control objects, both ways. Every drawn control's widget has the control's name as its object
 /// name. Controls that the layout does not know, or that the form lacks, are left out. The first focus is the
-/// tree's, or the first field's of a dialog. Shows the menus that the form opens.
+/// tree's, or the first field's of a dialog. Shows the menus that the form opens. In a window that is smaller
+/// than `minimumSizeHint` the form is scrolled.
 ///
 /// The form must outlive its view.
 class FormView : public QWidget {
@@ -31,6 +34,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -40,6 +44,7 @@ private:
     void takeInitialFocus();
 
     controls::Form& form_;
+    QScrollArea* scroll_;
     QWidget* content_;
     controls::ResizeControl* resize_;
     ControlViews views_;

@@ -1,6 +1,7 @@
 #include "adapters/qt/frame_navigator_view.h"
 
 #include "adapters/qt/control_binding.h"
+#include "adapters/qt/drawn_icon.h"
 #include "adapters/qt/focus_moves.h"
 #include "adapters/qt/navigator_icons.h"
 #include "adapters/qt/text.h"
@@ -17,7 +18,6 @@ namespace veldran::qt {
 
 namespace {
 
-constexpr int iconSide = 16;
 constexpr int groupGap = 10;
 
 } // namespace
@@ -27,7 +27,7 @@ public:
     BarButton(FrameNavigatorView& bar, std::string key, std::size_t index)
         : QToolButton(&bar), bar_(bar), key_(std::move(key)), index_(index) {
         setIcon(navigatorIcon(key_));
-        setIconSize({iconSide, iconSide});
+        setIconSize(smallIconSize(*this));
         setAutoRaise(true);
     }
 

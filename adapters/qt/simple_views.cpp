@@ -6,18 +6,13 @@
 #include "platform/controls/container.h"
 #include "platform/controls/simple_controls.h"
 
-#include <QHelpEvent>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPointer>
-#include <QStyle>
-#include <QToolTip>
 #include <algorithm>
 
 namespace veldran::qt {
 
-LabelView::LabelView(controls::Label& control, QWidget* parent) : QLabel(parent) {
-    setTextFormat(Qt::PlainText);
+LabelView::LabelView(controls::Label& control, QWidget* parent) : ElidingLabel(parent) {
     new ControlBinding(control, *this, nullptr, [this, &control] { setText(toQt(control.Caption())); });
 }
 
@@ -32,44 +27,6 @@ bool LabelView::eventFilter(QObject* watched, QEvent* event) {
         update();
     }
     return QLabel::eventFilter(watched, event);
-}
-
-QSize LabelView::minimumSizeHint() const {
-    return {fontMetrics().horizontalAdvance(QStringLiteral("mmmm")), QLabel::minimumSizeHint().height()};
-}
-
-QRect LabelView::textRect() const {
-    return contentsRect().adjusted(margin(), margin(), -margin(), -margin());
-}
-
-bool LabelView::isCut() const {
-    return fontMetrics().horizontalAdvance(text()) > textRect().width();
-}
-
-void LabelView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    drawFrame(&painter);
-    const QRect rect = textRect();
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, rect.width());
-    int flags = static_cast<int>(alignment());
-    if (buddy() != nullptr) {
-        flags |= style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, this) ? Qt::TextShowMnemonic
-                                                                                 : Qt::TextHideMnemonic;
-    }
-    const bool pale = !isEnabled() || (buddy() != nullptr && !buddy()->isEnabled());
-    QPalette colours = palette();
-    if (pale) {
-        colours.setCurrentColorGroup(QPalette::Disabled);
-    }
-    style()->drawItemText(&painter, rect, flags, colours, !pale, shown, foregroundRole());
-}
-
-bool LabelView::event(QEvent* event) {
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && isCut()) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text(), this);
-        return true;
-    }
-    return QLabel::event(event);
 }
 
 ButtonView::ButtonView(controls::Button& control, QWidget* parent) : QPushButton(parent) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adapters/qt/eliding_label.h"
 #include "platform/event.h"
 
 #include <QGroupBox>
@@ -15,9 +16,8 @@ class Label;
 
 namespace veldran::qt {
 
-/// Shows the caption as it stands ("&" marks a mnemonic only where a buddy is to take the focus), cut with an
-/// ellipsis (and then told by a tool tip) when room is short.
-class LabelView : public QLabel {
+/// Shows the caption as it stands ("&" marks a mnemonic only where a buddy is to take the focus).
+class LabelView : public ElidingLabel {
 public:
     explicit LabelView(controls::Label& control, QWidget* parent = nullptr);
 
@@ -25,16 +25,7 @@ public:
     /// takes the focus to the field.
     void standFor(QWidget& field);
 
-    QSize minimumSizeHint() const override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    bool event(QEvent* event) override;
-
-private:
-    QRect textRect() const;
-    bool isCut() const;
 };
 
 /// A button takes the focus before it clicks, by its mnemonic too, so that the field left behind is decoded.

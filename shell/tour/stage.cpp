@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QWindow>
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <utility>
@@ -24,7 +25,7 @@ namespace {
 
 constexpr int patience = 20000; ///< milliseconds that a step may take to show its result
 constexpr int pollInterval = 20;
-constexpr int titleHeight = 26;
+constexpr int leastTitle = 26; ///< height in pixels
 
 QWindow* windowOf(const QWidget& widget) {
     return widget.window()->windowHandle();
@@ -32,6 +33,7 @@ QWindow* windowOf(const QWidget& widget) {
 
 /// A dialog's window frame, which only a window manager would draw.
 void drawTitle(QPainter& painter, const QWidget& dialog, const QRect& area) {
+    const int titleHeight = std::max(leastTitle, dialog.fontMetrics().height() + 8);
     const QRect title(area.left(), area.top() - titleHeight, area.width(), titleHeight);
     painter.fillRect(title, dialog.palette().color(QPalette::Highlight));
     painter.setPen(dialog.palette().color(QPalette::HighlightedText));

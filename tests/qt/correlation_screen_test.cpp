@@ -109,6 +109,23 @@ TEST_F(CorrelationScreen, KeepsRoomForAllItsControlsInASmallWindow) {
     EXPECT_GE(part<QWidget>("GRD_DETTAGLIO")->height(), 80);
 }
 
+TEST_F(CorrelationScreen, IsScrolledInAWindowThatIsTooSmallForItsControls) {
+    show();
+    const QSize least = view.minimumSizeHint();
+    view.resize(least.width() - 100, least.height() - 100);
+    QApplication::processEvents();
+    EXPECT_FALSE(placeOf(*part<QWidget>("GRD_DETTAGLIO")).intersects(placeOf(*part<QWidget>("CBO_SEGNO"))))
+        << "nothing lies over the rows";
+    for (Control* control : std::initializer_list<Control*>{&form.CMD_ATTIVAZIONI, &form.TXT_CAUSALE}) {
+        EXPECT_FALSE(view.rect().contains(placeOf(*view.viewOf(*control)))) << control->Name();
+        control->SetFocus();
+        EXPECT_TRUE(view.rect().contains(placeOf(*view.viewOf(*control)))) << control->Name();
+    }
+    view.resize(least);
+    QApplication::processEvents();
+    expectAllInside();
+}
+
 TEST_F(CorrelationScreen, GivesALargerWindowToTheGridAndNotToTheFields) {
     show();
     const QSize grid = part<QWidget>("GRD_DETTAGLIO")->size();

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QToolTip>
 
 namespace veldran::test {
 namespace {
@@ -53,6 +55,19 @@ TEST_F(MainWindowTest, ShowsCompanyUserAndDatabase) {
     EXPECT_EQ(chooser().count(), 5);
     EXPECT_EQ(chooser().currentText(), "1 - Officine Meccaniche Valdarno S.p.A.");
     EXPECT_FALSE(button(25).isEnabled()) << "no screen is open yet";
+}
+
+TEST_F(MainWindowTest, TellsWhatTheStatusBarHasNoRoomFor) {
+    auto& company = *window_->findChild<QLabel*>("statoDitta");
+    const auto tip = [&] {
+        QToolTip::hideText();
+        QHelpEvent help(QEvent::ToolTip, QPoint(3, 3), company.mapToGlobal(QPoint(3, 3)));
+        QApplication::sendEvent(&company, &help);
+        return qt::fromQt(QToolTip::text());
+    };
+    EXPECT_EQ(tip(), "");
+    company.resize(60, company.height());
+    EXPECT_EQ(tip(), " Ditta 1 - Officine Meccaniche Valdarno S.p.A.");
 }
 
 TEST_F(MainWindowTest, OpensTheScreenInADocumentWindow) {
