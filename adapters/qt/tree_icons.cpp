@@ -100,4 +100,8 @@ QIcon treeIcon(int image) {
     return image >= 1 && image <= treeIconCount ? icons[static_cast<std::size_t>(image - 1)] : QIcon();
 }
 
+QString spokenTreeIcon(int image) {
+    return image == 6 ? QStringLiteral("Con correlazioni") : QString();
+}
+
 } // namespace veldran::qt

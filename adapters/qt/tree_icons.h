@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QString>
 
 namespace veldran::qt {
 
@@ -11,5 +12,8 @@ inline constexpr int treeIconCount = 6;
 
 /// \return an icon without pictures for any other index
 QIcon treeIcon(int image);
+
+/// What assistive programs say of an image that tells more than the node's text and level; else empty.
+QString spokenTreeIcon(int image);
 
 } // namespace veldran::qt

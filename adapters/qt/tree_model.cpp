@@ -64,6 +64,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         const int image = tree_.SelectedItem() == &node ? node.SelectedImage() : node.Image();
         return image == 0 ? QVariant() : treeIcon(image);
     }
+    case Qt::AccessibleDescriptionRole:
+        return spokenTreeIcon(node.SelectedImage());
     case Qt::CheckStateRole:
         return static_cast<int>(node.Checked() ? Qt::Checked : Qt::Unchecked);
     case Qt::FontRole:

@@ -1,6 +1,7 @@
 #include "adapters/qt/tree_widget.h"
 
 #include "adapters/qt/control_binding.h"
+#include "adapters/qt/drawn_icon.h"
 #include "adapters/qt/key_codes.h"
 #include "adapters/qt/text.h"
 #include "adapters/qt/tree_delegate.h"
@@ -8,6 +9,7 @@
 #include "adapters/qt/tree_search.h"
 #include "adapters/qt/twips.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
@@ -15,6 +17,7 @@
 #include <QPointer>
 #include <QStyle>
 #include <QToolTip>
+#include <utility>
 
 namespace veldran::qt {
 
@@ -43,6 +46,7 @@ public:
     void nodeChanged(TreeNode& node) override {
         if (&node == widget_.tree_.SelectedItem()) {
             model_.nodeChanged(node); // assistive programs follow the selected row
+            tellCheck(node.Checked());
         } else {
             widget_.viewport()->update(); // one repaint, however many nodes change
         }
@@ -51,6 +55,7 @@ public:
         widget_.setExpanded(model_.indexOf(&node), node.Expanded());
     }
     void selectionChanged(TreeNode* node) override {
+        selectedIsChecked_ = node != nullptr && node->Checked();
         if (node == nullptr) {
             widget_.selectionModel()->clear();
         } else {
@@ -76,6 +81,19 @@ public:
     }
 
 private:
+    /// The toolkit tells assistive programs that the selected row has changed, but not that its box has.
+    void tellCheck(bool checked) {
+        if (std::exchange(selectedIsChecked_, checked) == checked || !QAccessible::isActive()) {
+            return;
+        }
+        QAccessibleInterface* tree = QAccessible::queryAccessibleInterface(&widget_);
+        if (QAccessibleInterface* row = tree != nullptr ? tree->focusChild() : nullptr) {
+            QAccessible::State changed;
+            changed.checked = true;
+            QAccessibleStateChangeEvent event(row, changed);
+            QAccessible::updateAccessibility(&event);
+        }
+    }
     void showExpanded(const TreeNode* parent, int first, int count) {
         for (int i = first; i < first + count; ++i) {
             const TreeNode* node = parent != nullptr ? parent->ChildAt(i) : widget_.tree_.RootAt(i);
@@ -88,6 +106,7 @@ private:
 
     TreeWidget& widget_;
     TreeModel& model_;
+    bool selectedIsChecked_ = false;
 };
 
 TreeWidget::TreeWidget(controls::TreeView& tree, QWidget* parent)
@@ -98,7 +117,7 @@ TreeWidget::TreeWidget(controls::TreeView& tree, QWidget* parent)
     setAnimated(false);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
-    setIconSize({16, 16});
+    setIconSize(smallIconSize(*this));
     setTextElideMode(Qt::ElideRight);
     setItemDelegate(delegate_);
     tree_.SetObserver(link_.get());
