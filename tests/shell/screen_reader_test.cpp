@@ -34,15 +34,11 @@ protected:
         find(account);
         QTest::mouseClick(part<QPushButton>("CMD_ATTIVAZIONI"), Qt::LeftButton);
     }
-    /// Every visible part of the window, from the outermost inwards.
-    void forEachPart(const std::function<void(QAccessibleInterface&)>& look) {
-        walk(accessible(*window_), look);
-    }
     /// What lacks a name or a role of all that takes the focus or is part of a control. Cells are named by
     /// what they hold, if anything.
-    std::vector<std::string> nameless() {
+    static std::vector<std::string> nameless(QWidget& window) {
         std::vector<std::string> found;
-        forEachPart([&](QAccessibleInterface& part) {
+        walk(accessible(window), [&](QAccessibleInterface& part) {
             const auto* widget = qobject_cast<QWidget*>(part.object());
             const bool counts = widget == nullptr || widget->focusPolicy() != Qt::NoFocus ||
                                 part.role() == QAccessible::Button;
@@ -57,6 +53,7 @@ protected:
     }
 
 private:
+    /// Every visible part, from the outermost inwards.
     static void walk(QAccessibleInterface& part, const std::function<void(QAccessibleInterface&)>& look) {
         if (part.state().invisible) {
             return;
@@ -71,9 +68,20 @@ private:
 };
 
 TEST_F(ScreenReader, FindsANameAndARoleOnEveryControlOfBothModes) {
-    EXPECT_EQ(nameless(), std::vector<std::string>());
+    EXPECT_EQ(nameless(*window_), std::vector<std::string>());
     enterCorrelations(correlated);
-    EXPECT_EQ(nameless(), std::vector<std::string>());
+    EXPECT_EQ(nameless(*window_), std::vector<std::string>());
+}
+
+TEST_F(ScreenReader, FindsThemInAListOfCodes) {
+    part<QWidget>("TXT_CONTORICERCA")->findChild<QLineEdit*>()->setFocus();
+    std::vector<std::string> found{"no dialog"};
+    EXPECT_TRUE(withModal([] { key(Qt::Key_F4); },
+                          [&](QWidget& modal) {
+                              found = nameless(modal);
+                              QTest::keyClick(&modal, Qt::Key_Escape);
+                          }));
+    EXPECT_EQ(found, std::vector<std::string>());
 }
 
 TEST_F(ScreenReader, HearsWhatLabelsSayBehindTheirNames) {
