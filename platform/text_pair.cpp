@@ -75,15 +75,16 @@ std::string_view TextPair::both() const {
 TextParts::TextParts(std::string_view first, std::string_view second)
     : holder_(first, second), first_{0, lengthOf(first)}, second_{first_.length, lengthOf(second)} {}
 
-void TextParts::moveInto(const TextPair& holder) {
-    const std::size_t first = holder.both().find(this->first());
-    const std::size_t second = holder.both().find(this->second());
-    if (first > longest || second > longest) {
-        return; // not there, or too far behind
+TextParts::TextParts(std::string_view first, std::string_view second, const TextPair& holder) {
+    const std::size_t firstAt = holder.both().find(first);
+    const std::size_t secondAt = holder.both().find(second);
+    if (firstAt > longest || secondAt > longest) { // not there, or too far behind
+        *this = TextParts(first, second);
+        return;
     }
-    first_.at = static_cast<std::uint16_t>(first);
-    second_.at = static_cast<std::uint16_t>(second);
     holder_ = holder;
+    first_ = {static_cast<std::uint16_t>(firstAt), lengthOf(first)};
+    second_ = {static_cast<std::uint16_t>(secondAt), lengthOf(second)};
 }
 
 } // namespace veldran

@@ -33,8 +33,8 @@ public:
     TextParts() = default;
     /// \throws std::length_error beyond 65,535 bytes each
     TextParts(std::string_view first, std::string_view second);
-    /// Gives up its own block if both texts occur in `holder`; what they say does not change.
-    void moveInto(const TextPair& holder);
+    /// Has no block of its own if both texts occur in `holder`.
+    TextParts(std::string_view first, std::string_view second, const TextPair& holder);
 
     // Valid until the parts move, change or end.
     std::string_view first() const { return holder_.both().substr(first_.at, first_.length); }

@@ -223,6 +223,14 @@ std::string nullSafeText(const Value& value) {
     return value.toText();
 }
 
+void assignNullSafeText(std::string& text, const Value& value) {
+    if (const auto* own = value.asText()) {
+        text.assign(withoutTrailingBlanks(*own));
+    } else {
+        text = value.toText();
+    }
+}
+
 double nullSafeNumber(const Value& value) {
     const std::string* text = value.asText();
     const bool empty = value.isNull() || (text != nullptr && withoutTrailingBlanks(*text).empty());

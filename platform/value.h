@@ -80,6 +80,8 @@ private:
 std::string_view withoutTrailingBlanks(std::string_view text);
 /// Null-safe text: the value as text without trailing blanks, NULL giving "".
 std::string nullSafeText(const Value& value);
+/// The same into a text that is there already, whose room is used again.
+void assignNullSafeText(std::string& text, const Value& value);
 /// Null-safe number: the null-safe text as a number, "" giving 0. \throws std::invalid_argument for other
 /// text.
 double nullSafeNumber(const Value& value);

@@ -38,16 +38,15 @@ public:
           analitico_(campi["ISANALITICO"]), attivo_(campi["ATTIVO"]), correlato_(campi["CORRELATO"]),
           livello_(campi["NRLIVELLO"]) {}
 
-    RigaConto leggi() const {
-        RigaConto riga;
-        riga.conto = nullSafeText(conto_.Value());
-        riga.contoF = nullSafeText(contoF_.Value());
-        riga.descrizione = nullSafeText(descrizione_.Value());
+    /// The row takes the texts of the next record into the room of the last one's.
+    void leggi(RigaConto& riga) const {
+        assignNullSafeText(riga.conto, conto_.Value());
+        assignNullSafeText(riga.contoF, contoF_.Value());
+        assignNullSafeText(riga.descrizione, descrizione_.Value());
         riga.analitico = flag(analitico_.Value());
         riga.attivo = flag(attivo_.Value());
         riga.correlato = flag(correlato_.Value());
         riga.livello = Value(nullSafeNumber(livello_.Value())).toInt16();
-        return riga;
     }
 
 private:
@@ -115,8 +114,11 @@ void AlberoConti::CaricaChildren(controls::TreeNode& nodo) {
             const auto record = comando->Execute();
             if (!record->EndOfFile()) {
                 const CampiConto campi(record->Fields());
+                nodi_.Riserva(static_cast<std::size_t>(record->RecordCount()));
+                RigaConto riga;
                 for (; !record->EndOfFile(); record->MoveNext()) {
-                    aggiungiConto(nodo, info->NaturaConto(), campi.leggi());
+                    campi.leggi(riga);
+                    aggiungiConto(nodo, info->NaturaConto(), riga);
                 }
             }
         }
@@ -129,14 +131,14 @@ void AlberoConti::aggiungiConto(controls::TreeNode& padre, EnumNaturaConto natur
     if (nodi_.Cerca(chiave) != nullptr) {
         return;
     }
+    testo_.assign(riga.contoF).append(" - ").append(riga.descrizione);
+    const TextPair testi(chiave, testo_);
     auto info = std::make_unique<CNodeInfo>();
     info->Initialize(riga.analitico ? NodoConto : NodoIntermedio, factory_, riga.attivo, riga.correlato,
                      natura, ambiente_.codicePDC, riga.conto, riga.descrizione, riga.livello,
-                     ambiente_.livelli);
+                     ambiente_.livelli, testi);
     const int icona = info->IconCollapsed();
-    controls::TreeNode& nodo =
-        controlli_.TRW_CONTI.Add(&padre, chiave, riga.contoF + " - " + riga.descrizione, icona, icona);
-    info->CondividiTesti(nodo);
+    controls::TreeNode& nodo = controlli_.TRW_CONTI.Add(&padre, testi, icona, icona);
     nodo.SetTag(std::move(info));
     nodi_.Aggiungi(nodo);
     nodo.SetChecked(riga.attivo);

@@ -74,6 +74,7 @@ private:
     AppuntiCorrelazioni* appunti_ = nullptr;
     CCommandFactory factory_; ///< used by all nodes
     DizionarioNodi nodi_;
+    std::string testo_; ///< of the node being added: its room is used again for the next
 };
 
 } // namespace veldran

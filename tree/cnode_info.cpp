@@ -52,9 +52,9 @@ std::int16_t CNodeInfo::IconCollapsed() const {
 void CNodeInfo::Initialize(EnumTipoNodo tipoNodo, CCommandFactory& commandFactory, bool attivo,
                            bool correlato, EnumNaturaConto naturaConto, std::int32_t codicePDC,
                            std::string_view codiceConto, std::string_view descrizioneConto,
-                           std::int16_t livello, std::int16_t livelli) {
+                           std::int16_t livello, std::int16_t livelli, const TextPair& testiNodo) {
     fclsCommandFactory_ = &commandFactory;
-    testi_ = TextParts(codiceConto, descrizioneConto);
+    testi_ = TextParts(codiceConto, descrizioneConto, testiNodo);
     flngCodicePDC_ = codicePDC;
     fenmTipoNodo_ = entro(tipoNodo, massimo4Bit, 0) & massimo4Bit;
     fenmNaturaConto_ = entro(naturaConto, massimo4Bit, massimo4Bit) & massimo4Bit;

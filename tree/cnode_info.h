@@ -34,12 +34,12 @@ public:
     /// A leaf is explored from the start. The look of a correlated account is left to
     /// `ChangeStatoCorrelazione`.
     /// \param commandFactory must outlive the object's last `GetCMDGetChildren`
+    /// \param testiNodo the node's key and text: code and description are kept there if both occur in them,
+    /// and stay what they are when the node's text changes
     void Initialize(EnumTipoNodo tipoNodo, CCommandFactory& commandFactory, bool attivo, bool correlato,
                     EnumNaturaConto naturaConto, std::int32_t codicePDC, std::string_view codiceConto,
-                    std::string_view descrizioneConto, std::int16_t livello, std::int16_t livelli);
-    /// Code and description are kept in the node's key and text if both occur there, and stay what
-    /// they are when the node's text changes.
-    void CondividiTesti(const controls::TreeNode& nodo) { testi_.moveInto(nodo.Texts()); }
+                    std::string_view descrizioneConto, std::int16_t livello, std::int16_t livelli,
+                    const TextPair& testiNodo = {});
     /// There is no way back: a node that must be loaded again is replaced.
     void MarkAsExplored() { fbolEsplorato_ = true; }
     /// \param nodo the node that carries this object; only an analytic account changes its look.

@@ -1,5 +1,6 @@
 #include "tree/dizionario_nodi.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace veldran {
@@ -18,18 +19,25 @@ controls::TreeNode* DizionarioNodi::Cerca(std::string_view chiave) const {
     }
     const std::uint32_t impronta = improntaDi(chiave);
     std::size_t posto = primoPosto(impronta);
-    while (posti_[posto] != nullptr && (impronte_[posto] != impronta || posti_[posto]->Key() != chiave)) {
+    while (posti_[posto] != nullptr &&
+           (impronte_[posto] != impronta || posti_[posto]->Texts().first() != chiave)) {
         posto = postoSeguente(posto);
     }
     return posti_[posto];
 }
 
 void DizionarioNodi::Aggiungi(controls::TreeNode& nodo) {
-    if (posti_.empty() || (nodi_ + 1) * 5 > posti_.size() * 4) {
-        allarga();
-    }
-    metti(nodo, improntaDi(nodo.Key()));
+    Riserva(1);
+    metti(nodo, improntaDi(nodo.Texts().first()));
     ++nodi_;
+}
+
+void DizionarioNodi::Riserva(std::size_t altri) {
+    constexpr std::size_t minimo = 64;
+    const std::size_t bastano = (nodi_ + altri) * 5 / 4 + 1;
+    if (bastano > posti_.size()) {
+        allarga(std::max({minimo, bastano, posti_.size() + posti_.size() / 2}));
+    }
 }
 
 void DizionarioNodi::Svuota() {
@@ -51,9 +59,7 @@ void DizionarioNodi::metti(controls::TreeNode& nodo, std::uint32_t impronta) {
     impronte_[posto] = impronta;
 }
 
-void DizionarioNodi::allarga() {
-    constexpr std::size_t minimo = 64;
-    const std::size_t quanti = posti_.empty() ? minimo : posti_.size() + posti_.size() / 2;
+void DizionarioNodi::allarga(std::size_t quanti) {
     std::vector<controls::TreeNode*> posti(quanti);
     std::vector<std::uint32_t> impronte(quanti);
     posti_.swap(posti);

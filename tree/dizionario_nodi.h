@@ -18,12 +18,14 @@ public:
     controls::TreeNode* Cerca(std::string_view chiave) const;
     /// The node's key must not be in use yet.
     void Aggiungi(controls::TreeNode& nodo);
+    /// Makes room at once for so many nodes more.
+    void Riserva(std::size_t altri);
     void Svuota();
 
 private:
     std::size_t primoPosto(std::uint32_t impronta) const;
     std::size_t postoSeguente(std::size_t posto) const { return posto + 1 == posti_.size() ? 0 : posto + 1; }
-    void allarga();
+    void allarga(std::size_t quanti);
     void metti(controls::TreeNode& nodo, std::uint32_t impronta);
 
     std::vector<controls::TreeNode*> posti_; ///< by the key's hash; the next free place when it is taken

@@ -2,11 +2,12 @@
 
 #include "platform/controls/tree_view.h"
 
+#include <utility>
+
 namespace veldran::controls {
 
-TreeNode::TreeNode(TreeView& tree, TreeNode* parent, std::string_view key, std::string_view text, int image,
-                   int selectedImage)
-    : tree_(tree), parent_(parent), texts_(key, text), image_(static_cast<std::int16_t>(image)),
+TreeNode::TreeNode(TreeView& tree, TreeNode* parent, TextPair texts, int image, int selectedImage)
+    : tree_(tree), parent_(parent), texts_(std::move(texts)), image_(static_cast<std::int16_t>(image)),
       selectedImage_(static_cast<std::int16_t>(selectedImage)) {}
 
 TreeNode::~TreeNode() = default;

@@ -23,8 +23,7 @@ public:
 /// share one block (65,535 bytes each at most), and what belongs to children, if any, is kept apart.
 class TreeNode {
 public:
-    TreeNode(TreeView& tree, TreeNode* parent, std::string_view key, std::string_view text, int image,
-             int selectedImage);
+    TreeNode(TreeView& tree, TreeNode* parent, TextPair texts, int image, int selectedImage);
     ~TreeNode();
     TreeNode(const TreeNode&) = delete;
     TreeNode& operator=(const TreeNode&) = delete;

@@ -1,6 +1,7 @@
 #include "platform/controls/tree_view.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veldran::controls {
 
@@ -34,7 +35,7 @@ private:
 };
 
 TreeView::TreeView(Container& parent, std::string name)
-    : Control(parent, std::move(name)), root_(*this, nullptr, {}, {}, 0, 0),
+    : Control(parent, std::move(name)), root_(*this, nullptr, {}, 0, 0),
       watches_(std::make_shared<std::vector<NodeWatch*>>()) {}
 
 TreeView::~TreeView() {
@@ -42,11 +43,10 @@ TreeView::~TreeView() {
     dropNodes();
 }
 
-TreeNode& TreeView::Add(TreeNode* parent, std::string_view key, std::string_view text, int image,
-                        int selectedImage) {
+TreeNode& TreeView::Add(TreeNode* parent, TextPair texts, int image, int selectedImage) {
     TreeNode& owner = parent != nullptr ? *parent : root_;
     TreeNode::Below& below = owner.below();
-    below.nodes.push_back(std::make_unique<TreeNode>(*this, &owner, key, text, image, selectedImage));
+    below.nodes.push_back(std::make_unique<TreeNode>(*this, &owner, std::move(texts), image, selectedImage));
     TreeNode& node = *below.nodes.back();
     node.index_ = owner.Children() - 1;
     if (observer_ == nullptr || !isShown(owner)) {

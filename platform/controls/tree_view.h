@@ -54,7 +54,11 @@ public:
 
     /// Appends a child of `parent`, or a root when it is nullptr.
     TreeNode& Add(TreeNode* parent, std::string_view key, std::string_view text = {}, int image = 0,
-                  int selectedImage = 0);
+                  int selectedImage = 0) {
+        return Add(parent, TextPair(key, text), image, selectedImage);
+    }
+    /// The same with key and text as a pair, which others may hold as well.
+    TreeNode& Add(TreeNode* parent, TextPair texts, int image = 0, int selectedImage = 0);
     void Remove(TreeNode& node);
     void Clear();
     int RootCount() const { return root_.Children(); }

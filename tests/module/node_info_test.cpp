@@ -12,8 +12,8 @@ class NodeInfo : public testing::Test {
 protected:
     CNodeInfo& attach(EnumTipoNodo kind, std::int16_t level, std::int16_t levels, bool correlated = false) {
         auto info = std::make_unique<CNodeInfo>();
-        info->Initialize(kind, factory, false, correlated, Economico, 7, "0102030005", "Cassa", level,
-                         levels);
+        info->Initialize(kind, factory, false, correlated, Economico, 7, "0102030005", "Cassa", level, levels,
+                         node.Texts());
         CNodeInfo& attached = *info;
         node.SetTag(std::move(info));
         return attached;
@@ -96,17 +96,13 @@ TEST_F(NodeInfo, GivesBackWhatItWasInitializedWith) {
 }
 
 TEST_F(NodeInfo, KeepsItsTextsInThoseOfTheNodeWhicheverTheNodeTakesLater) {
-    CNodeInfo& info = attach(NodoConto, 4, 4);
-    info.CondividiTesti(node);
+    const CNodeInfo& info = attach(NodoConto, 4, 4);
     EXPECT_EQ(info.CodiceConto(), "0102030005");
     EXPECT_EQ(info.DescrizioneConto(), "Cassa");
     node.SetText("Banca");
     EXPECT_EQ(node.Key(), "*E0102030005*");
     EXPECT_EQ(info.CodiceConto(), "0102030005");
     EXPECT_EQ(info.DescrizioneConto(), "Cassa");
-    info.CondividiTesti(node); // has no such description any more
-    EXPECT_EQ(info.DescrizioneConto(), "Cassa");
-    EXPECT_EQ(info.CodiceConto(), "0102030005");
 }
 
 TEST_F(NodeInfo, IsMissingOnAPlaceholder) {

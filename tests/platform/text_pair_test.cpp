@@ -59,10 +59,10 @@ TEST(TextParts, HoldTheirTextsWithoutAHolder) {
 }
 
 TEST(TextParts, TakeNoRoomInAPairThatHoldsBoth) {
-    TextParts parts("0102030005", "Cassa è qui");
+    TextParts parts;
     {
         const TextPair holder("*P0102030005*", "01/02/03/0005 - Cassa è qui");
-        parts.moveInto(holder);
+        parts = TextParts("0102030005", "Cassa è qui", holder);
         EXPECT_EQ(parts.first().data(), holder.first().data() + 2);
         EXPECT_EQ(parts.second().data(), holder.second().data() + 16);
     }
@@ -70,21 +70,18 @@ TEST(TextParts, TakeNoRoomInAPairThatHoldsBoth) {
     EXPECT_EQ(parts.second(), "Cassa è qui");
 }
 
-TEST(TextParts, StayWhereTheyAreWhenAPairHoldsOnlyOneOfThemOrTooFarBehind) {
-    TextParts parts("codice", "descrizione");
-    const char* place = parts.first().data();
-    parts.moveInto(TextPair("codice", "altro"));
-    parts.moveInto(TextPair("altro", "descrizione"));
-    parts.moveInto(TextPair());
-    parts.moveInto(TextPair(std::string(65535, 'x'), "- codice descrizione"));
-    EXPECT_EQ(parts.first().data(), place);
-    EXPECT_EQ(parts.first(), "codice");
-    EXPECT_EQ(parts.second(), "descrizione");
+TEST(TextParts, HaveABlockOfTheirOwnWhenAPairHoldsOnlyOneOfThemOrTooFarBehind) {
+    for (const TextPair& holder : {TextPair("codice", "altro"), TextPair("altro", "descrizione"), TextPair(),
+                                   TextPair(std::string(65535, 'x'), "- codice descrizione")}) {
+        const TextParts parts("codice", "descrizione", holder);
+        EXPECT_NE(parts.first().data(), holder.first().data());
+        EXPECT_EQ(parts.first(), "codice");
+        EXPECT_EQ(parts.second(), "descrizione");
+    }
 }
 
 TEST(TextParts, MayBeEmpty) {
-    TextParts parts("", "");
-    parts.moveInto(TextPair("chiave", "testo"));
+    const TextParts parts("", "", TextPair("chiave", "testo"));
     EXPECT_EQ(parts.first(), "");
     EXPECT_EQ(parts.second(), "");
 }
