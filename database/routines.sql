@@ -126,25 +126,8 @@ BEGIN
         , FIGLIO.ISANALITICO
         , CAST(
             CASE
-                WHEN EXISTS (
-                    SELECT 1
-                    FROM #CG24_TABPDC_SELECTED AS SUB
-                    WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                        AND SUB.ISANALITICO = 1
-                        AND SUB.ATTIVO = 0
-                        AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
-                        AND SUB.INDICE > FIGLIO.INDICE
-                        AND SUB.INDICE <= FIGLIO.ULTIMO
-                ) THEN 0
-                WHEN EXISTS (
-                    SELECT 1
-                    FROM #CG24_TABPDC_SELECTED AS SUB
-                    WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                        AND SUB.ISANALITICO = 1
-                        AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
-                        AND SUB.INDICE > FIGLIO.INDICE
-                        AND SUB.INDICE <= FIGLIO.ULTIMO
-                ) THEN 1
+                WHEN FIGLIO.PRIMOSPENTO <= FIGLIO.ULTIMO THEN 0
+                WHEN FIGLIO.PRIMOATTIVO <= FIGLIO.ULTIMO THEN 1
                 ELSE 0
             END AS BIT) AS ATTIVO
         , FIGLIO.CORRELATO
@@ -157,17 +140,30 @@ BEGIN
                 , CONTOF
                 , DESCRIZIONE
                 , CG24_INDTIPOCONTO
-                , LIVELLO1
                 , NRLIVELLO
                 , ISANALITICO
                 , CORRELATO
+                , LEFT(CODEHEADER + '9999999999', 10) AS ULTIMO
                 , (
-                    SELECT TOP 1 PDC.INDICE
-                    FROM #CG24_TABPDC AS PDC
-                    WHERE PDC.GRUPPO = @GRUPPO
-                        AND PDC.CONTO <= LEFT(#CG24_TABPDC_SELECTED.CODEHEADER + '9999999999', 10)
-                    ORDER BY PDC.CONTO DESC
-                ) AS ULTIMO
+                    SELECT TOP 1 SUB.CONTO
+                    FROM #CG24_TABPDC_SELECTED AS SUB
+                    WHERE SUB.CG24_INDTIPOCONTO = @NATURA
+                        AND SUB.ISANALITICO = 1
+                        AND SUB.ATTIVO = 0
+                        AND SUB.LIVELLO1 = #CG24_TABPDC_SELECTED.LIVELLO1
+                        AND SUB.INDICE > #CG24_TABPDC_SELECTED.INDICE
+                    ORDER BY SUB.INDICE ASC
+                ) AS PRIMOSPENTO
+                , (
+                    SELECT TOP 1 SUB.CONTO
+                    FROM #CG24_TABPDC_SELECTED AS SUB
+                    WHERE SUB.CG24_INDTIPOCONTO = @NATURA
+                        AND SUB.ISANALITICO = 1
+                        AND SUB.ATTIVO = 1
+                        AND SUB.LIVELLO1 = #CG24_TABPDC_SELECTED.LIVELLO1
+                        AND SUB.INDICE > #CG24_TABPDC_SELECTED.INDICE
+                    ORDER BY SUB.INDICE ASC
+                ) AS PRIMOATTIVO
             FROM
                 #CG24_TABPDC_SELECTED
             WHERE
@@ -178,15 +174,8 @@ BEGIN
         ) AS FIGLIO
     WHERE
         FIGLIO.CG24_INDTIPOCONTO = @NATURA
-        OR EXISTS (
-            SELECT 1
-            FROM #CG24_TABPDC_SELECTED AS SUB
-            WHERE SUB.CG24_INDTIPOCONTO = @NATURA
-                AND SUB.ISANALITICO = 1
-                AND SUB.LIVELLO1 = FIGLIO.LIVELLO1
-                AND SUB.INDICE > FIGLIO.INDICE
-                AND SUB.INDICE <= FIGLIO.ULTIMO
-        )
+        OR FIGLIO.PRIMOSPENTO <= FIGLIO.ULTIMO
+        OR FIGLIO.PRIMOATTIVO <= FIGLIO.ULTIMO
     ORDER BY
         FIGLIO.INDICE ASC
 END
