@@ -5,25 +5,28 @@ namespace veldran::embedded {
 
 namespace {
 
-Value readCell(SqliteStatement& statement, int column, const SqlType& type) {
-    if (statement.isNull(column)) {
-        return {};
+// Appends a cell of the row that the statement stands on. SQLite gives NULL as 0 and as no text, so that only
+// those have to be asked what they are.
+void appendCell(ado::RowSet& rows, const SqliteStatement& statement, int column, const SqlType& type) {
+    if (type.isText()) {
+        const std::string_view text = statement.text(column);
+        return text.data() == nullptr ? rows.append() : rows.append(text);
+    }
+    if (type.kind == TypeKind::Float) {
+        return statement.isNull(column) ? rows.append()
+                                        : rows.append(sqlite3_column_double(statement.handle(), column));
+    }
+    const std::int64_t number = statement.integer(column);
+    if (number == 0 && statement.isNull(column)) {
+        return rows.append();
     }
     switch (type.kind) {
     case TypeKind::Bit:
-        return statement.integer(column) != 0;
+        return rows.append(number != 0);
     case TypeKind::Decimal:
-        return Decimal{statement.integer(column), type.scale};
-    case TypeKind::Float:
-        return sqlite3_column_double(statement.handle(), column);
-    case TypeKind::Null:
-    case TypeKind::TinyInt:
-    case TypeKind::SmallInt:
-    case TypeKind::Int:
-    case TypeKind::BigInt:
-        return statement.integer(column);
+        return rows.append(Decimal{number, type.scale});
     default:
-        return statement.text(column);
+        return rows.append(number);
     }
 }
 
@@ -78,7 +81,7 @@ bool Executor::runProgram(Compiled& entry, Activation& activation) {
     }
     prepare(entry);
     const Program& program = entry.program();
-    if (program.columns.empty()) {
+    if (program.types.empty()) {
         // A change cannot be taken back to be bound anew, so it looks first; beside the commit this costs
         // nothing.
         if (program.changesFile && isOutdated(entry)) {
@@ -111,23 +114,17 @@ bool Executor::runProgram(Compiled& entry, Activation& activation) {
 
 void Executor::readRows(Compiled& entry, bool hasRow) {
     SqliteStatement& statement = entry.statement;
-    const std::vector<ResultColumn>& columns = entry.program().columns;
-    const bool keep = wantsRows_ && !result_.rows;
+    const std::vector<SqlType>& types = entry.program().types;
     std::unique_ptr<ado::RowSet> rows;
-    if (keep) {
-        std::vector<ado::ColumnInfo> infos;
-        infos.reserve(columns.size());
-        for (const ResultColumn& column : columns) {
-            infos.push_back(column.info);
-        }
-        rows = std::make_unique<ado::RowSet>(std::move(infos));
+    if (wantsRows_ && !result_.rows) {
+        rows = std::make_unique<ado::RowSet>(entry.program().columns);
     }
     std::int64_t count = 0;
     for (; hasRow; hasRow = statement.step()) {
         ++count;
         if (rows) {
-            for (std::size_t i = 0; i < columns.size(); ++i) {
-                rows->append(readCell(statement, static_cast<int>(i), columns[i].type));
+            for (std::size_t i = 0; i < types.size(); ++i) {
+                appendCell(*rows, statement, static_cast<int>(i), types[i]);
             }
         }
     }

@@ -18,6 +18,10 @@ std::string realText(double value) {
     return text;
 }
 
+std::string inParentheses(const std::string& text) {
+    return "(" + text + ")";
+}
+
 // Joins the operands that binding does not decide. `absorbing` decides the whole, the other value falls away.
 Condition join(std::vector<Condition> conditions, Truth absorbing, Condition::Form form) {
     const Truth neutral = absorbing == Truth::True ? Truth::False : Truth::True;
@@ -41,21 +45,27 @@ Condition join(std::vector<Condition> conditions, Truth absorbing, Condition::Fo
     for (const Condition& condition : open) {
         result.sql += result.sql.empty() ? "" : form == Condition::Form::And ? " AND " : " OR ";
         const bool wrapped = form == Condition::Form::And && condition.form == Condition::Form::Or;
-        const std::string text = wrapped ? "(" + condition.sql + ")" : condition.sql;
-        result.sql += text;
+        result.sql += wrapped ? inParentheses(condition.sql) : condition.sql;
         if (form == Condition::Form::And) {
             result.tests.insert(result.tests.end(), condition.tests.begin(), condition.tests.end());
         }
-        if (form == Condition::Form::And && condition.parts.empty()) {
-            result.parts.push_back(text);
-        } else if (form == Condition::Form::And) {
-            result.parts.insert(result.parts.end(), condition.parts.begin(), condition.parts.end());
+        if (form == Condition::Form::And) {
+            const std::vector<std::string> parts = condition.conjuncts();
+            result.parts.insert(result.parts.end(), parts.begin(), parts.end());
         }
     }
     return result;
 }
 
 } // namespace
+
+std::vector<std::string> Condition::conjuncts() const {
+    if (!parts.empty()) {
+        return parts;
+    }
+    return isTrue() ? std::vector<std::string>()
+                    : std::vector<std::string>{form == Form::Or ? inParentheses(sql) : sql};
+}
 
 Fragment makeConstant(const Stored& value, const SqlType& type) {
     Fragment result;

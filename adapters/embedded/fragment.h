@@ -57,11 +57,13 @@ struct Condition {
     std::string sql;
     Form form = Form::Predicate;
     std::optional<Truth> known;
-    std::vector<std::string> parts{}; ///< of And: what must hold, each fit to be joined again
+    std::vector<std::string> parts{}; ///< of And: see `conjuncts`
     std::vector<ColumnTest> tests{};  ///< comparisons that hold wherever the condition does
 
     bool isTrue() const { return known == Truth::True; }
     bool isFalse() const { return known == Truth::False; }
+    /// What must hold, each fit to be joined by AND.
+    std::vector<std::string> conjuncts() const;
 };
 
 Fragment makeConstant(const Stored& value, const SqlType& type);

@@ -2,26 +2,13 @@
 
 #include "adapters/embedded/parsing.h"
 
+#include <algorithm>
+
 namespace veldran::embedded {
 
 namespace {
 
 constexpr std::size_t maximumPlans = 256;
-
-// The number of markers, their types and the text, which so needs no end.
-std::string keyOf(std::string_view text, const std::vector<SqlType>& markers) {
-    std::string key;
-    const auto append = [&key](std::size_t number) {
-        key.append(reinterpret_cast<const char*>(&number), sizeof number);
-    };
-    append(markers.size());
-    for (const SqlType& marker : markers) {
-        append(static_cast<std::size_t>(marker.kind));
-        append(static_cast<std::size_t>(marker.length));
-        append(std::size_t{marker.precision} << 8U | marker.scale);
-    }
-    return key.append(text);
-}
 
 } // namespace
 
@@ -35,21 +22,25 @@ const Program& Compiled::program() const {
     return std::get<Program>(translated);
 }
 
+bool PlanCache::Key::operator==(const Key& other) const {
+    return text == other.text &&
+           std::equal(markers.begin(), markers.end(), other.markers.begin(), other.markers.end());
+}
+
 std::shared_ptr<Plan> PlanCache::plan(std::string_view text, std::vector<SqlType> markers) {
-    std::string key = keyOf(text, markers);
-    if (const auto found = byKey_.find(key); found != byKey_.end()) {
+    if (const auto found = byKey_.find({text, markers}); found != byKey_.end()) {
         plans_.splice(plans_.begin(), plans_, found->second);
-        return plans_.front().second;
+        return plans_.front();
     }
     auto fresh = std::make_shared<Plan>();
     fresh->text = text;
     fresh->batch = parseText(fresh->text);
     fresh->markers = std::move(markers);
     ++parsed_;
-    plans_.emplace_front(key, fresh);
-    byKey_[key] = plans_.begin();
+    plans_.push_front(fresh);
+    byKey_[{fresh->text, fresh->markers}] = plans_.begin();
     if (plans_.size() > maximumPlans) {
-        byKey_.erase(plans_.back().first);
+        byKey_.erase({plans_.back()->text, plans_.back()->markers});
         plans_.pop_back();
     }
     return fresh;

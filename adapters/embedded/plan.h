@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -52,10 +54,19 @@ public:
     std::size_t parsed() const { return parsed_; }
 
 private:
-    // Shared with the prepared statements and calls that are using the plan.
-    using Entry = std::pair<std::string, std::shared_ptr<Plan>>;
-    std::list<Entry> plans_; // the latest first
-    std::unordered_map<std::string, std::list<Entry>::iterator> byKey_;
+    /// What a plan is found by; of a plan that is kept, it is the plan's own.
+    struct Key {
+        std::string_view text;
+        std::span<const SqlType> markers;
+        bool operator==(const Key& other) const;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const { return std::hash<std::string_view>{}(key.text); }
+    };
+    using Plans =
+        std::list<std::shared_ptr<Plan>>; // shared with the statements and calls that are using them
+    Plans plans_;                         // the latest first
+    std::unordered_map<Key, Plans::iterator, KeyHash> byKey_;
     std::size_t parsed_ = 0;
 };
 

@@ -20,12 +20,6 @@ struct Slot {
     SqlType type;
 };
 
-/// One column of a result: how SQLite holds it and what the client is told of it.
-struct ResultColumn {
-    SqlType type;
-    ado::ColumnInfo info;
-};
-
 /// What an emitted text was bound to; when one of these has changed, it is bound anew.
 struct Dependency {
     tsql::QualifiedName name;
@@ -44,7 +38,8 @@ struct Sought {
 struct Program {
     std::string sql;
     std::vector<Slot> slots;            ///< slot i is the parameter ?(i + 1)
-    std::vector<ResultColumn> columns;  ///< of a query; empty for a change
+    std::vector<SqlType> types;         ///< of a query's columns; empty for a change
+    ado::SharedColumns columns;         ///< what the client is told of them; empty unless it may see them
     std::vector<std::string> variables; ///< of SELECT @V = ...: one for each column
     std::vector<Dependency> dependencies;
     std::vector<Sought> sought;

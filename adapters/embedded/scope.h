@@ -47,6 +47,14 @@ struct SelectedItem {
     std::string variable; ///< of SELECT @V = value
 };
 
+/// The rows of a working table's original that have the numbers of those sought in the copy.
+struct OriginalRows {
+    std::string number; ///< of such a row
+    std::string from;
+    std::string where;
+    std::vector<std::string> settles; ///< conditions on the copy that hold for the rows it leads to
+};
+
 /// One SELECT, bound and not yet written out.
 struct BoundSelect {
     bool distinct = false;
@@ -54,7 +62,8 @@ struct BoundSelect {
     std::vector<SelectedItem> items;
     std::string from;
     Condition condition; ///< as the statement says it
-    std::string where;   ///< with what follows from it
+    std::string where;   ///< as it is written: with what follows from it
+    std::string leader;  ///< the original whose rows `where` finds first; empty when there is none
     std::string groupBy;
     std::string having;
     std::string limit;

@@ -45,7 +45,7 @@ void SessionState::begin() {
     if (transactionCount() == 0) {
         // The write lock is taken here, where waiting for it is safe: a reader that turns writer could never
         // wait.
-        database_->execute("BEGIN IMMEDIATE");
+        database_->repeat("BEGIN IMMEDIATE");
     }
     ++transactions_;
 }
@@ -55,7 +55,7 @@ void SessionState::commit() {
         fail(3902, "25000", "La richiesta COMMIT TRANSACTION non ha una BEGIN TRANSACTION corrispondente.");
     }
     if (transactions_ == 1) {
-        database_->execute("COMMIT");
+        database_->repeat("COMMIT");
         savepoints_.clear();
     }
     --transactions_;
@@ -68,7 +68,7 @@ void SessionState::rollback() {
     transactions_ = 0;
     savepoints_.clear();
     forgetTables();
-    database_->execute("ROLLBACK");
+    database_->repeat("ROLLBACK");
 }
 
 void SessionState::savepoint(const std::string& name) {
@@ -140,9 +140,9 @@ void SessionState::endScopedTables() {
 
 AtomicScope::AtomicScope(SessionState& session, bool writesFile)
     : session_(session), nested_(session.database().inTransaction()) {
-    session_.database().execute(nested_      ? "SAVEPOINT \"veldran statement\""
-                                : writesFile ? "BEGIN IMMEDIATE"
-                                             : "BEGIN");
+    session_.database().repeat(nested_      ? "SAVEPOINT \"veldran statement\""
+                               : writesFile ? "BEGIN IMMEDIATE"
+                                            : "BEGIN");
 }
 
 AtomicScope::~AtomicScope() {
@@ -153,10 +153,11 @@ AtomicScope::~AtomicScope() {
     try {
         if (!nested_) {
             if (session_.database().inTransaction()) {
-                session_.database().execute("ROLLBACK");
+                session_.database().repeat("ROLLBACK");
             }
         } else if (session_.database().inTransaction()) {
-            session_.database().execute("ROLLBACK TO \"veldran statement\"; RELEASE \"veldran statement\"");
+            session_.database().repeat("ROLLBACK TO \"veldran statement\"");
+            session_.database().repeat("RELEASE \"veldran statement\"");
         }
     } catch (const ado::AdoError&) {
         // The error that led here is on its way; SQLite has undone the work or will when the session ends.
@@ -165,7 +166,7 @@ AtomicScope::~AtomicScope() {
 }
 
 void AtomicScope::complete() {
-    session_.database().execute(nested_ ? "RELEASE \"veldran statement\"" : "COMMIT");
+    session_.database().repeat(nested_ ? "RELEASE \"veldran statement\"" : "COMMIT");
     done_ = true;
 }
 

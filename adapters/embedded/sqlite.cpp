@@ -78,6 +78,7 @@ SqliteDatabase::SqliteDatabase(const std::string& path, int flags)
 }
 
 SqliteDatabase::~SqliteDatabase() {
+    repeated_.clear();
     sqlite3_close_v2(handle_);
 }
 
@@ -86,6 +87,14 @@ void SqliteDatabase::execute(const std::string& sql) {
     if (code != SQLITE_OK) {
         failWith(code);
     }
+}
+
+void SqliteDatabase::repeat(std::string_view sql) {
+    auto kept = repeated_.find(sql);
+    if (kept == repeated_.end()) {
+        kept = repeated_.emplace(sql, prepare(sql)).first;
+    }
+    kept->second.run();
 }
 
 std::int64_t SqliteDatabase::integer(const std::string& sql) {

@@ -6,6 +6,8 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,34 +53,7 @@ public:
                                                  const std::vector<std::string>& columns) = 0;
 };
 
-class SqliteStatement;
-
-class SqliteDatabase {
-public:
-    /// \throws AdoError when SQLite cannot open the file; `flags` are those of sqlite3_open_v2.
-    SqliteDatabase(const std::string& path, int flags);
-    ~SqliteDatabase();
-    SqliteDatabase(const SqliteDatabase&) = delete;
-    SqliteDatabase& operator=(const SqliteDatabase&) = delete;
-
-    sqlite3* handle() const { return handle_; }
-    FunctionState& functions() { return *functions_; }
-    const std::string& path() const { return path_; }
-
-    void execute(const std::string& sql);
-    /// The first column of the first row of a query without parameters; 0 when there is no row.
-    std::int64_t integer(const std::string& sql);
-    SqliteStatement prepare(std::string_view sql);
-
-    bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
-    /// Throws what `code`, just returned by a call on this database, stands for.
-    [[noreturn]] void failWith(int code);
-
-private:
-    std::string path_;
-    sqlite3* handle_ = nullptr;
-    std::unique_ptr<FunctionState> functions_;
-};
+class SqliteDatabase;
 
 class SqliteStatement {
 public:
@@ -111,6 +86,36 @@ public:
 private:
     SqliteDatabase* database_ = nullptr;
     sqlite3_stmt* handle_ = nullptr;
+};
+
+class SqliteDatabase {
+public:
+    /// \throws AdoError when SQLite cannot open the file; `flags` are those of sqlite3_open_v2.
+    SqliteDatabase(const std::string& path, int flags);
+    ~SqliteDatabase();
+    SqliteDatabase(const SqliteDatabase&) = delete;
+    SqliteDatabase& operator=(const SqliteDatabase&) = delete;
+
+    sqlite3* handle() const { return handle_; }
+    FunctionState& functions() { return *functions_; }
+    const std::string& path() const { return path_; }
+
+    void execute(const std::string& sql);
+    /// One statement that yields no rows and comes again and again: it stays prepared.
+    void repeat(std::string_view sql);
+    /// The first column of the first row of a query without parameters; 0 when there is no row.
+    std::int64_t integer(const std::string& sql);
+    SqliteStatement prepare(std::string_view sql);
+
+    bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
+    /// Throws what `code`, just returned by a call on this database, stands for.
+    [[noreturn]] void failWith(int code);
+
+private:
+    std::string path_;
+    sqlite3* handle_ = nullptr;
+    std::unique_ptr<FunctionState> functions_;
+    std::map<std::string, SqliteStatement, std::less<>> repeated_; ///< by their texts
 };
 
 /// Resets a statement on every way out, so that its locks do not outlive the reading.

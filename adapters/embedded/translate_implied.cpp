@@ -25,8 +25,8 @@ const Source* sourceOf(const ColumnTest& test, const Scope& scope) {
 
 // An index of the original finds the rows of a copy as well: they have the same numbers. So the indexes of a
 // table that stays serve every copy made of it, and the copy needs none of its own.
-std::optional<Condition> Translator::soughtInOriginal(const Condition& where, const Source& source,
-                                                      const Scope& scope) {
+std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where, const Source& source,
+                                                         const Scope& scope, bool evenByQuery) {
     const std::string* name = source.table && source.table->isTemporary()
                                   ? context_.copies.originalOf(source.table->name)
                                   : nullptr;
@@ -54,6 +54,9 @@ std::optional<Condition> Translator::soughtInOriginal(const Condition& where, co
     // Running a query for the value is for where nothing plainer finds the rows.
     std::vector<std::string> columns;
     for (const bool byQuery : {false, true}) {
+        if (byQuery && !evenByQuery) {
+            break;
+        }
         SearchedColumns searched;
         for (const ColumnTest* test : tests) {
             if (!test->byQuery || byQuery) {
@@ -76,17 +79,20 @@ std::optional<Condition> Translator::soughtInOriginal(const Condition& where, co
     return std::nullopt;
 }
 
-Condition Translator::searchIn(const Table& original, const Source& source,
-                               const std::vector<std::string>& columns,
-                               const std::vector<const ColumnTest*>& tests) {
+OriginalRows Translator::searchIn(const Table& original, const Source& source,
+                                  const std::vector<std::string>& columns,
+                                  const std::vector<const ColumnTest*>& tests) {
     const std::string alias = quoteName(original.name + "$" + std::to_string(++aliases_));
-    std::string sought;
+    OriginalRows rows;
+    rows.number = alias + ".rowid";
+    rows.from = original.sqlName() + " AS " + alias;
     for (const ColumnTest* test : tests) {
-        sought += (sought.empty() ? "" : " AND ") + test->before + alias + "." +
-                  quoteName(test->column->name) + test->after;
+        const std::string column = "." + quoteName(test->column->name);
+        rows.where += (rows.where.empty() ? "" : " AND ") + test->before + alias + column + test->after;
+        rows.settles.push_back(test->before + quoteName(source.alias) + column + test->after);
     }
     for (const std::string& flag : flagsBetween(context_.catalogue.indexesOf(original), original, columns)) {
-        sought += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
+        rows.where += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
     }
     for (const std::string& column : columns) {
         relies_.push_back({original.name, source.table->name, column});
@@ -94,9 +100,35 @@ Condition Translator::searchIn(const Table& original, const Source& source,
     table({{}, {original.name}}); // what the text depends on
     std::erase_if(sought_, [&](const Sought& own) { return own.occurrence == source.occurrence(); });
     sought_.push_back({original.name, ++occurrences_, columns});
-    return {quoteName(source.alias) + ".rowid IN (SELECT " + alias + ".rowid FROM " + original.sqlName() +
-                " AS " + alias + " WHERE " + sought + ")",
-            Condition::Form::Predicate, std::nullopt};
+    return rows;
+}
+
+// The rows of the original lead to those of the copy one by one. What was asked of the original need not be
+// asked of the copy again. The number that both have is read from the original, so that SQLite sees in which
+// order the rows come.
+bool Translator::ledByOriginal(BoundSelect& select, Scope& scope) {
+    if (scope.sources.size() != 1) {
+        return false;
+    }
+    Source& source = scope.sources.front();
+    // With the values of a query SQLite would rather go through the whole original in its order.
+    const auto rows = soughtInOriginal(select.condition, source, scope, false);
+    if (!rows) {
+        return false;
+    }
+    select.leader = rows->from;
+    for (SourceColumn& column : source.columns) {
+        if (column.value.column->identity) {
+            column.value.sql = rows->number;
+        }
+    }
+    select.where = rows->where + " AND " + quoteName(source.alias) + ".rowid = " + rows->number;
+    for (const std::string& part : select.condition.conjuncts()) {
+        if (std::find(rows->settles.begin(), rows->settles.end(), part) == rows->settles.end()) {
+            select.where += " AND " + part;
+        }
+    }
+    return true;
 }
 
 // EXISTS (SELECT ... FROM B WHERE B.x = A.y AND ...) says of A.y that it is among the x of those rows of B.
@@ -114,7 +146,7 @@ std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const 
             test.before + quoteName(outer->alias) + "." + quoteName(test.column->name) + test.after;
         std::string rest;
         std::vector<std::string> equal;
-        for (const std::string& part : condition.parts) {
+        for (const std::string& part : condition.conjuncts()) {
             if (part != same) {
                 rest += (rest.empty() ? "" : " AND ") + part;
             }
@@ -169,12 +201,12 @@ std::optional<Condition> Translator::flagsSteppedOver(const Condition& where, co
 Condition Translator::implied(const Condition& where, const Scope& scope) {
     std::vector<Condition> conditions;
     for (const Source& source : scope.sources) {
-        auto condition = soughtInOriginal(where, source, scope);
-        if (!condition) {
-            condition = flagsSteppedOver(where, source);
-        }
-        if (condition) {
-            conditions.push_back(std::move(*condition));
+        if (const auto rows = soughtInOriginal(where, source, scope, true)) {
+            conditions.push_back({quoteName(source.alias) + ".rowid IN (SELECT " + rows->number + " FROM " +
+                                      rows->from + " WHERE " + rows->where + ")",
+                                  Condition::Form::Predicate, std::nullopt});
+        } else if (auto flags = flagsSteppedOver(where, source)) {
+            conditions.push_back(std::move(*flags));
         }
     }
     return allOf(std::move(conditions));

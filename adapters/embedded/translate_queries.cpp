@@ -138,8 +138,10 @@ BoundSelect Translator::selectArm(const tsql::SelectSpecification& node, const S
         }
     }
     select.condition = allOf(std::move(conditions));
-    const Condition where = allOf({select.condition, implied(select.condition, scope)});
-    select.where = where.isTrue() ? "" : where.sql;
+    if (!ledByOriginal(select, scope)) {
+        const Condition where = allOf({select.condition, implied(select.condition, scope)});
+        select.where = where.isTrue() ? "" : where.sql;
+    }
     for (const tsql::Expression& item : node.groupBy) {
         const Fragment value = expression(item);
         if (value.constant) {
@@ -354,7 +356,8 @@ std::string Translator::write(const BoundSelect& select, bool named, bool collat
             sql += " AS " + quoteName(item.name);
         }
     }
-    sql += select.from.empty() ? "" : " FROM " + select.from;
+    sql += select.from.empty() ? "" : " FROM ";
+    sql += select.leader.empty() ? select.from : select.leader + " CROSS JOIN " + select.from;
     sql += select.where.empty() ? "" : " WHERE " + select.where;
     sql += select.groupBy.empty() ? "" : " GROUP BY " + select.groupBy;
     sql += select.having.empty() ? "" : " HAVING " + select.having;
@@ -417,10 +420,11 @@ TranslatedStatement Translator::select(const tsql::SelectStatement& statement) {
     Program program = finish(write(bound, false, false));
     const bool updatable = bound.isPlain() && !bound.arms.front().grouped;
     std::size_t assignments = 0;
+    std::vector<ado::ColumnInfo> columns;
     for (const SelectedItem& item : bound.items()) {
-        ado::ColumnInfo info = describe(item, updatable);
+        ado::ColumnInfo& info = columns.emplace_back(describe(item, updatable));
         info.key = info.key && isKeySelected(*item.value.table, bound.items());
-        program.columns.push_back({item.value.type, std::move(info)});
+        program.types.push_back(item.value.type);
         if (!item.variable.empty()) {
             program.variables.push_back(item.variable);
             ++assignments;
@@ -430,6 +434,7 @@ TranslatedStatement Translator::select(const tsql::SelectStatement& statement) {
         fail(141, "A0001",
              "Un'istruzione SELECT che assegna un valore a una variabile non può anche recuperare dati.");
     }
+    program.columns = std::make_shared<const std::vector<ado::ColumnInfo>>(std::move(columns));
     return program;
 }
 

@@ -143,7 +143,7 @@ Program Translator::value(const tsql::Expression& node, const SqlType* type, std
         result = convert(result, *type, ConversionMode::Cast, target);
     }
     Program program = finish("SELECT " + result.sql);
-    program.columns.push_back({result.type, {}});
+    program.types.push_back(result.type);
     return program;
 }
 
@@ -151,7 +151,7 @@ Program Translator::condition(const tsql::Expression& node) {
     const Condition result = truth(node);
     Program program = finish("SELECT " + (result.known ? std::string(result.isTrue() ? "1" : "0")
                                                        : "(" + result.sql + ") IS TRUE"));
-    program.columns.push_back({integerType(TypeKind::Int), {}});
+    program.types.push_back(integerType(TypeKind::Int));
     return program;
 }
 

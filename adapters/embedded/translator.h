@@ -142,12 +142,15 @@ private:
     void noteSought(const Fragment& column);
     /// What follows from the condition of a query or change and lets an index find its rows.
     Condition implied(const Condition& where, const Scope& scope);
-    Condition searchIn(const Table& original, const Source& source, const std::vector<std::string>& columns,
-                       const std::vector<const ColumnTest*>& tests);
+    /// False when no original can lead to the rows that the SELECT reads.
+    bool ledByOriginal(BoundSelect& select, Scope& scope);
+    OriginalRows searchIn(const Table& original, const Source& source,
+                          const std::vector<std::string>& columns,
+                          const std::vector<const ColumnTest*>& tests);
     std::vector<ColumnTest> membership(const BoundSelect& select) const;
     std::optional<Condition> flagsSteppedOver(const Condition& where, const Source& source);
-    std::optional<Condition> soughtInOriginal(const Condition& where, const Source& source,
-                                              const Scope& scope);
+    std::optional<OriginalRows> soughtInOriginal(const Condition& where, const Source& source,
+                                                 const Scope& scope, bool evenByQuery);
     friend class SeekFrame;
     friend class InlineFrame;
     friend class ScopeFrame;

@@ -4,9 +4,11 @@
 #include "platform/value.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veldran::ado {
@@ -25,28 +27,48 @@ struct ColumnInfo {
     std::string baseColumn;
 };
 
+/// The columns of results that may be many: those of one statement that runs again and again.
+using SharedColumns = std::shared_ptr<const std::vector<ColumnInfo>>;
+
 /// All rows of one result, held at the client. NCHAR values are padded with blanks to their size.
 class RowSet {
 public:
-    explicit RowSet(std::vector<ColumnInfo> columns) : columns_(std::move(columns)) {}
+    explicit RowSet(std::vector<ColumnInfo> columns)
+        : RowSet(std::make_shared<const std::vector<ColumnInfo>>(std::move(columns))) {}
+    explicit RowSet(SharedColumns columns) : columns_(std::move(columns)), width_(columns_->size()) {}
 
-    const std::vector<ColumnInfo>& columns() const { return columns_; }
-    std::size_t rowCount() const { return columns_.empty() ? 0 : cells_.size() / columns_.size(); }
+    const std::vector<ColumnInfo>& columns() const { return *columns_; }
+    /// Complete rows.
+    std::size_t rowCount() const { return width_ == 0 ? 0 : cells_ / width_; }
     /// Index of a column by name, blind to case.
     std::optional<std::size_t> indexOf(std::string_view name) const;
 
     const Value& cell(std::size_t row, std::size_t column) const {
-        return cells_[row * columns_.size() + column];
+        return blocks_[row / blockRows][row % blockRows * width_ + column];
     }
-    Value& cell(std::size_t row, std::size_t column) { return cells_[row * columns_.size() + column]; }
+    Value& cell(std::size_t row, std::size_t column) {
+        return blocks_[row / blockRows][row % blockRows * width_ + column];
+    }
 
-    /// Appends the next cell of the row being read; a row is complete after `columns().size()` cells.
-    void append(Value value) { cells_.push_back(std::move(value)); }
-    void reserveRows(std::size_t rows) { cells_.reserve(rows * columns_.size()); }
+    /// Appends the next cell of the row being read, made of what a Value is made of; a row is complete after
+    /// `columns().size()` cells.
+    template<class... Content>
+    void append(Content&&... content) {
+        if (cells_++ % (blockRows * width_) == 0) {
+            addBlock();
+        }
+        blocks_.back().emplace_back(std::forward<Content>(content)...);
+    }
 
 private:
-    std::vector<ColumnInfo> columns_;
-    std::vector<Value> cells_;
+    // Rows stay where they are while more are read: a large result is not moved again and again.
+    static constexpr std::size_t blockRows = 1024;
+    void addBlock();
+
+    SharedColumns columns_; // shared with the statement, which may run again
+    std::size_t width_;
+    std::vector<std::vector<Value>> blocks_; ///< of so many rows each, the last one of as many as there are
+    std::size_t cells_ = 0;
 };
 
 } // namespace veldran::ado

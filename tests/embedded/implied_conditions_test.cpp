@@ -45,17 +45,23 @@ using Names = std::vector<std::string>;
 } // namespace
 
 TEST_F(ImpliedConditions, ACodeOfACopyIsSoughtInTheIndexOfItsOriginal) {
-    EXPECT_EQ(
-        emitted(byCode),
-        "SELECT \"#S\".\"INDICE\" FROM temp.\"#S\" WHERE \"#S\".\"GRUPPO\" = 1 AND \"#S\".\"CONTO\" = '0102' "
-        "AND \"#S\".rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE \"#T$1\".\"GRUPPO\" = "
-        "1 "
-        "AND \"#T$1\".\"CONTO\" = '0102')");
+    EXPECT_EQ(emitted(byCode),
+              "SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" CROSS JOIN temp.\"#S\" WHERE "
+              "\"#T$1\".\"GRUPPO\" = 1 AND \"#T$1\".\"CONTO\" = '0102' AND \"#S\".rowid = \"#T$1\".rowid");
     EXPECT_EQ(rows(byCode), Rows{{"3"}});
     EXPECT_EQ(
         rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND PADRE = '0100' AND NATURA = 1 ORDER BY INDICE"),
         (Rows{{"2"}, {"3"}}));
     EXPECT_EQ(builtIndexes("#S"), Names{});
+}
+
+TEST_F(ImpliedConditions, WhatTheOriginalCannotTellIsAskedOfTheCopyAndTheNumbersComeInOrder) {
+    EXPECT_EQ(
+        emitted("SELECT CONTO FROM #S WHERE (ATTIVO = 1 OR NATURA = 2) AND GRUPPO = 1 AND PADRE = '0100' "
+                "ORDER BY INDICE"),
+        "SELECT \"#S\".\"CONTO\" FROM temp.\"#T\" AS \"#T$1\" CROSS JOIN temp.\"#S\" WHERE "
+        "\"#T$1\".\"GRUPPO\" = 1 AND \"#T$1\".\"PADRE\" = '0100' AND \"#S\".rowid = \"#T$1\".rowid AND "
+        "(\"#S\".\"ATTIVO\" = 1 OR \"#S\".\"NATURA\" = 2) ORDER BY \"#T$1\".rowid");
 }
 
 TEST_F(ImpliedConditions, TheIndexesOfTheOriginalAreBuiltWithItsFirstCopy) {
@@ -77,7 +83,7 @@ TEST_F(ImpliedConditions, ABeginningOfACodeIsSoughtBehindANumberThatNobodyNames)
 TEST_F(ImpliedConditions, AColumnThatHasChangedIsSoughtInTheCopyItself) {
     EXPECT_EQ(rows(byCode), Rows{{"3"}});
     run({"UPDATE #S SET CONTO = '0199' WHERE INDICE = 3"});
-    EXPECT_EQ(emitted(byCode).find("rowid IN"), std::string::npos);
+    EXPECT_EQ(emitted(byCode).find("#T"), std::string::npos);
     EXPECT_EQ(rows(byCode), Rows{});
     EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE GRUPPO = 1 AND CONTO = '0199'"), Rows{{"3"}});
     run({"UPDATE #T SET PADRE = '0200' WHERE INDICE = 2"});
@@ -108,7 +114,7 @@ TEST_F(ImpliedConditions, AreBoundAnewForTheNextCopy) {
          "ATTIVO) SELECT INDICE, GRUPPO, CONTO, PADRE, RADICE, NATURA, ANALITICO, ATTIVO "
          "FROM #T WHERE ATTIVO = 1 ORDER BY INDICE"});
     EXPECT_EQ(rows(byCode), Rows{{"3"}});
-    EXPECT_NE(emitted(byCode).find("rowid IN"), std::string::npos);
+    EXPECT_NE(emitted(byCode).find("CROSS JOIN"), std::string::npos);
 }
 
 TEST_F(ImpliedConditions, AreGoneAfterARollback) {
@@ -122,7 +128,7 @@ TEST_F(ImpliedConditions, AreGoneAfterARollback) {
 TEST_F(ImpliedConditions, AColumnOfAnotherTypeInTheCopyIsSoughtThere) {
     run({"CREATE TABLE #U (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, CONTO NVARCHAR(4) NOT NULL)",
          "SET IDENTITY_INSERT #U ON", "INSERT INTO #U (INDICE, CONTO) SELECT INDICE, CONTO FROM #T"});
-    EXPECT_EQ(emitted("SELECT INDICE FROM #U WHERE CONTO = '0102'").find("rowid IN"), std::string::npos);
+    EXPECT_EQ(emitted("SELECT INDICE FROM #U WHERE CONTO = '0102'").find("#T"), std::string::npos);
 }
 
 TEST_F(ImpliedConditions, AFlagBetweenTheColumnsOfAnIndexIsSteppedOver) {
@@ -216,6 +222,15 @@ TEST_F(ImpliedConditions, GiveWhatTheStatementGivesHoweverTheTablesWereChanged) 
               "SELECT INDICE FROM #S WHERE CONTO LIKE '" + code.substr(0, 3) + "%' ORDER BY INDICE",
               "SELECT INDICE FROM #S WHERE NATURA = 2 AND ANALITICO = 1 AND RADICE = '" + code +
                   "' ORDER BY INDICE",
+              "SELECT CONTO, (SELECT TOP 1 SUB.CONTO FROM #S AS SUB WHERE SUB.NATURA = 2 AND SUB.ATTIVO = " +
+                  flag +
+                  " AND SUB.INDICE > #S.INDICE ORDER BY SUB.INDICE), (SELECT COUNT(*) FROM #S AS SUB WHERE "
+                  "SUB.GRUPPO = 1 AND SUB.PADRE = #S.CONTO) FROM #S WHERE GRUPPO = 1 AND PADRE = '" +
+                  code + "' ORDER BY INDICE",
+              "SELECT F.CONTO FROM (SELECT INDICE, CONTO, NATURA FROM #S WHERE GRUPPO = 1 AND CONTO = '" +
+                  code +
+                  "') AS F WHERE F.NATURA = 1 OR EXISTS (SELECT 1 FROM #S AS SUB WHERE SUB.GRUPPO = 1 "
+                  "AND SUB.PADRE = F.CONTO AND SUB.INDICE > F.INDICE) ORDER BY F.INDICE",
               rootsOfNature,
               std::string(
                   "SELECT INDICE FROM #S AS X WHERE X.PADRE IN (SELECT DISTINCT FIGLI.PADRE FROM #S AS FIGLI "
