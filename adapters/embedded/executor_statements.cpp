@@ -184,15 +184,21 @@ bool Executor::writeBackDiffering(Compiled& entry, const WriteBack& writeBack) {
     }
     session_.database().functions().comparedRows = 0;
     if (!rows->empty()) {
-        if (!entry.ofOneRow) {
-            entry.ofOneRow = session_.database().prepare(writeBack.ofOneRow);
+        if (!entry.ofRange) {
+            entry.ofRange = session_.database().prepare(writeBack.ofRange);
         }
         AtomicScope scope(session_, false);
         const std::vector<std::int64_t> numbers = *rows; // what is written is noted in turn
         const RowCopies::Watch watch(copies, session_.database(), writeBack.to, {writeBack.column});
-        for (const std::int64_t number : numbers) {
-            entry.ofOneRow.bind(1, number);
-            entry.ofOneRow.run();
+        for (std::size_t first = 0; first < numbers.size();) {
+            std::size_t last = first; // of rows that follow one another
+            while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1) {
+                ++last;
+            }
+            entry.ofRange.bind(1, numbers[first]);
+            entry.ofRange.bind(2, numbers[last]);
+            entry.ofRange.run();
+            first = last + 1;
         }
         scope.complete();
     }

@@ -23,7 +23,7 @@ struct Compiled {
     std::string identityInsert;   ///< the setting it was bound under
     std::uint64_t indexState = 0; ///< of the catalogue, when its indexes were last found built
     int replans = 0;              ///< how often SQLite had planned it anew when last looked at
-    SqliteStatement ofOneRow{};   ///< of a write-back
+    SqliteStatement ofRange{};    ///< of a write-back
 
     const Program& program() const;
 };

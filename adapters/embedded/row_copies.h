@@ -24,7 +24,7 @@ struct WriteBack {
     std::string from;
     std::string to;
     std::string column;
-    std::string ofOneRow; ///< the same for the row with number ?1
+    std::string ofRange; ///< the same for the rows with numbers from ?1 to ?2
 };
 
 /// A column that a working table has from the one it was copied from.

@@ -260,7 +260,7 @@ std::optional<WriteBack> Translator::writeBackOf(const Target& target,
     }
     return WriteBack{other.table->name, target.table->name, column.name,
                      sql + " AND " + quoteName(own.alias) + "." +
-                         quoteName(target.table->identityColumn()->name) + " = ?1"};
+                         quoteName(target.table->identityColumn()->name) + " BETWEEN ?1 AND ?2"};
 }
 
 TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& statement, const Target& target,

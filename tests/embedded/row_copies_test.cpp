@@ -60,6 +60,18 @@ TEST_F(RowCopiesTest, AreLookedAtWhereAnUpdateHasChangedThem) {
     EXPECT_EQ(flags(), "00101");
 }
 
+TEST_F(RowCopiesTest, ThatFollowOneAnotherAreWrittenTogetherAndNoRowBetweenThemIsTouched) {
+    run({"DROP TABLE #S",
+         "SELECT INDICE, CONTO, ATTIVO, CORRELATO INTO #S FROM #T ORDER BY INDICE ALTER TABLE "
+         "#S ADD PRIMARY KEY CLUSTERED (INDICE)",
+         carryBack, "UPDATE #S SET ATTIVO = 1 WHERE INDICE IN (1, 2, 4, 5)"});
+    EXPECT_EQ(effect(), (Effect{5, 4})) << "two and two, without the third";
+    EXPECT_EQ(flags(), "11011");
+    run({"UPDATE #S SET ATTIVO = 0"});
+    EXPECT_EQ(effect(), (Effect{5, 4}));
+    EXPECT_EQ(flags(), "00000");
+}
+
 TEST_F(RowCopiesTest, AreLookedAtWhereTheOtherSideHasChanged) {
     run({"UPDATE #T SET ATTIVO = 1 WHERE CONTO IN ('2', '3')"});
     EXPECT_EQ(effect(), (Effect{3, 1}));
