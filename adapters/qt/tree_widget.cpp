@@ -47,9 +47,9 @@ public:
         if (&node == widget_.tree_.SelectedItem()) {
             model_.nodeChanged(node); // assistive programs follow the selected row
             tellCheck(node.Checked());
-        } else {
+        } else if (widget_.updatesEnabled()) {
             widget_.viewport()->update(); // one repaint, however many nodes change
-        }
+        } // else the end of the lock repaints
     }
     void expandedChanged(TreeNode& node) override {
         widget_.setExpanded(model_.indexOf(&node), node.Expanded());
