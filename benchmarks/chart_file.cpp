@@ -30,12 +30,15 @@ std::string upTo(const std::string& code, int levels, int level) {
     return result;
 }
 
-/// T-SQL that a generated company lacks: three more causali, and a second correlation of one account.
+/// T-SQL that a generated company lacks: more causali, and a second correlation of one account.
 std::string additions(const std::string& edited) {
     std::string text;
-    for (const char* code : {otherCausale, newCausale, freeCausale}) {
-        text += "INSERT INTO CI03_CAUSALI VALUES ('" + std::string(code) + "', 0, N'Causale " + code + "')\n";
-    }
+    const auto add = [&text](const std::string& code) {
+        text += "INSERT INTO CI03_CAUSALI VALUES ('" + code + "', 0, N'Causale " + code + "')\n";
+    };
+    add(otherCausale);
+    std::for_each(newCausali.begin(), newCausali.end(), add);
+    std::for_each(freeCausali.begin(), freeCausali.end(), add);
     int number = 0;
     for (const CorrelationRow& row : sixRows()) {
         text += "INSERT INTO CI15_CORRCONTICOGE VALUES (" + std::to_string(company) + ", '" + otherCausale +
@@ -173,7 +176,7 @@ const ChartFile& chartFile(const ChartKind& kind) {
     if (const auto found = known.find(kind); found != known.end()) {
         return found->second;
     }
-    const std::string path = std::string(VELDRAN_BENCH_DIR) + "/charts/chart-" +
+    const std::string path = std::string(VELDRAN_BENCH_DIR) + "/charts/company-" +
                              std::to_string(kind.accounts) + "-" + std::to_string(kind.levels) +
                              (kind.wide > 0 ? "-" + std::to_string(kind.wide) : "") + ".vdb";
     if (!fs::exists(path) || isOlderThanScripts(path)) {

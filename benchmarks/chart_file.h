@@ -2,6 +2,7 @@
 
 #include "benchmarks/subject.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,9 @@ inline constexpr int company = 90;
 inline constexpr int chartCode = 90;
 inline constexpr const char* storedCausale = "PROV"; ///< of every correlated account, three rows
 inline constexpr const char* otherCausale = "VEND";  ///< of `ChartFile::edited` too, six rows
-inline constexpr const char* newCausale = "ACQU";    ///< known, without correlations
-inline constexpr const char* freeCausale = "GIRO";   ///< the same
+/// Known, without correlations: some to be keyed, some to be duplicated onto.
+inline constexpr std::array<const char*, 3> newCausali{"ACQU", "CASS", "RESI"};
+inline constexpr std::array<const char*, 3> freeCausali{"GIRO", "RATE", "STOR"};
 
 /// A generated company: its file, and what the screen must show of it. Counted in the file itself.
 struct ChartFile {

@@ -61,7 +61,7 @@ void editACorrelation(Subject& screen, const ChartFile& file) {
         veldran_counted([&] { screen.moveToCausale(otherCausale); });
         veldran_counted([&] { screen.moveToCausale(storedCausale); });
     }
-    veldran_counted([&] { screen.key(newCausale, sixRows()); });
+    veldran_counted([&] { screen.key(newCausali.front(), sixRows()); });
     veldran_counted([&] { screen.save(); });
     veldran_counted([&] { screen.leaveCorrelations(); });
     veldran_counted([&] { screen.enterCorrelations(); });

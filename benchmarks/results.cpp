@@ -83,12 +83,12 @@ void printTable(const std::vector<Line>& lines) {
     const Line* previous = nullptr;
     for (const Line& line : lines) {
         if (previous == nullptr || previous->chart != line.chart) {
-            std::printf("\n%s\n%-34s %11s %11s %7s %11s %11s %9s\n", describe(line.chart).c_str(),
+            std::printf("\n%s\n%-40s %11s %11s %7s %11s %11s %9s\n", describe(line.chart).c_str(),
                         "medians in ms", "screen", "by hand", "ratio", "passed", "by hand", "data");
         }
         const std::optional<double> floor = line.floor ? std::optional(line.floor->processor) : std::nullopt;
         const std::optional<double> passed = line.floor ? std::optional(line.floor->passed) : std::nullopt;
-        std::printf("%-34s %11.3f %11s %7s %11.3f %11s %9s\n", line.scenario.c_str(), line.screen.processor,
+        std::printf("%-40s %11.3f %11s %7s %11.3f %11s %9s\n", line.scenario.c_str(), line.screen.processor,
                     number(floor, 3).c_str(), number(line.ratio(), 2).c_str(), line.screen.passed,
                     number(passed, 3).c_str(), number(line.data, 3).c_str());
         previous = &line;

@@ -5,6 +5,7 @@
 #include "database/generator/synthetic_script.h"
 #include "platform/controls/data_grid.h"
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 
@@ -35,9 +36,13 @@ std::unique_ptr<test::TestHost> makeHost(const ChartFile& file) {
         std::map<std::string, std::string>{{"<DITTA>", context.ditta}});
     auto host = std::make_unique<test::TestHost>(
         std::move(driver), "Provider=VeldranEmbedded;Data Source=" + file.path, context);
-    for (const char* code : {storedCausale, otherCausale, newCausale, freeCausale}) {
-        host->lookups.descriptions.emplace(code, std::string("Causale ") + code);
-    }
+    const auto describe = [&host](const std::string& code) {
+        host->lookups.descriptions.emplace(code, "Causale " + code);
+    };
+    describe(storedCausale);
+    describe(otherCausale);
+    std::for_each(newCausali.begin(), newCausali.end(), describe);
+    std::for_each(freeCausali.begin(), freeCausali.end(), describe);
     for (const CorrelationRow& row : sixRows()) {
         host->lookups.descriptions.emplace(row.account, "Conto " + row.account);
     }

@@ -146,11 +146,12 @@ void storeManyRows(const ChartFile& file) {
     const auto session = driver.open("Provider=VeldranEmbedded;Data Source=" + file.path, {}, {});
     session->begin();
     for (int number = 1; number <= manyRows; ++number) {
-        session->execute(
-            "INSERT INTO CI15_CORRCONTICOGE VALUES (" + std::to_string(company) + ", '" + newCausale + "', " +
-                std::to_string(chartCode) + ", '" + file.edited.code + "', " + std::to_string(number) + ", " +
-                std::to_string(chartgen::syntheticCostChart) + ", 'CDC010', NULL, NULL, 1, 0.10)",
-            {}, {0, false});
+        session->execute("INSERT INTO CI15_CORRCONTICOGE VALUES (" + std::to_string(company) + ", '" +
+                             newCausali.front() + "', " + std::to_string(chartCode) + ", '" +
+                             file.edited.code + "', " + std::to_string(number) + ", " +
+                             std::to_string(chartgen::syntheticCostChart) +
+                             ", 'CDC010', NULL, NULL, 1, 0.10)",
+                         {}, {0, false});
     }
     session->commit();
 }
@@ -169,7 +170,7 @@ void measureGrid() {
     list.SetFocus();
     for (int i = 0; i < 20; ++i) {
         show.add([&] {
-            const std::string causale = i % 2 == 0 ? newCausale : storedCausale;
+            const std::string causale = i % 2 == 0 ? newCausali.front() : storedCausale;
             for (std::size_t row = 0; row < list.Items().size(); ++row) {
                 if (list.Items()[row]->Text() == causale) {
                     list.SelectFromView(row);
