@@ -26,6 +26,12 @@ if(VELDRAN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${VELDRAN_CCACHE})
 endif()
 
+if(NOT MSVC)
+    # Nobody puts functions of his own in the place of a library's: they are called directly, and inlined.
+    add_compile_options($<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU>>:-fno-semantic-interposition>)
+    add_link_options($<$<AND:$<CONFIG:Release>,$<PLATFORM_ID:Linux>>:LINKER:-Bsymbolic-functions>)
+endif()
+
 if(VELDRAN_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
