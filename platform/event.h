@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -11,7 +13,7 @@ namespace veldran {
 class [[nodiscard]] Subscription {
 public:
     Subscription() = default;
-    explicit Subscription(std::shared_ptr<bool> alive) : alive_(std::move(alive)) {}
+    explicit Subscription(std::weak_ptr<bool> alive) : alive_(std::move(alive)) {}
     Subscription(Subscription&&) noexcept = default;
     Subscription& operator=(Subscription&& other) noexcept {
         release();
@@ -23,14 +25,16 @@ public:
     ~Subscription() { release(); }
 
     void release() {
-        if (alive_) {
-            *alive_ = false;
+        if (const auto alive = alive_.lock()) {
+            *alive = false;
         }
         alive_.reset();
     }
 
 private:
-    std::shared_ptr<bool> alive_; // shared with the event, which forgets the handler once this is false
+    // Of the event, which forgets the handler once this is false. The handler goes with its event at the
+    // latest.
+    std::weak_ptr<bool> alive_;
 };
 
 /// One event of an object. Handlers run in the order of their subscription; a handler may subscribe,
@@ -41,42 +45,46 @@ public:
     using Handler = std::function<void(Args...)>;
 
     Subscription subscribe(Handler handler) {
-        auto alive = std::make_shared<bool>(true);
-        handlers_->push_back({alive, std::move(handler)});
-        return Subscription(std::move(alive));
+        if (!entries_) {
+            entries_ = std::make_shared<Entries>();
+        }
+        auto entry = std::make_shared<Entry>(Entry{std::move(handler)});
+        entries_->push_back(entry);
+        return Subscription(std::shared_ptr<bool>(entry, &entry->alive));
     }
 
     void raise(Args... args) const {
-        const auto handlers = handlers_; // keeps the list alive should a handler destroy the owner
+        if (!entries_) {
+            return;
+        }
+        const auto entries = entries_; // keeps the list alive should a handler destroy the owner
         bool dead = false;
-        for (std::size_t i = 0, n = handlers->size(); i < n; ++i) {
-            const Entry entry = (*handlers)[i];
-            if (*entry.alive) {
-                entry.handler(args...);
+        for (std::size_t i = 0, n = entries->size(); i < n; ++i) {
+            const std::shared_ptr<Entry> entry = (*entries)[i];
+            if (entry->alive) {
+                entry->handler(args...);
             } else {
                 dead = true;
             }
         }
-        if (dead && handlers.use_count() == 2) { // nobody else is walking the list
-            std::erase_if(*handlers, [](const Entry& entry) { return !*entry.alive; });
+        if (dead && entries.use_count() == 2) { // nobody else is walking the list
+            std::erase_if(*entries, [](const auto& entry) { return !entry->alive; });
         }
     }
 
     bool hasHandlers() const {
-        for (const Entry& entry : *handlers_) {
-            if (*entry.alive) {
-                return true;
-            }
-        }
-        return false;
+        return entries_ && std::any_of(entries_->begin(), entries_->end(),
+                                       [](const auto& entry) { return entry->alive; });
     }
 
 private:
     struct Entry {
-        std::shared_ptr<bool> alive; // shared with the subscription
         Handler handler;
+        bool alive = true; ///< until the subscription ends
     };
-    std::shared_ptr<std::vector<Entry>> handlers_ = std::make_shared<std::vector<Entry>>();
+    // Each entry is shared with the raise that is calling it: a handler may end its own subscription.
+    using Entries = std::vector<std::shared_ptr<Entry>>;
+    std::shared_ptr<Entries> entries_; // empty until somebody subscribes, as to most events nobody does
 };
 
 } // namespace veldran

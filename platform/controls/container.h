@@ -20,6 +20,8 @@ protected:
     explicit Container(Root, std::string name);
 
 private:
+    const Container* asContainer() const override { return this; }
+
     std::vector<Control*> controls_;
 };
 

@@ -23,11 +23,11 @@ Control::~Control() {
 }
 
 Form* Control::OwnerForm() const {
-    const Control* top = this;
+    auto* top = const_cast<Control*>(this);
     while (top->parent_ != nullptr) {
         top = top->parent_;
     }
-    return const_cast<Form*>(dynamic_cast<const Form*>(top));
+    return top->asForm();
 }
 
 void Control::SetCaption(std::string caption) {

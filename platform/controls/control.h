@@ -95,6 +95,10 @@ protected:
     std::weak_ptr<const bool> lifeline() const { return life_; }
 
 private:
+    friend class Form;
+    /// This control as what it is, or nullptr.
+    virtual Form* asForm() { return nullptr; }
+    virtual const Container* asContainer() const { return nullptr; }
     void lostReach();
 
     std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true); // shared only to be watched

@@ -6,24 +6,6 @@
 
 namespace veldran::controls {
 
-namespace {
-
-Control* findBelow(const Container& container, std::string_view name) {
-    for (Control* control : container.Controls()) {
-        if (equalsIgnoringAsciiCase(control->Name(), name)) {
-            return control;
-        }
-        if (const auto* inner = dynamic_cast<const Container*>(control)) {
-            if (Control* found = findBelow(*inner, name)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
-}
-
-} // namespace
-
 Form::Form(std::string name) : Container(Root{}, std::move(name)) {}
 
 Form::~Form() = default;
@@ -33,6 +15,20 @@ void Form::SetWindowState(FormWindowState state) {
         windowState_ = state;
         Changed.raise();
     }
+}
+
+Control* Form::findBelow(const Container& container, std::string_view name) {
+    for (Control* control : container.Controls()) {
+        if (equalsIgnoringAsciiCase(control->Name(), name)) {
+            return control;
+        }
+        if (const Container* inner = control->asContainer()) {
+            if (Control* found = findBelow(*inner, name)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
 }
 
 Control* Form::FindControl(std::string_view name) const {

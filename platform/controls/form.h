@@ -56,6 +56,8 @@ public:
 private:
     friend class Control;
     friend class FormRedrawLock;
+    Form* asForm() override { return this; }
+    static Control* findBelow(const Container& container, std::string_view name);
     void forget(Control& control);
 
     FormWindowState windowState_ = windowNormal;

@@ -76,6 +76,16 @@ TEST(Event, SurvivesAHandlerThatDestroysIt) {
     EXPECT_EQ(calls, 1);
 }
 
+TEST(Event, TakesItsHandlersAlongWhenItGoes) {
+    auto event = std::make_unique<Event<>>();
+    auto held = std::make_shared<int>();
+    const std::weak_ptr<int> gone = held;
+    auto subscription = event->subscribe([held = std::move(held)] { (void)held; });
+    event.reset();
+    EXPECT_TRUE(gone.expired());
+    subscription.release();
+}
+
 TEST(Subscription, DisconnectsWhatItHeldWhenAnotherIsAssigned) {
     Event<> event;
     std::string calls;
