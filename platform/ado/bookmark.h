@@ -13,6 +13,8 @@ public:
     Bookmark() = default;
 
     friend bool operator==(const Bookmark&, const Bookmark&) = default;
+    /// Both name rows of one set.
+    bool sharesRowsWith(const Bookmark& other) const { return rows_ == other.rows_; }
 
 private:
     friend class Recordset;

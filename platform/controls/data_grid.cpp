@@ -110,7 +110,7 @@ const std::string& DataGrid::CellText(std::size_t row, std::size_t column) const
 }
 
 void DataGrid::makeTexts(std::size_t row) const {
-    const std::vector<Value> stored = rows_->values(row);
+    std::vector<Value> stored = rows_->read(row, columns_);
     std::vector<std::string> texts;
     for (std::size_t column = 0; column < columns_.size(); ++column) {
         Value shown = stored[column];
@@ -124,7 +124,7 @@ void DataGrid::makeTexts(std::size_t row) const {
         }
         texts.push_back(nullSafeText(shown));
     }
-    rows_->setTexts(row, std::move(texts));
+    rows_->setTexts(row, std::move(stored), std::move(texts));
 }
 
 const ado::Bookmark& DataGrid::RowBookmark(std::size_t row) const {

@@ -35,10 +35,10 @@ struct GridColumn {
 
 /// A grid over the rows of a record set; shows each column through its format.
 ///
-/// The grid has a cursor of its own over the rows, so that it moves nobody's record. It reads the rows when
-/// it is told to (`Refresh`, `RefreshRow`), and keeps the text of each cell: a format runs once for a row
-/// that has changed, however often the row is painted. The current row is that of the editing frame, which
-/// the user's moves are put to.
+/// The grid has a cursor of its own over the rows, so that it moves nobody's record. It makes a row's texts
+/// when the first of them is asked for and keeps them until it is told to look (`Refresh`, `RefreshRow`) and
+/// the row has changed: a format runs once for a row, however often the row is painted. The current row is
+/// that of the editing frame, which the user's moves are put to.
 class DataGrid final : public Control {
 public:
     DataGrid(Container& parent, std::string name);
@@ -56,9 +56,9 @@ public:
     /// closed.
     void SetDataSource(ado::Recordset* source);
     bool HasDataSource() const { return rows_ != nullptr; }
-    /// Reads all rows anew.
+    /// Looks at all rows anew.
     void Refresh();
-    /// Reads one row anew; all of them when it is not shown yet.
+    /// Looks at one row anew; at all of them when it is not shown yet.
     void RefreshRow(const ado::Bookmark& row);
 
     std::size_t RowCount() const;
@@ -82,7 +82,7 @@ public:
     mutable Event<const ado::Bookmark&, bool&>
         RowChosen;                                     ///< set to true to refuse; the frame moves to the row
     mutable Event<> RowsChanged;                       ///< rows came or went
-    mutable Event<std::size_t> RowChanged;             ///< a row has other values
+    mutable Event<std::size_t> RowChanged;             ///< a row that was looked at has other values
     mutable Event<> CurrentChanged;                    ///< also after a refused move, for the view to go back
     mutable Event<const std::exception&> FormatFailed; ///< once for each text that could not be made
 

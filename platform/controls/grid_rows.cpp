@@ -45,27 +45,43 @@ std::vector<const ado::Field*> GridRows::fieldsOf(const std::vector<GridColumn>&
     return found;
 }
 
+/// Texts of other values do not hold any more. \return whether these are others
+bool GridRows::Row::follow(std::vector<Value> now) {
+    if (now == values) {
+        return false;
+    }
+    values = std::move(now);
+    texts.clear();
+    return true;
+}
+
 GridDifference GridRows::refresh(const std::vector<GridColumn>& columns, GridRows* before) {
     std::vector<Row> known = std::move(before != nullptr ? before->rows_ : rows_);
     rows_.clear();
     GridDifference difference;
     difference.sameRows = true;
     if (cursor_->State() == ado::adStateOpen && cursor_->RecordCount() > 0) {
-        const std::vector<const ado::Field*> fields = fieldsOf(columns);
+        std::vector<const ado::Field*> fields;
         rows_.reserve(static_cast<std::size_t>(cursor_->RecordCount()));
-        std::size_t next = 0; // rows keep their order: what follows in the record set follows in `known`
+        auto next = known.begin(); // rows keep their order: what follows in the record set follows in `known`
         for (cursor_->MoveFirst(); !cursor_->EndOfFile(); cursor_->MoveNext()) {
-            Row row{cursor_->Bookmark(), valuesOf(fields), {}, false};
-            const auto from = known.begin() + static_cast<std::ptrdiff_t>(next);
-            const auto found =
-                std::find_if(from, known.end(), [&](const Row& old) { return old.bookmark == row.bookmark; });
-            difference.sameRows = difference.sameRows && found == from && from != known.end();
+            Row row{cursor_->Bookmark(), {}, {}};
+            const auto found = next == known.end() || !next->bookmark.sharesRowsWith(row.bookmark)
+                                   ? known.end()
+                                   : std::find_if(next, known.end(), [&](const Row& old) {
+                                         return old.bookmark == row.bookmark;
+                                     });
+            difference.sameRows = difference.sameRows && found == next && next != known.end();
             if (found != known.end()) {
-                next = static_cast<std::size_t>(found - known.begin()) + 1;
-                if (found->values == row.values) {
-                    row = std::move(*found);
-                } else {
-                    difference.changed.push_back(rows_.size());
+                next = found + 1;
+                row = std::move(*found);
+                if (!row.values.empty()) {
+                    if (fields.empty()) {
+                        fields = fieldsOf(columns);
+                    }
+                    if (row.follow(valuesOf(fields))) {
+                        difference.changed.push_back(rows_.size());
+                    }
                 }
             }
             rows_.push_back(std::move(row));
@@ -78,25 +94,36 @@ GridDifference GridRows::refresh(const std::vector<GridColumn>& columns, GridRow
 std::optional<std::size_t> GridRows::refreshRow(const ado::Bookmark& row,
                                                 const std::vector<GridColumn>& columns) {
     const auto index = find(row);
-    if (!index || cursor_->State() != ado::adStateOpen) {
+    if (!index || !standOn(row)) {
         return std::nullopt;
     }
-    try {
-        cursor_->Bookmark(row);
-    } catch (const ado::AdoError&) {
-        return std::nullopt; // the row has gone since the rows were read
-    }
-    std::vector<Value> values = valuesOf(fieldsOf(columns));
-    if (values != rows_[*index].values) {
-        rows_[*index] = {row, std::move(values), {}, false};
+    if (Row& known = rows_[*index]; !known.values.empty()) {
+        known.follow(valuesOf(fieldsOf(columns)));
     }
     return index;
 }
 
+/// False when the row has gone since the rows were read.
+bool GridRows::standOn(const ado::Bookmark& row) {
+    if (cursor_->State() != ado::adStateOpen) {
+        return false;
+    }
+    try {
+        cursor_->Bookmark(row);
+        return true;
+    } catch (const ado::AdoError&) {
+        return false;
+    }
+}
+
 void GridRows::dropTexts() {
     for (Row& row : rows_) {
-        row.formatted = false;
+        row.texts.clear();
     }
+}
+
+std::vector<Value> GridRows::read(std::size_t row, const std::vector<GridColumn>& columns) {
+    return standOn(rows_.at(row).bookmark) ? valuesOf(fieldsOf(columns)) : std::vector<Value>(columns.size());
 }
 
 std::optional<std::size_t> GridRows::find(const ado::Bookmark& bookmark) const {
@@ -108,9 +135,9 @@ std::optional<std::size_t> GridRows::find(const ado::Bookmark& bookmark) const {
     return static_cast<std::size_t>(found - rows_.begin());
 }
 
-void GridRows::setTexts(std::size_t row, std::vector<std::string> texts) {
+void GridRows::setTexts(std::size_t row, std::vector<Value> values, std::vector<std::string> texts) {
+    rows_.at(row).values = std::move(values);
     rows_.at(row).texts = std::move(texts);
-    rows_.at(row).formatted = true;
 }
 
 } // namespace veldran::controls

@@ -60,6 +60,42 @@ TEST_F(GridOfAFrame, FormatsOnlyTheRowThatChanged) {
     EXPECT_EQ(formatted, 2);
 }
 
+TEST_F(GridOfAFrame, ReadsARowWhenItIsFirstLookedAt) {
+    open(3);
+    EXPECT_EQ(form.grid.CellText(0, 0), "*C1");
+    for (const char* account : {"C7", "C8", "C9"}) {
+        frame->Recordset()->Fields()["CONTO"].Value(account);
+        frame->Recordset()->MoveNext();
+    }
+    EXPECT_EQ(gridColumn(0), (Lines{"*C1", "*C8", "*C9"}));
+    form.grid.Refresh();
+    EXPECT_EQ(gridColumn(0), (Lines{"*C7", "*C8", "*C9"}));
+    EXPECT_EQ(formatted, 4);
+}
+
+TEST_F(GridOfAFrame, TellsItsViewNothingOfARowThatWasNeverLookedAt) {
+    open(3);
+    gridColumn(0);
+    frame->Requery();
+    EXPECT_EQ(form.grid.CellText(1, 0), "*C2");
+    Lines seen;
+    kept.push_back(form.grid.RowChanged.subscribe(
+        [&](std::size_t row) { seen.push_back("row " + std::to_string(row)); }));
+    for (const char* account : {"C7", "C8", "C9"}) {
+        frame->Recordset()->Fields()["CONTO"].Value(account);
+        frame->Recordset()->MoveNext();
+    }
+    form.grid.Refresh();
+    EXPECT_EQ(seen, (Lines{"row 1"}));
+}
+
+TEST_F(GridOfAFrame, ShowsNothingInARowThatCanNoLongerBeRead) {
+    open(2);
+    EXPECT_EQ(form.grid.CellText(0, 0), "*C1");
+    database.connection->Close();
+    EXPECT_EQ(gridColumn(0), (Lines{"*C1", ""}));
+}
+
 TEST_F(GridOfAFrame, TellsItsViewNoMoreThanWhatHasChanged) {
     open(3);
     gridColumn(0);
