@@ -1,7 +1,6 @@
 #include "platform/frames/virtual_frame.h"
 
 #include "platform/controls/data_grid.h"
-#include "platform/controls/frame_navigator.h"
 #include "platform/text.h"
 
 #include <stdexcept>

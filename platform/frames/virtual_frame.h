@@ -4,6 +4,7 @@
 #include "platform/frames/field_binding.h"
 #include "platform/frames/frame_prompts.h"
 #include "platform/frames/frame_status.h"
+#include "platform/frames/navigator_binding.h"
 #include "platform/services/object.h"
 
 #include <exception>
@@ -17,7 +18,6 @@
 
 namespace veldran::controls {
 class DataGrid;
-class FrameNavigator;
 } // namespace veldran::controls
 
 namespace veldran::frames {
@@ -156,7 +156,6 @@ private:
     bool saveToLeave();
     bool leaveAsTheUserSays();
     bool moveTo(std::int64_t position);
-    bool pressed(const std::string& key);
     bool takePendingTexts();
     bool isUnique() const;
     void deleteFromRecordset();
@@ -177,7 +176,6 @@ private:
     void displayGrid();
     void stateChanged();
     void updateNavigator();
-    void nameButtons();
     void fail(const std::exception& failure);
     void failAgain(const std::exception_ptr& failure);
 
@@ -190,7 +188,7 @@ private:
     std::string source_;
     std::string unique_; ///< column; "" when nothing has to be unique
     std::optional<ado::Bookmark> detachedAt_;
-    controls::FrameNavigator* navigator_ = nullptr;
+    std::unique_ptr<NavigatorBinding> navigator_;
     controls::DataGrid* grid_ = nullptr;
     std::vector<std::unique_ptr<FieldBinding>> bindings_;
     std::vector<Subscription> kept_;

@@ -1,18 +1,13 @@
 #include "platform/controls/data_grid.h"
-#include "platform/controls/frame_navigator.h"
 #include "platform/frames/virtual_frame.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veldran::frames {
 
-namespace keys = controls::navigatorKeys;
-
 void VirtualFrame::Bind(controls::FrameNavigator& navigator) {
-    navigator_ = &navigator;
-    kept_.push_back(navigator.ButtonClick.subscribe(
-        [this](const std::string& key, bool& success) { success = pressed(key); }));
-    nameButtons();
+    navigator_ = std::make_unique<NavigatorBinding>(*this, navigator, prompts_.noun());
     updateNavigator();
 }
 
@@ -140,58 +135,20 @@ void VirtualFrame::stateChanged() {
     StateChanged.raise();
 }
 
-void VirtualFrame::nameButtons() {
-    const auto name = [this](std::string_view key, const std::string& toolTip) {
-        navigator_->SetButtonTexts(key, std::string(key), toolTip);
-    };
-    name(keys::conferma, "Salva " + prompts_.noun());
-    name(keys::elimina, "Elimina " + prompts_.noun());
-}
-
 void VirtualFrame::updateNavigator() {
-    if (navigator_ == nullptr) {
+    if (!navigator_) {
         return;
     }
-    const bool open = rests() && isOpen();
-    const std::int64_t count = open ? recordset_->RecordCount() : 0;
-    const std::int64_t position = open && hasRecord() ? recordset_->AbsolutePosition() : 0;
-    const bool changed = open && IsRecordChanged();
-    navigator_->SetPositionText(open ? std::to_string(position) + " di " + std::to_string(count)
-                                     : std::string());
-    navigator_->SetButtonEnabled(keys::primo, position > 1);
-    navigator_->SetButtonEnabled(keys::precedente, position > 1);
-    navigator_->SetButtonEnabled(keys::successivo, position < count);
-    navigator_->SetButtonEnabled(keys::ultimo, position < count);
-    navigator_->SetButtonEnabled(keys::nuovo, open && recordset_->LockType() != ado::adLockReadOnly);
-    navigator_->SetButtonEnabled(keys::conferma, changed);
-    navigator_->SetButtonEnabled(keys::annulla, changed || (open && isAdding()));
-    navigator_->SetButtonEnabled(keys::elimina, position > 0 && !isAdding() &&
-                                                    recordset_->LockType() != ado::adLockReadOnly);
-}
-
-bool VirtualFrame::pressed(const std::string& key) {
-    if (key == keys::primo) {
-        return MoveFirst();
+    NavigatorState shown;
+    shown.open = rests() && isOpen();
+    if (shown.open) {
+        shown.writable = recordset_->LockType() != ado::adLockReadOnly;
+        shown.adding = isAdding();
+        shown.count = recordset_->RecordCount();
+        shown.position = std::max<std::int64_t>(recordset_->AbsolutePosition(), 0);
+        shown.changed = IsRecordChanged();
     }
-    if (key == keys::precedente) {
-        return MovePrevious();
-    }
-    if (key == keys::successivo) {
-        return MoveNext();
-    }
-    if (key == keys::ultimo) {
-        return MoveLast();
-    }
-    if (key == keys::nuovo) {
-        return AddNew();
-    }
-    if (key == keys::conferma) {
-        return Update();
-    }
-    if (key == keys::annulla) {
-        return Undo();
-    }
-    return key == keys::elimina && Delete();
+    navigator_->show(shown);
 }
 
 } // namespace veldran::frames

@@ -1,5 +1,8 @@
 #include "tests/frames/frame_fixture.h"
 
+#include <stdexcept>
+#include <utility>
+
 namespace veldran::test {
 namespace {
 
@@ -118,6 +121,20 @@ TEST_F(NavigatorOfAFrame, FollowsTheChangesOfTheDetail) {
     EXPECT_TRUE(other.navigator.Button("Annulla").enabled);
     frame->Undo();
     EXPECT_FALSE(other.navigator.Button("Conferma").enabled);
+}
+
+TEST_F(NavigatorOfAFrame, IsToldAgainAfterAViewHasFailed) {
+    open(3);
+    bool broken = true;
+    const auto view = form.navigator.Changed.subscribe([&] {
+        if (std::exchange(broken, false)) {
+            throw std::runtime_error("vista");
+        }
+    });
+    EXPECT_THROW(frame->MoveLast(), std::runtime_error);
+    EXPECT_FALSE(bar().Button("Precedente").enabled);
+    frame->Refresh();
+    EXPECT_EQ(enabledButtons(), (Lines{"Primo", "Precedente", "Nuovo", "Elimina"}));
 }
 
 } // namespace
