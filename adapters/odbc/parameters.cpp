@@ -16,8 +16,8 @@ namespace {
 /// Enough for any number written out and for most texts; a longer text takes more when it comes.
 constexpr std::size_t usualBytes = 256;
 
-std::string carrierOf(const ado::ParameterInfo& parameter) {
-    return "parametro " + parameter.name;
+ado::Carrier carrierOf(const ado::ParameterInfo& parameter) {
+    return {"parametro", parameter.name};
 }
 
 } // namespace
@@ -56,9 +56,8 @@ bool ParameterBuffers::matches(std::span<const ado::BoundParameter> values) cons
 void ParameterBuffers::assign(std::span<const ado::BoundParameter> values) {
     for (std::size_t i = 0; i < buffers_.size(); ++i) {
         Buffer& buffer = buffers_[i];
-        const std::string carrier = carrierOf(buffer.info);
-        const ado::TargetType target{carrier, buffer.info.type, buffer.info.size, buffer.info.precision,
-                                     buffer.info.scale};
+        const ado::TargetType target{carrierOf(buffer.info), buffer.info.type, buffer.info.size,
+                                     buffer.info.precision, buffer.info.scale};
         const Value value = ado::converted(values[i].value, target, ado::Places::Refused);
         if (value.isNull()) {
             buffer.length = SQL_NULL_DATA;
@@ -105,7 +104,7 @@ void ParameterBuffers::store(Buffer& buffer, const Value& value) {
             const std::u16string text = toUtf16(value.toText());
             put(buffer, text.data(), text.size() * sizeof(char16_t));
         } catch (const std::invalid_argument&) {
-            ado::raise(ado::adErrDataConversion, "(" + carrierOf(buffer.info) + ": testo non UTF-8)");
+            ado::raise(ado::adErrDataConversion, "(" + carrierOf(buffer.info).text() + ": testo non UTF-8)");
         }
     }
 }

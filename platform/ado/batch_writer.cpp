@@ -57,6 +57,7 @@ BatchWriter::BatchWriter(const CursorRows& rows, const std::vector<std::size_t>&
         return;
     }
     findBaseTable();
+    statements_.reserve(marked.size());
     planDeletes(marked);
     planUpdates(marked);
     planInserts(marked);
@@ -165,13 +166,16 @@ void BatchWriter::planUpdates(const std::vector<std::size_t>& marked) {
 }
 
 void BatchWriter::planInserts(const std::vector<std::size_t>& marked) {
+    std::vector<std::size_t>
+        named; // the columns of `text`: rows keyed one after the other fill the same ones
+    std::string text;
     for (const std::size_t row : marked) {
         if (rows_.status(row) != adRecNew) {
             continue;
         }
-        std::string names;
-        std::string markers;
+        std::vector<std::size_t> filled;
         std::vector<BoundParameter> parameters;
+        filled.reserve(columns_.size());
         parameters.reserve(columns_.size());
         for (const std::size_t column : columns_) {
             const ColumnInfo& info = rows_.columns()[column];
@@ -179,16 +183,28 @@ void BatchWriter::planInserts(const std::vector<std::size_t>& marked) {
             if (info.identity || (value.isNull() && !info.key)) {
                 continue;
             }
-            names.append(names.empty() ? "" : ", ").append(quotedName(info.baseColumn));
-            markers += markers.empty() ? "?" : ", ?";
+            filled.push_back(column);
             parameters.push_back(parameter(parameters.size(), column, value));
         }
-        if (names.empty()) {
+        if (filled.empty()) {
             raise(adErrFeatureNotAvailable, "(la nuova riga di " + table_ + " non ha valori)");
         }
-        statements_.push_back(
-            {"INSERT INTO " + table_ + " (" + names + ") VALUES (" + markers + ")", std::move(parameters)});
+        if (filled != named) {
+            named = std::move(filled);
+            text = insertOf(named);
+        }
+        statements_.push_back({text, std::move(parameters)});
     }
+}
+
+std::string BatchWriter::insertOf(const std::vector<std::size_t>& columns) const {
+    std::string names;
+    std::string markers;
+    for (const std::size_t column : columns) {
+        names.append(names.empty() ? "" : ", ").append(quotedName(rows_.columns()[column].baseColumn));
+        markers += markers.empty() ? "?" : ", ?";
+    }
+    return "INSERT INTO " + table_ + " (" + names + ") VALUES (" + markers + ")";
 }
 
 void BatchWriter::addUpdate(std::size_t row, const std::vector<std::size_t>& columns,
@@ -243,8 +259,8 @@ BatchWriter::Parking BatchWriter::parkingFor(std::size_t row) {
         if (info.identity || info.type == adBoolean || !isChanged(row, column)) {
             continue;
         }
-        const std::string carrier = "campo " + info.name;
-        const TargetType target{carrier, info.type, info.definedSize, info.precision, info.scale};
+        const TargetType target{
+            {"campo", info.name}, info.type, info.definedSize, info.precision, info.scale};
         for (int attempt = 1; attempt <= 999; ++attempt) {
             // Row numbers and codes are positive and begin with letters or digits: the other side of zero and
             // the last character of ASCII are free but in a contrived table, and there the key constraint

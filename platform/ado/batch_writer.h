@@ -45,6 +45,7 @@ private:
     void planDeletes(const std::vector<std::size_t>& marked);
     void planUpdates(const std::vector<std::size_t>& marked);
     void planInserts(const std::vector<std::size_t>& marked);
+    std::string insertOf(const std::vector<std::size_t>& columns) const;
     void addUpdate(std::size_t row, const std::vector<std::size_t>& columns, const Parking* parking);
     void addParking(std::size_t row, const std::vector<std::size_t>& columns, const Parking& parking);
     Parking parkingFor(std::size_t row);

@@ -4,6 +4,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/ado/statement_text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veldran::ado {
@@ -98,20 +99,22 @@ StatementResult Command::run(bool wantsRows) {
 }
 
 StatementResult Command::runText(Session& session, const ExecuteSettings& settings) {
-    const std::string text = statementText(type_, text_);
     const std::vector<BoundParameter> values = boundValues();
     if (!prepared_) {
-        return session.execute(text, values, settings);
+        return executeText(session, type_, text_, values, settings);
     }
-    std::vector<ParameterInfo> declarations;
-    declarations.reserve(values.size());
-    for (const BoundParameter& value : values) {
-        declarations.push_back(value.info);
-    }
-    if (!statement_ || !statement_->statement || declarations != preparedFor_) {
+    const auto declares = [](const ParameterInfo& known, const BoundParameter& value) {
+        return known == value.info;
+    };
+    if (!statement_ || !statement_->statement ||
+        !std::equal(preparedFor_.begin(), preparedFor_.end(), values.begin(), values.end(), declares)) {
         forgetPrepared(); // the old statement goes before the new one comes: two would hold the database's
                           // locks
-        statement_ = connection_->prepare(session, text, declarations);
+        std::vector<ParameterInfo> declarations;
+        for (const BoundParameter& value : values) {
+            declarations.push_back(value.info);
+        }
+        statement_ = connection_->prepare(session, statementText(type_, text_), declarations);
         preparedFor_ = std::move(declarations);
     }
     return statement_->statement->execute(values, settings);
@@ -119,6 +122,7 @@ StatementResult Command::runText(Session& session, const ExecuteSettings& settin
 
 std::vector<BoundParameter> Command::boundValues() {
     std::vector<BoundParameter> values;
+    values.reserve(parameters_.items_.size());
     for (const auto& parameter : parameters_.items_) {
         const bool procedure = type_ == adCmdStoredProc;
         if (parameter->Direction() == adParamReturnValue || (procedure && !parameter->hasValue())) {

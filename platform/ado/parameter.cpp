@@ -11,8 +11,8 @@ namespace veldran::ado {
 
 namespace {
 
-std::string carrier(const ParameterInfo& info) {
-    return "parametro " + info.name;
+Carrier carrier(const ParameterInfo& info) {
+    return {"parametro", info.name};
 }
 
 } // namespace
@@ -20,17 +20,16 @@ std::string carrier(const ParameterInfo& info) {
 BoundParameter Parameter::bound() const {
     if (info_.type == adEmpty || (isText(info_.type) && info_.size <= 0) ||
         (isDecimal(info_.type) && info_.precision == 0)) {
-        raise(adErrInvalidParamInfo, "(" + carrier(info_) + ")");
+        raise(adErrInvalidParamInfo, "(" + carrier(info_).text() + ")");
     }
-    const std::string name = carrier(info_);
-    const TargetType target{name, info_.type, info_.size, info_.precision, info_.scale};
-    return {info_, converted(Value(), target, Places::Refused)};
+    const TargetType target{carrier(info_), info_.type, info_.size, info_.precision, info_.scale};
+    return {info_, value_ ? converted(*value_, target, Places::Refused) : veldran::Value()};
 }
 
 Parameter& Parameters::Append(Parameter parameter) {
     const ParameterInfo& info = parameter.info();
     if (info.type == adEmpty || (isText(info.type) && info.size <= 0)) {
-        raise(adErrInvalidParamInfo, "(" + carrier(info) + ")");
+        raise(adErrInvalidParamInfo, "(" + carrier(info).text() + ")");
     }
     items_.push_back(std::make_unique<Parameter>(std::move(parameter)));
     return *items_.back();

@@ -96,11 +96,8 @@ void Recordset::standOn(std::size_t row) {
 std::int64_t Recordset::AbsolutePosition() const {
     return reported([&]() -> std::int64_t {
         requireOpen();
-        if (BOF()) {
-            return adPosBOF;
-        }
-        if (EndOfFile()) {
-            return adPosEOF;
+        if (place_ != Place::On) {
+            return place_ == Place::Before || view_->count() == 0 ? adPosBOF : adPosEOF;
         }
         if (!view_->shows(row_)) {
             return adPosUnknown;

@@ -32,9 +32,9 @@ void Recordset::setFieldValue(std::size_t column, const Value& value) {
             raise(adErrNoCurrentRecord);
         }
         const ColumnInfo& info = rows.columns()[column];
-        const std::string carrier = "campo " + info.name;
+        const Carrier carrier{"campo", info.name};
         if (info.identity) {
-            raise(adErrFeatureNotAvailable, "(" + carrier + ": contatore)");
+            raise(adErrFeatureNotAvailable, "(" + carrier.text() + ": contatore)");
         }
         Value fitting = converted(value, {carrier, info.type, info.definedSize, info.precision, info.scale},
                                   Places::Rounded);

@@ -15,12 +15,18 @@ std::string statementText(CommandTypeEnum type, const std::string& source) {
     return type == adCmdTable ? "SELECT * FROM " + quotedTable(source) : source;
 }
 
+StatementResult executeText(Session& session, CommandTypeEnum type, const std::string& source,
+                            std::span<const BoundParameter> parameters, const ExecuteSettings& settings) {
+    return type == adCmdTable ? session.execute(statementText(type, source), parameters, settings)
+                              : session.execute(source, parameters, settings);
+}
+
 StatementResult executeSource(Session& session, CommandTypeEnum type, const std::string& source,
                               const ExecuteSettings& settings) {
     if (type == adCmdStoredProc) {
         return session.callProcedure(source, {}, settings);
     }
-    return session.execute(statementText(type, source), {}, settings);
+    return executeText(session, type, source, {}, settings);
 }
 
 std::string quotedName(std::string_view name) {

@@ -2,6 +2,7 @@
 
 #include "platform/ado/driver.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,10 @@ CommandTypeEnum commandTypeIn(int options);
 /// The statement that a source of this type stands for: itself, or for `adCmdTable` all rows of the table it
 /// names.
 std::string statementText(CommandTypeEnum type, const std::string& source);
+
+/// Executes what a text or a table's name stands for.
+StatementResult executeText(Session& session, CommandTypeEnum type, const std::string& source,
+                            std::span<const BoundParameter> parameters, const ExecuteSettings& settings);
 
 /// Executes a source that has no parameters.
 StatementResult executeSource(Session& session, CommandTypeEnum type, const std::string& source,

@@ -18,7 +18,7 @@ constexpr int maximumDigits =
     18; // what a 64-bit coefficient holds; also the limit of a type of unknown precision
 
 std::string described(const Value& value, const TargetType& target) {
-    return "(" + std::string(target.carrier) + ", valore \"" + value.toText() + "\")";
+    return "(" + target.carrier.text() + ", valore \"" + value.toText() + "\")";
 }
 
 [[noreturn]] void refuse(int number, const Value& value, const TargetType& target) {

@@ -4,13 +4,22 @@
 #include "platform/value.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace veldran::ado {
 
-/// A database type, and what carries it ("parametro @CONTO") for the messages.
+/// What a value is for, as messages name it: "parametro @CONTO", "campo PROG".
+struct Carrier {
+    std::string_view kind;
+    std::string_view name;
+
+    std::string text() const { return std::string(kind).append(" ").append(name); }
+};
+
+/// A database type, and what carries it.
 struct TargetType {
-    std::string_view carrier;
+    Carrier carrier;
     DataTypeEnum type = adEmpty;
     int size = 0; ///< characters of a text type; 0 is no limit
     std::uint8_t precision = 0;

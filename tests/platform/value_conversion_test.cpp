@@ -13,7 +13,7 @@ Value into(ado::DataTypeEnum type, const Value& value, int size = 0, int precisi
            Places places = Places::Rounded) {
     return ado::converted(
         value,
-        {"campo X", type, size, static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale)},
+        {{"campo", "X"}, type, size, static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale)},
         places);
 }
 
