@@ -24,15 +24,24 @@ public:
     void CopiaConto(const std::string& destinazione, const std::string& origine);
     void CopiaCausale(const std::string& destinazione, const std::string& conto, const std::string& origine);
 
+    /// Detaches the kept commands from the connection.
+    void Rilascia();
+
 private:
     struct Valore {
         const char* parametro;
         int lunghezza; ///< characters
         const std::string& testo;
     };
-    void esegui(std::string testo, std::initializer_list<Valore> valori) const;
+    using Comando = std::shared_ptr<ado::Command>; // shared as ADO commands are
+    void esegui(Comando& comando, std::string (*testo)(const sql::CorrelationOwner&),
+                std::initializer_list<Valore> valori);
 
     AmbienteCorrelazioni& ambiente_;
+    Comando eliminaConto_;
+    Comando eliminaCausale_;
+    Comando copiaConto_;
+    Comando copiaCausale_;
 };
 
 } // namespace veldran

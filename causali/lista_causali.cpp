@@ -39,19 +39,26 @@ void ListaCausali::CaricamentoListaCausali() {
             svuota();
             contoElencato_ = ambiente_.conto;
         }
-        const auto comando =
-            sql::textCommand(ambiente_.form.connessione, sql::causaliCorrelate(ambiente_.proprietario()),
-                             {sql::contoParameter("@CONTO")});
-        comando->Parameters()["@CONTO"].Value(ambiente_.conto);
-        const auto record = comando->Execute();
+        if (!causali_) {
+            causali_ =
+                sql::textCommand(ambiente_.form.connessione, sql::causaliCorrelate(ambiente_.proprietario()),
+                                 {sql::contoParameter("@CONTO")});
+        }
+        causali_->Parameters()["@CONTO"].Value(ambiente_.conto);
+        const auto record = causali_->Execute();
         svuota();
         if (record && !(record->BOF() && record->EndOfFile())) {
+            const ado::Field& causale = record->Fields()["CI03_CODCAUS"];
+            const ado::Field& descrizione = record->Fields()["CI03_DESCR"];
             for (record->MoveFirst(); !record->EndOfFile(); record->MoveNext()) {
-                aggiungi(nullSafeText(record->Fields()["CI03_CODCAUS"].Value()),
-                         nullSafeText(record->Fields()["CI03_DESCR"].Value()));
+                aggiungi(nullSafeText(causale.Value()), nullSafeText(descrizione.Value()));
             }
         }
     });
+}
+
+void ListaCausali::Rilascia() {
+    sql::release(causali_);
 }
 
 void ListaCausali::svuota() {

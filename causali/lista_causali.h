@@ -1,11 +1,13 @@
 #pragma once
 
 #include "correlation/ambiente_correlazioni.h"
+#include "platform/ado/command.h"
 #include "platform/controls/data_grid.h"
 #include "platform/controls/edit_controls.h"
 #include "platform/controls/list_view.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
@@ -53,6 +55,8 @@ public:
     void Rimuovi(const std::string& causale);
     /// Forgets which row is current: nothing is shown any more.
     void DimenticaSelezione() { corrente_.reset(); }
+    /// Detaches the kept command from the connection.
+    void Rilascia();
 
     void LST_CAUSALI_ItemClick(controls::ListItem& riga);
     void LST_CAUSALI_MouseDown(const controls::MouseEvent& evento);
@@ -68,6 +72,7 @@ private:
     Controlli controlli_;
     FrameCorrelazioni& frame_;
     AppuntiCausali* appunti_ = nullptr;
+    std::shared_ptr<ado::Command> causali_; // shared as ADO commands are
     Indice indice_;
     Riga corrente_;             ///< may be a row that a reload has taken from the list
     std::string contoElencato_; ///< the account whose causali are listed

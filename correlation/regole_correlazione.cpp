@@ -13,13 +13,8 @@ namespace {
 
 constexpr double percentualePiena = 100;
 
-bool eOrigine(ado::Fields& campi) {
-    return campi["SEGNO"].Value().toInt32() == segnoAvere;
-}
-
-/// An empty percentage counts as 0.
-double percentuale(ado::Fields& campi) {
-    return nullSafeNumber(campi["PERCENTUALE"].Value());
+bool eOrigine(const ado::Field& segno) {
+    return segno.Value().toInt32() == segnoAvere;
 }
 
 double aDueDecimali(double numero) {
@@ -38,12 +33,13 @@ std::shared_ptr<ado::Recordset> RegoleCorrelazione::copiaRighe() const {
 bool RegoleCorrelazione::CheckTotaleRigheOrigine() {
     return ambiente_.form.errori.Esegui("CheckTotaleRigheOrigine:", false, [this] {
         const auto righe = copiaRighe();
+        const ado::Field& percentuale = righe->Fields()["PERCENTUALE"];
         double totale = 0;
         if (righe->RecordCount() > 0) {
             righe->Filter("SEGNO = 2");
             if (righe->RecordCount() > 0) {
                 for (righe->MoveFirst(); !righe->EndOfFile(); righe->MoveNext()) {
-                    totale += percentuale(righe->Fields());
+                    totale += nullSafeNumber(percentuale.Value()); // an empty percentage counts as 0
                 }
             }
             righe->Filter(ado::adFilterNone);
@@ -55,17 +51,19 @@ bool RegoleCorrelazione::CheckTotaleRigheOrigine() {
 bool RegoleCorrelazione::CheckTotalePartiteProposte() {
     return ambiente_.form.errori.Esegui("CheckTotalePartiteProposte:", false, [this] {
         const auto righe = copiaRighe();
+        const ado::Field& segno = righe->Fields()["SEGNO"];
+        const ado::Field& percentuale = righe->Fields()["PERCENTUALE"];
         double serie = 0;
         bool violata = false;
         if (righe->RecordCount() > 0) { // a correlation without rows can be saved: it deletes what is stored
             righe->MoveFirst();
         }
         for (; !righe->EndOfFile() && !violata; righe->MoveNext()) {
-            if (eOrigine(righe->Fields())) {
+            if (eOrigine(segno)) {
                 violata = serie > percentualePiena;
                 serie = 0;
             } else {
-                serie += aDueDecimali(percentuale(righe->Fields()));
+                serie += aDueDecimali(nullSafeNumber(percentuale.Value()));
             }
         }
         return !violata && aDueDecimali(serie) <= percentualePiena;
@@ -74,8 +72,9 @@ bool RegoleCorrelazione::CheckTotalePartiteProposte() {
 
 std::optional<ado::Bookmark> RegoleCorrelazione::RigaSenzaConto() const {
     const auto righe = copiaRighe();
+    const ado::Field& conto = righe->Fields()["CONTO"];
     for (; !righe->EndOfFile(); righe->MoveNext()) {
-        if (nullSafeText(righe->Fields()["CONTO"].Value()).empty()) {
+        if (nullSafeText(conto.Value()).empty()) {
             return righe->Bookmark();
         }
     }
@@ -85,10 +84,12 @@ std::optional<ado::Bookmark> RegoleCorrelazione::RigaSenzaConto() const {
 void RegoleCorrelazione::ImpostaDefaultSegno() {
     ambiente_.form.errori.Esegui("ImpostaDefaultSegno:", [this] {
         const auto righe = copiaRighe();
-        ado::Field& segno = frame_.Dettaglio()->Recordset()->Fields()["SEGNO"];
+        const ado::Field& segno = righe->Fields()["SEGNO"];
+        const ado::Field& percentuale = righe->Fields()["PERCENTUALE"];
+        ado::Field& nuovo = frame_.Dettaglio()->Recordset()->Fields()["SEGNO"];
         righe->MoveFirst();
         if (righe->RecordCount() < 2) {
-            segno.Value(static_cast<std::int16_t>(segnoAvere));
+            nuovo.Value(static_cast<std::int16_t>(segnoAvere));
             return;
         }
         // In hundredths, as the column holds them: a run that is full is full. An empty percentage makes the
@@ -96,8 +97,8 @@ void RegoleCorrelazione::ImpostaDefaultSegno() {
         std::optional<std::int64_t> serie = 0;
         bool dopoOrigine = false;
         for (; righe->AbsolutePosition() < righe->RecordCount(); righe->MoveNext()) {
-            dopoOrigine = eOrigine(righe->Fields());
-            const Value valore = righe->Fields()["PERCENTUALE"].Value();
+            dopoOrigine = eOrigine(segno);
+            const Value& valore = percentuale.Value();
             if (dopoOrigine) {
                 serie = 0;
             } else if (valore.isNull()) {
@@ -107,13 +108,14 @@ void RegoleCorrelazione::ImpostaDefaultSegno() {
             }
         }
         const bool restaSpazio = serie && *serie < std::llround(percentualePiena * 100);
-        segno.Value(static_cast<std::int16_t>(dopoOrigine || restaSpazio ? segnoDare : segnoAvere));
+        nuovo.Value(static_cast<std::int16_t>(dopoOrigine || restaSpazio ? segnoDare : segnoAvere));
     });
 }
 
 bool RegoleCorrelazione::EnumerazioneRigheDettaglio() {
     return ambiente_.form.errori.Esegui("EnumerazioneRigheDettaglio:", false, [this] {
         const auto righe = copiaRighe();
+        ado::Field& prog = righe->Fields()["PROG"];
         std::int16_t numero = 0;
         if (righe->RecordCount() > 0) {
             righe->MoveFirst();
@@ -122,7 +124,7 @@ bool RegoleCorrelazione::EnumerazioneRigheDettaglio() {
             if (numero == std::numeric_limits<std::int16_t>::max()) {
                 throw std::overflow_error("La correlazione ha troppe righe per poterle numerare");
             }
-            righe->Fields()["PROG"].Value(++numero);
+            prog.Value(++numero);
         }
         return true;
     });

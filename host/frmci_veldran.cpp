@@ -188,6 +188,8 @@ void FRMCI_VELDRAN::RilascioComandi() {
     if (correlazioni_) {
         correlazioni_->archivio.Rilascia();
         correlazioni_->campi.Rilascia();
+        correlazioni_->lista.Rilascia();
+        correlazioni_->copie.Rilascia();
     }
 }
 

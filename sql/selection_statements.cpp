@@ -147,12 +147,14 @@ std::vector<std::string> indiciSelezione(std::int16_t livelli) {
     return statements;
 }
 
-std::string riportoAttivo() {
-    return writeBack("ATTIVO");
+const std::string& riportoAttivo() {
+    static const std::string text = writeBack("ATTIVO");
+    return text;
 }
 
-std::string riportoCorrelato() {
-    return writeBack("CORRELATO");
+const std::string& riportoCorrelato() {
+    static const std::string text = writeBack("CORRELATO");
+    return text;
 }
 
 std::string impostazioneCorrelatoConto(std::int32_t codicePDC) {

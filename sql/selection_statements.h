@@ -18,8 +18,8 @@ std::string completamentoSelezione(std::int32_t codicePDC);
 std::vector<std::string> indiciSelezione(std::int16_t livelli);
 
 /// Copies ATTIVO, or CORRELATO, of the selection back into #CG24_TABPDC.
-std::string riportoAttivo();
-std::string riportoCorrelato();
+const std::string& riportoAttivo();
+const std::string& riportoCorrelato();
 /// Sets CORRELATO of one account of the selection; markers: the flag, the account.
 std::string impostazioneCorrelatoConto(std::int32_t codicePDC);
 
