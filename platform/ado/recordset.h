@@ -16,7 +16,7 @@ namespace veldran::ado {
 
 class CursorView;
 
-/// Rows of a result held at the client, and one cursor over them.
+/// Rows of a result held at the client, and one cursor over them: one object, as in ADO, and a long header.
 ///
 /// Rows keep their order; a new row is the last. The set of rows is shared by a recordset and its clones:
 /// each has its own position and filter, bookmarks are common, and what one changes, the others see at once,

@@ -2,6 +2,7 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/frames/field_binding.h"
+#include "platform/frames/frame_events.h"
 #include "platform/frames/frame_prompts.h"
 #include "platform/frames/frame_status.h"
 #include "platform/frames/navigator_binding.h"
@@ -24,13 +25,14 @@ namespace veldran::frames {
 
 /// An editing controller over a record set: moves between its records, shows the current one in bound
 /// controls, in a grid and in a navigator, follows what the user changes, and raises events around each
-/// change. Its states and events are drawn in docs/frames.md.
+/// change. Its states and events are drawn in docs/frames.md; they are one machine, and so this is one header
+/// longer than others.
 ///
 /// An operation answers true when it is done, false when it was refused (by the user, by a handler, because
 /// another operation of this frame is under way) or has failed in the database. A failure is told by
 /// `Failed`, or to the user where nobody listens; record and controls then keep the user's values. A frame is
 /// not destroyed from inside its own events; what it is given outlives it.
-class VirtualFrame final : public services::Object, private BindingOwner {
+class VirtualFrame final : public services::Object, public FrameEvents, private BindingOwner {
 public:
     /// \param noun of a record with its article ("la correlazione"), for prompts.
     VirtualFrame(services::MessageService& messages, std::string noun, LeavePolicy policy = LeavePolicy::Ask);
@@ -86,7 +88,7 @@ public:
     Value GetProperty(std::string_view name) const override;
     bool HasRecords() const; ///< a pending new one counts
     /// The frame's own test (an edit in progress, a new record with content, something being typed) or what
-    /// handlers of the event of the same name say.
+    /// handlers of `RecordChanged` say.
     bool IsRecordChanged() const;
     /// Some record was changed or deleted here and is not in the table yet.
     bool HasChangedRow() const;
@@ -120,22 +122,8 @@ public:
     bool UpdateBatch();
     /// May the frame be left? True when nothing is changed. Otherwise `discardSilently` undoes without a
     /// question, `mayPrompt` asks the user; with neither, the answer is false. `withDetail`: changes that
-    /// only handlers of `IsRecordChanged` know of count as well.
+    /// only handlers of `RecordChanged` know of count as well.
     bool QueryUnload(bool mayPrompt, bool discardSilently, bool withDetail);
-    ///@}
-
-    /// \name Events. A "Before" handler sets its argument to refuse, and does nothing when it is set already.
-    /// An "After" handler acts only on success.
-    ///@{
-    mutable Event<bool&> BeforeUpdate, BeforeDelete, BeforeAddNew, BeforeUndo;
-    mutable Event<bool> AfterUpdate, AfterDelete, AfterAddNew, AfterUndo;
-    /// The frame has come to rest: new status (0, 1 or 2), and the one it came from. Raised for every record
-    /// that is shown, 0 after 0 included.
-    mutable Event<std::int16_t, std::int16_t> ChangeStatus;
-    mutable Event<bool&> RecordChanged; ///< the question of `IsRecordChanged`; handlers add their own changes
-    mutable Event<bool&> UpdateBatchAll;         ///< write all rows; set to true when they were written
-    mutable Event<const std::exception&> Failed; ///< raised while the exception is being handled
-    mutable Event<> StateChanged;                ///< what the frame answers about itself may have changed
     ///@}
 
 private:
