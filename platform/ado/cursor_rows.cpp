@@ -26,7 +26,7 @@ const CursorRows::State* CursorRows::stateOf(std::size_t row) const {
     return found == states_.end() ? nullptr : &found->second;
 }
 
-bool CursorRows::isRemoved(std::size_t row) const {
+bool CursorRows::isAmongRemoved(std::size_t row) const {
     const State* state = stateOf(row);
     return state != nullptr && state->deleted;
 }

@@ -27,7 +27,7 @@ public:
     std::size_t size() const { return size_; }
     std::size_t removedCount() const { return removed_; }
     /// Deleted (whether or not that is written already), or new and given up.
-    bool isRemoved(std::size_t row) const;
+    bool isRemoved(std::size_t row) const { return removed_ > 0 && isAmongRemoved(row); }
     /// Has something that the database does not know yet, an edit in progress included.
     bool isPending(std::size_t row) const;
     RecordStatusEnum status(std::size_t row) const;
@@ -81,6 +81,7 @@ private:
     };
 
     const State* stateOf(std::size_t row) const;
+    bool isAmongRemoved(std::size_t row) const;
     std::vector<Value> valuesOf(std::size_t row) const;
     void putBack(std::size_t row, std::vector<Value> values);
     void setDeleted(State& state, bool deleted);

@@ -226,6 +226,26 @@ void Recordset::requireOpen() const {
     }
 }
 
+std::size_t Recordset::currentRow() const {
+    requireOpen();
+    if (place_ != Place::On) {
+        raise(adErrNoCurrentRecord);
+    }
+    return row_;
+}
+
+// Asked for each field of each row: what it calls stands beside it.
+const Value& Recordset::fieldValue(std::size_t column) const {
+    return reported([&]() -> const Value& {
+        const std::size_t row = currentRow();
+        const CursorRows& rows = view_->rows();
+        if (rows.isRemoved(row)) {
+            raise(adErrNoCurrentRecord);
+        }
+        return rows.value(row, column);
+    });
+}
+
 void Recordset::requireClosed() const {
     reported([&] {
         if (State() == adStateOpen) {

@@ -55,7 +55,9 @@ void Recordset::Move(std::int64_t records, std::optional<ado::Bookmark> start) {
             raise(adErrNoCurrentRecord);
         }
         if (records != 0) {
-            Update();
+            if (isEditing()) {
+                Update();
+            }
             moveBy(records);
         }
     });
@@ -150,14 +152,6 @@ void Recordset::requireRows() const {
     if (view_->count() == 0) {
         raise(adErrNoCurrentRecord);
     }
-}
-
-std::size_t Recordset::currentRow() const {
-    requireOpen();
-    if (place_ != Place::On) {
-        raise(adErrNoCurrentRecord);
-    }
-    return row_;
 }
 
 } // namespace veldran::ado

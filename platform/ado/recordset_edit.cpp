@@ -8,17 +8,6 @@
 
 namespace veldran::ado {
 
-const Value& Recordset::fieldValue(std::size_t column) const {
-    return reported([&]() -> const Value& {
-        const std::size_t row = currentRow();
-        const CursorRows& rows = view_->rows();
-        if (rows.isRemoved(row)) {
-            raise(adErrNoCurrentRecord);
-        }
-        return rows.value(row, column);
-    });
-}
-
 Value Recordset::originalValue(std::size_t column) const {
     return reported([&] { return view_->rows().original(currentRow(), column); });
 }
