@@ -5,11 +5,11 @@
 namespace veldran::ado {
 
 void RowSet::addBlock() {
-    // The first block grows with its rows, for most results are small.
-    std::vector<Value>& block = blocks_.emplace_back();
-    if (blocks_.size() > 1) {
+    std::vector<Value> block;
+    if (!blocks_.empty()) { // the first one grows with its rows, for most results are small
         block.reserve(blockRows * width_);
     }
+    blocks_.push_back(std::move(block));
 }
 
 std::optional<std::size_t> RowSet::indexOf(std::string_view name) const {

@@ -54,14 +54,15 @@ public:
     /// `columns().size()` cells.
     template<class... Content>
     void append(Content&&... content) {
-        if (cells_++ % (blockRows * width_) == 0) {
+        if (cells_ == blocks_.size() * blockRows * width_) {
             addBlock();
         }
         blocks_.back().emplace_back(std::forward<Content>(content)...);
+        ++cells_; // only now: what failed for want of memory has not happened
     }
 
 private:
-    // Rows stay where they are while more are read: a large result is not moved again and again.
+    // Full blocks stay where they are while more is read: a large result is not moved again and again.
     static constexpr std::size_t blockRows = 1024;
     void addBlock();
 
