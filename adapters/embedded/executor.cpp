@@ -162,6 +162,12 @@ bool Executor::isCurrent(Compiled& entry) {
                      [&](const CopiedColumn& column) { return session_.rowCopies().isAlike(column); })) {
         return false;
     }
+    const std::vector<CopyShare>& shares = entry.program().shares;
+    if (!std::all_of(shares.begin(), shares.end(), [&](const CopyShare& share) {
+            return session_.rowCopies().isSparse(share.copy) == share.sparse;
+        })) {
+        return false;
+    }
     Catalogue& catalogue = session_.catalogue();
     if (entry.generation == catalogue.generation()) {
         return true;

@@ -81,7 +81,7 @@ private:
     void readRows(Compiled& entry, bool hasRow);
     void assignVariables(Compiled& entry, bool hasRow, Activation& activation);
     void runChange(Compiled& entry);
-    /// False when the rows that differ are not known: nothing was done then.
+    /// False when the rows that differ are not known, or too scattered: nothing was done then.
     bool writeBackDiffering(Compiled& entry, const WriteBack& writeBack);
     void runKeyUpdate(Compiled& entry, Activation& activation);
     void runInto(Compiled& entry, Activation& activation);

@@ -44,6 +44,28 @@ std::string stageDefinition(const Table& table) {
     return sql + "PRIMARY KEY (" + keys + "))";
 }
 
+struct NumberRange {
+    std::int64_t first;
+    std::int64_t last;
+};
+
+// Of ascending numbers: those that follow one another together.
+std::vector<NumberRange> rangesOf(const std::vector<std::int64_t>& numbers) {
+    std::vector<NumberRange> ranges;
+    for (const std::int64_t number : numbers) {
+        if (!ranges.empty() && number == ranges.back().last + 1) {
+            ranges.back().last = number;
+        } else {
+            ranges.push_back({number, number});
+        }
+    }
+    return ranges;
+}
+
+// A statement for a range costs about as much as passing over so many rows.
+constexpr std::int64_t rowsForARange = 20;
+constexpr std::size_t fewRanges = 100;
+
 } // namespace
 
 void Executor::counted(std::int64_t rows) {
@@ -163,7 +185,7 @@ void Executor::runChange(Compiled& entry) {
     if (program.writesBack) {
         copies.settle(*program.writesBack);
     } else if (program.copies) {
-        copies.copied(*program.copies, sqlite3_changes64(handle), false);
+        copies.added(*program.copies, sqlite3_changes64(handle));
     } else if (program.updates.empty()) {
         copies.forget(program.changesTable);
     }
@@ -182,23 +204,22 @@ bool Executor::writeBackDiffering(Compiled& entry, const WriteBack& writeBack) {
     if (rows == nullptr) {
         return false;
     }
+    const std::vector<NumberRange> ranges = rangesOf(*rows);
+    if (ranges.size() > fewRanges &&
+        static_cast<std::int64_t>(ranges.size()) * rowsForARange > copies.rows(writeBack)) {
+        return false;
+    }
     session_.database().functions().comparedRows = 0;
-    if (!rows->empty()) {
+    if (!ranges.empty()) {
         if (!entry.ofRange) {
             entry.ofRange = session_.database().prepare(writeBack.ofRange);
         }
         AtomicScope scope(session_, false);
-        const std::vector<std::int64_t> numbers = *rows; // what is written is noted in turn
         const RowCopies::Watch watch(copies, session_.database(), writeBack.to, {writeBack.column});
-        for (std::size_t first = 0; first < numbers.size();) {
-            std::size_t last = first; // of rows that follow one another
-            while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1) {
-                ++last;
-            }
-            entry.ofRange.bind(1, numbers[first]);
-            entry.ofRange.bind(2, numbers[last]);
+        for (const NumberRange& range : ranges) {
+            entry.ofRange.bind(1, range.first);
+            entry.ofRange.bind(2, range.last);
             entry.ofRange.run();
-            first = last + 1;
         }
         scope.complete();
     }
@@ -246,7 +267,9 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
     fill = {};
     scope.complete();
     if (into.fill.copies) {
-        session_.rowCopies().copied(*into.fill.copies, rows, true);
+        const std::string original = "temp." + quoteName(into.fill.copies->from);
+        session_.rowCopies().made(*into.fill.copies, rows,
+                                  session_.database().integer("SELECT max(rowid) FROM " + original));
         session_.catalogue().buildIndexes(*session_.catalogue().table({{}, {into.fill.copies->from}}));
     }
     noteWorkingTable(into.table);

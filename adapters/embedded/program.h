@@ -44,6 +44,7 @@ struct Program {
     std::vector<Dependency> dependencies;
     std::vector<Sought> sought;
     std::vector<CopiedColumn> relies;    ///< what must be alike for the text to find the right rows
+    std::vector<CopyShare> shares;       ///< what the way to the rows was chosen by
     std::string changesTable;            ///< the working table that it changes; empty for one of the file
     std::vector<std::string> updates;    ///< of an UPDATE of a working table: the columns it assigns
     std::optional<RowCopy> copies;       ///< of an INSERT

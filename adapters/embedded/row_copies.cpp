@@ -1,25 +1,29 @@
 #include "adapters/embedded/row_copies.h"
 
 #include <algorithm>
+#include <new>
 
 namespace veldran::embedded {
 
 namespace {
 
-// Beyond so many, one pass over both tables costs less than going from row to row.
+// More than so many take room for nothing: one pass over both tables is as good.
 constexpr std::size_t worthNoting = 500'000;
+
+// Looking a row up costs about as much as passing over so many.
+constexpr std::int64_t sparse = 8;
 
 } // namespace
 
-void RowCopies::copied(const RowCopy& copy, std::int64_t rows, bool first) {
-    if (first) {
-        forget(copy.to);
-        Pair& pair = pairs_.emplace_back(Pair{copy.from, copy.to, rows, {}});
-        for (const std::string& column : copy.columns) {
-            pair.changed[column];
-        }
-        return;
+void RowCopies::made(const RowCopy& copy, std::int64_t rows, std::int64_t originalRows) {
+    forget(copy.to);
+    Pair& pair = pairs_.emplace_back(Pair{copy.from, copy.to, rows, originalRows, {}});
+    for (const std::string& column : copy.columns) {
+        pair.changed[column];
     }
+}
+
+void RowCopies::added(const RowCopy& copy, std::int64_t rows) {
     std::erase_if(pairs_, [&](Pair& pair) {
         if (pair.from == copy.to) {
             return true; // it has rows now that its own copy lacks
@@ -43,6 +47,12 @@ const std::string* RowCopies::originalOf(std::string_view copy) const {
     const auto found =
         std::find_if(pairs_.begin(), pairs_.end(), [&](const Pair& pair) { return pair.to == copy; });
     return found == pairs_.end() ? nullptr : &found->from;
+}
+
+bool RowCopies::isSparse(std::string_view copy) const {
+    return std::any_of(pairs_.begin(), pairs_.end(), [&](const Pair& pair) {
+        return pair.to == copy && pair.rows * sparse < pair.originalRows;
+    });
 }
 
 bool RowCopies::isAlike(const CopiedColumn& column) const {
@@ -88,7 +98,7 @@ void RowCopies::settle(const WriteBack& writeBack) {
 
 RowCopies::Watch::Watch(RowCopies& copies, SqliteDatabase& database, const std::string& table,
                         const std::vector<std::string>& columns)
-    : database_(database) {
+    : copies_(copies), database_(database), table_(table) {
     for (Pair& pair : copies.pairs_) {
         if (pair.from != table && pair.to != table) {
             continue;
@@ -108,14 +118,22 @@ RowCopies::Watch::~Watch() {
     if (!notes_.empty()) {
         sqlite3_update_hook(database_.handle(), nullptr, nullptr);
     }
+    if (isLost_) {
+        copies_.forget(table_);
+    }
 }
 
 // Only the table of the running UPDATE changes while it runs.
 void RowCopies::Watch::noted(void* watch, int, const char*, const char*, sqlite3_int64 row) {
-    for (std::vector<std::int64_t>* rows : static_cast<Watch*>(watch)->notes_) {
-        if (rows->size() <= worthNoting) {
-            rows->push_back(row);
+    Watch& self = *static_cast<Watch*>(watch);
+    try {
+        for (std::vector<std::int64_t>* rows : self.notes_) {
+            if (rows->size() <= worthNoting) {
+                rows->push_back(row);
+            }
         }
+    } catch (const std::bad_alloc&) {
+        self.isLost_ = true; // nothing may be thrown through SQLite
     }
 }
 

@@ -34,20 +34,31 @@ struct CopiedColumn {
     std::string column;
 };
 
+/// Whether a working table had few of the rows of its original; see `RowCopies::isSparse`.
+struct CopyShare {
+    std::string copy;
+    bool sparse = false;
+};
+
 /// Remembers of each working table that was filled with rows of another, row number by row number, which rows
 /// an UPDATE has changed since, on either side. A statement that carries a column back over the whole of such
 /// a table has to look at those rows only. What cannot be followed row by row (rows that come or go, a
 /// rollback) ends the memory, and the statement runs as it is written.
 class RowCopies {
 public:
-    /// Rows were copied; `first` when this made the table that they were copied into.
-    void copied(const RowCopy& copy, std::int64_t rows, bool first);
+    /// A table was made of rows copied from one that has about `originalRows`.
+    void made(const RowCopy& copy, std::int64_t rows, std::int64_t originalRows);
+    /// More rows were copied.
+    void added(const RowCopy& copy, std::int64_t rows);
     /// A statement other than a copy and an UPDATE has changed the table, or it is gone.
     void forget(std::string_view table);
     void forgetAll() { pairs_.clear(); }
 
     /// The working table that all rows of this one were copied from; nullptr when there is none.
     const std::string* originalOf(std::string_view copy) const;
+    /// Whether the copy has so few rows of its original that an index of its own costs less than passing over
+    /// those that it lacks.
+    bool isSparse(std::string_view copy) const;
     /// Whether every row of the copy has the column as the row of its number has it in the original.
     bool isAlike(const CopiedColumn& column) const;
 
@@ -71,8 +82,11 @@ public:
         static void noted(void* watch, int operation, const char* schema, const char* table,
                           sqlite3_int64 row);
 
+        RowCopies& copies_;
         SqliteDatabase& database_;
+        std::string table_;
         std::vector<std::vector<std::int64_t>*> notes_;
+        bool isLost_ = false; ///< a row could not be noted for want of memory
     };
 
 private:
@@ -80,6 +94,7 @@ private:
         std::string from;
         std::string to;
         std::int64_t rows = 0;
+        std::int64_t originalRows = 0;
         std::map<std::string, std::vector<std::int64_t>> changed; ///< row numbers by column
     };
     Pair* find(const WriteBack& writeBack);

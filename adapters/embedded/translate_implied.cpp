@@ -68,6 +68,9 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
             indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own).empty()) {
             columns = searchedCode(*original, searched); // then an index of the original is worth making
         }
+        if (!columns.empty() && isServedByItself(source, own, columns)) {
+            return std::nullopt;
+        }
         if (!columns.empty()) {
             std::erase_if(tests, [&](const ColumnTest* test) {
                 return (test->byQuery && !byQuery) ||
@@ -77,6 +80,20 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
         }
     }
     return std::nullopt;
+}
+
+// A grouping may have 100,000 accounts of which the filter has left three.
+bool Translator::isServedByItself(const Source& source, const SearchedColumns& own,
+                                  const std::vector<std::string>& columns) {
+    const std::vector<std::string> ownColumns =
+        indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own);
+    const bool serves = std::all_of(columns.begin(), columns.end(), [&](const std::string& column) {
+        return std::find(ownColumns.begin(), ownColumns.end(), column) != ownColumns.end();
+    });
+    if (serves) {
+        shares_.push_back({source.table->name, context_.copies.isSparse(source.table->name)});
+    }
+    return serves && shares_.back().sparse;
 }
 
 OriginalRows Translator::searchIn(const Table& original, const Source& source,

@@ -81,6 +81,7 @@ Program Translator::finish(std::string sql) {
     program.dependencies = dependencies_;
     program.sought = sought_;
     program.relies = relies_;
+    program.shares = shares_;
     return program;
 }
 

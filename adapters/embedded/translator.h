@@ -144,6 +144,9 @@ private:
     Condition implied(const Condition& where, const Scope& scope);
     /// False when no original can lead to the rows that the SELECT reads.
     bool ledByOriginal(BoundSelect& select, Scope& scope);
+    /// Whether an index of the copy serves as well as one of the original on these columns, at less cost.
+    bool isServedByItself(const Source& source, const SearchedColumns& own,
+                          const std::vector<std::string>& columns);
     OriginalRows searchIn(const Table& original, const Source& source,
                           const std::vector<std::string>& columns,
                           const std::vector<const ColumnTest*>& tests);
@@ -169,6 +172,7 @@ private:
     std::vector<Dependency> dependencies_;
     std::vector<Sought> sought_;
     std::vector<CopiedColumn> relies_;
+    std::vector<CopyShare> shares_;
 };
 
 } // namespace veldran::embedded

@@ -117,6 +117,21 @@ TEST_F(ImpliedConditions, AreBoundAnewForTheNextCopy) {
     EXPECT_NE(emitted(byCode).find("CROSS JOIN"), std::string::npos);
 }
 
+TEST_F(ImpliedConditions, AreLeftToTheCopyWhenItHasFewRowsOfItsOriginal) {
+    run({"DECLARE @N INT SET @N = 0 WHILE @N < 30 BEGIN INSERT INTO #T VALUES (1, '0400', '0100', '0100', 1, "
+         "1, "
+         "0) SET @N = @N + 1 END",
+         "DROP TABLE #S", copy + "WHERE ATTIVO = 1" + endOfCopy});
+    const std::string below = "SELECT CONTO FROM #S WHERE GRUPPO = 1 AND PADRE = '0100' ORDER BY INDICE";
+    EXPECT_EQ(emitted(below).find("#T"), std::string::npos) << "31 of #T lie there, one of #S";
+    EXPECT_EQ(rows(below), Rows{{"0102"}});
+    EXPECT_EQ(builtIndexes("#S"), Names{"PER_PADRE"});
+    EXPECT_NE(emitted(byCode).find("#T"), std::string::npos) << "no index of its own serves this";
+    run({"DROP TABLE #S", copy + endOfCopy});
+    EXPECT_EQ(rows(below).size(), 32U);
+    EXPECT_EQ(builtIndexes("#S"), Names{}) << "bound anew for a copy with all rows";
+}
+
 TEST_F(ImpliedConditions, AreGoneAfterARollback) {
     session_->begin();
     run({"DROP TABLE #S", copy + "WHERE ATTIVO = 1" + endOfCopy});

@@ -72,6 +72,19 @@ TEST_F(RowCopiesTest, ThatFollowOneAnotherAreWrittenTogetherAndNoRowBetweenThemI
     EXPECT_EQ(flags(), "00000");
 }
 
+TEST_F(RowCopiesTest, AreAllLookedAtWhenTheOnesThatDifferAreScattered) {
+    run({"DECLARE @N INT SET @N = 5 WHILE @N < 600 BEGIN INSERT INTO #T VALUES ('X', 0, 0) SET @N = @N + 1 "
+         "END",
+         "DROP TABLE #S",
+         "SELECT INDICE, CONTO, ATTIVO, CORRELATO INTO #S FROM #T ORDER BY INDICE ALTER TABLE "
+         "#S ADD PRIMARY KEY CLUSTERED (INDICE)",
+         carryBack, "UPDATE #S SET ATTIVO = 1 WHERE INDICE % 2 = 0"});
+    EXPECT_EQ(effect(), (Effect{600, 600})) << "one pass costs less than 300 statements";
+    EXPECT_EQ(rows("SELECT COUNT(*) FROM #T WHERE ATTIVO = 1 AND INDICE % 2 = 0"), Rows{{"300"}});
+    run({"UPDATE #S SET ATTIVO = 0 WHERE INDICE = 200"});
+    EXPECT_EQ(effect(), (Effect{600, 1})) << "then row by row again";
+}
+
 TEST_F(RowCopiesTest, AreLookedAtWhereTheOtherSideHasChanged) {
     run({"UPDATE #T SET ATTIVO = 1 WHERE CONTO IN ('2', '3')"});
     EXPECT_EQ(effect(), (Effect{3, 1}));
