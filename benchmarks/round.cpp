@@ -14,8 +14,8 @@ namespace {
 
 class Round {
 public:
-    Round(const ChartKind& kind, Results& results)
-        : kind_(kind), results_(results), screenCopy_(chartFile(kind), ".screen"),
+    Round(const ChartKind& kind, bool screenFirst, Results& results)
+        : kind_(kind), screenFirst_(screenFirst), results_(results), screenCopy_(chartFile(kind), ".screen"),
           floorCopy_(chartFile(kind), ".floor"), file_(screenCopy_.file),
           screen_(makeScreen(screenCopy_.file)), floor_(makeFloor(floorCopy_.file)) {}
 
@@ -30,8 +30,12 @@ public:
         search();
         check();
         editCorrelations();
-        both("close the screen", [](Subject& subject) { subject.close(); });
-        require(storedState(screenCopy_.file.path) == storedState(floorCopy_.file.path), "what is stored");
+        both(
+            "close the screen", [](Subject& subject) { subject.close(); },
+            [&] {
+                require(storedState(screenCopy_.file.path) == storedState(floorCopy_.file.path),
+                        "what is stored");
+            });
     }
 
 private:
@@ -50,10 +54,26 @@ private:
     void both(
         const std::string& scenario, const Action& action, const std::function<void()>& verify = [] {}) {
         doing_ = scenario;
-        const Cost screen = coolCostOf([&] { action(*screen_); });
-        const Cost floor = coolCostOf([&] { action(*floor_); });
+        const Costs costs = costsOf(action);
         verify();
-        results_.add(kind_, scenario, screen, floor);
+        results_.add(kind_, scenario, costs.screen, costs.floor);
+    }
+    struct Costs {
+        Cost screen;
+        Cost floor;
+    };
+    /// Of the two, each is the first in every other round.
+    Costs costsOf(const Action& action) {
+        Costs costs;
+        const auto ofScreen = [&] { costs.screen = coolCostOf([&] { action(*screen_); }); };
+        if (screenFirst_) {
+            ofScreen();
+        }
+        costs.floor = coolCostOf([&] { action(*floor_); });
+        if (!screenFirst_) {
+            ofScreen();
+        }
+        return costs;
     }
     void prepare(const Action& action) {
         action(*screen_);
@@ -109,7 +129,7 @@ private:
             read.push_back({row.text.substr(0, dash), row.text.substr(dash + 3), row.checked});
         }
         TreeRows built;
-        const Cost cost = costOf([&] {
+        const Cost cost = coolCostOf([&] {
             built.reserve(read.size());
             for (const Read& row : read) {
                 built.push_back({row.display + " - " + row.description, row.active});
@@ -122,13 +142,12 @@ private:
     void expandAt(const Place& place, const std::string& scenario) {
         doing_ = scenario;
         prepare([&](Subject& s) { s.aim(place); });
-        const Cost screen = coolCostOf([&] { screen_->expand(); });
-        const Cost floor = coolCostOf([&] { floor_->expand(); });
+        const Costs costs = costsOf([](Subject& s) { s.expand(); });
         const TreeRows shown = same([](Subject& s) { return s.children(); }, "a level");
         require(!shown.empty(), "the number of children");
         const bool widest = place.code == file_.branch.back().code;
         require(!widest || static_cast<std::int64_t>(shown.size()) == file_.widest, "the widest level");
-        results_.add(kind_, scenario, screen, floor, dataCost(shown));
+        results_.add(kind_, scenario, costs.screen, costs.floor, dataCost(shown));
     }
 
     void expand() {
@@ -180,24 +199,26 @@ private:
         for (int i = 0; i < 4; ++i) {
             toggle(file_.leaf, timeOf("check an account"));
         }
-        for (int i = 0; i < 2; ++i) {
-            toggle(file_.branch.back(), kind_.levels == 2 ? "check the wide grouping" : "check a grouping");
+        // There and back cost different things.
+        const std::string grouping = kind_.levels == 2 ? "check the wide grouping" : "check a grouping";
+        for (const std::string way : {"", ", and back"}) {
+            toggle(file_.branch.back(), grouping + way);
         }
-        for (int i = 0; i < 2; ++i) {
-            toggle(file_.branch.front(), "check a root");
+        for (const std::string way : {"", ", and back"}) {
+            toggle(file_.branch.front(), "check a root" + way);
         }
     }
 
-    void verifyRows(const CorrelationRows* expected) {
+    void verifyRows(const CorrelationRows& expected) {
         const CorrelationRows rows = same([](Subject& s) { return s.shownRows(); }, "the rows");
-        require(expected == nullptr || rows == *expected, "the correlation");
+        require(!rows.empty() && rows == expected, "the correlation");
     }
     void enter(std::size_t causali) {
         prepare([&](Subject& s) { s.aim(file_.edited); });
         both(
             timeOf("enter the correlations"), [](Subject& s) { s.enterCorrelations(); },
             [&] {
-                verifyRows(nullptr);
+                same([](Subject& s) { return s.shownRows(); }, "the rows");
                 verifyListed(causali);
             });
     }
@@ -210,7 +231,7 @@ private:
             timeOf("leave the correlations"), [](Subject& s) { s.leaveCorrelations(); },
             [&] { same([](Subject& s) { return s.chart(); }, "the correlation marks"); });
     }
-    void moveTo(const std::string& causale, const CorrelationRows* expected) {
+    void moveTo(const std::string& causale, const CorrelationRows& expected) {
         both(
             timeOf("move to another causale"), [&](Subject& s) { s.moveToCausale(causale); },
             [&] { verifyRows(expected); });
@@ -220,21 +241,22 @@ private:
         const CorrelationRows six = sixRows();
         std::size_t causali = 2;
         enter(causali);
+        const CorrelationRows stored = screen_->shownRows();
         for (int i = 0; i < 3; ++i) {
-            moveTo(otherCausale, &six);
-            moveTo(storedCausale, nullptr);
+            moveTo(otherCausale, six);
+            moveTo(storedCausale, stored);
         }
         for (const char* causale : newCausali) {
             prepare([&](Subject& s) { s.key(causale, six); });
             both(
-                timeOf("save six rows"), [](Subject& s) { s.save(); }, [&] { verifyRows(&six); });
+                timeOf("save six rows"), [](Subject& s) { s.save(); }, [&] { verifyRows(six); });
             verifyListed(++causali);
         }
         for (int i = 0; i < 3; ++i) {
             prepare([](Subject& s) { s.copyCausale(storedCausale, otherCausale); });
             both(
                 timeOf("paste onto a causale"), [](Subject& s) { s.pasteOntoCausale(); },
-                [&] { verifyRows(nullptr); });
+                [&] { verifyRows(stored); });
         }
         for (const char* causale : freeCausali) {
             prepare([](Subject& s) { s.moveToCausale(storedCausale); });
@@ -261,6 +283,7 @@ private:
     }
 
     ChartKind kind_;
+    bool screenFirst_;
     Results& results_;
     ChartCopy screenCopy_;
     ChartCopy floorCopy_;
@@ -273,8 +296,8 @@ private:
 
 } // namespace
 
-void playRound(const ChartKind& kind, Results& results) {
-    Round(kind, results).play();
+void playRound(const ChartKind& kind, bool screenFirst, Results& results) {
+    Round(kind, screenFirst, results).play();
 }
 
 } // namespace veldran::bench

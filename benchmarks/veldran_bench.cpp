@@ -50,9 +50,11 @@ std::vector<ChartKind> chartsOf(const Options& options) {
 void registerRounds(const Options& options, Results& results) {
     for (const ChartKind& kind : chartsOf(options)) {
         const auto rounds = [kind, &results](benchmark::State& state) {
+            bool screenFirst = true;
             for (auto _ : state) {
                 try {
-                    playRound(kind, results);
+                    playRound(kind, screenFirst, results);
+                    screenFirst = !screenFirst;
                 } catch (const std::exception& error) {
                     state.SkipWithError(error.what());
                     std::fprintf(stderr, "%s: %s\n", nameOf(kind).c_str(), error.what());

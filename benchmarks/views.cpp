@@ -25,6 +25,20 @@ namespace {
 constexpr std::int64_t manyAccounts = 99'999; // of five digits
 constexpr int manyRows = 999;                 // of three digits
 
+/// Counts what widgets paint while it lives.
+class PaintCount : public QObject {
+public:
+    PaintCount() { qApp->installEventFilter(this); }
+    int count() const { return count_; }
+    bool eventFilter(QObject*, QEvent* event) override {
+        count_ += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    int count_ = 0;
+};
+
 /// The frames of one kind of action.
 class Frames {
 public:
@@ -32,10 +46,14 @@ public:
 
     /// Runs the action and everything it leaves to do until the window is painted.
     void add(const std::function<void()>& action) {
+        const PaintCount paints;
         costs_.push_back(costOf([&] {
             action();
             QApplication::processEvents();
         }));
+        if (paints.count() == 0) {
+            throw std::runtime_error(name_ + ": nothing was painted");
+        }
     }
     void print() const {
         std::vector<double> processor;

@@ -33,7 +33,7 @@ public:
     TextParts() = default;
     /// \throws std::length_error beyond 65,535 bytes each
     TextParts(std::string_view first, std::string_view second);
-    /// Has no block of its own if both texts occur in `holder`.
+    /// Has no block of its own if both texts occur in `holder`. \throws std::length_error as above, otherwise
     TextParts(std::string_view first, std::string_view second, const TextPair& holder);
 
     // Valid until the parts move, change or end.
