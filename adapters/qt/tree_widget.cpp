@@ -49,7 +49,7 @@ public:
             tellCheck(node.Checked());
         } else if (widget_.updatesEnabled()) {
             widget_.viewport()->update(); // one repaint, however many nodes change
-        } // else the end of the lock repaints
+        }                                 // else the end of the lock repaints
     }
     void expandedChanged(TreeNode& node) override {
         widget_.setExpanded(model_.indexOf(&node), node.Expanded());
