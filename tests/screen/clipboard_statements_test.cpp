@@ -152,6 +152,19 @@ TEST_F(ClipboardStatements, OfACausalesPasteThatTheUserDeclinesOnlyShowItAnew) {
     EXPECT_EQ(pasteInList(), shownAnew({expected::rowsOf("ACQ "), expected::rowsOf("VEND")}));
 }
 
+TEST_F(ClipboardStatements, OfDeletingACausaleInTheListAreThoseOfDeletingItInTheEditor) {
+    editTheFirstAccount();
+    messages().answers = {services::answerYes};
+    const Messages header = expected::inTransaction({sent("DELETE FROM [#TESTATA] WHERE [CAUSALE] = ?")
+                                                         .with("@P1", ado::adWChar, 4, Value("ACQ "))
+                                                         .withoutRows()});
+    EXPECT_EQ(sentBy([this] { choose("ListElimina"); }),
+              together({{expected::deletedWorkingRows("ACQ")},
+                        header,
+                        {sent(expected::deleteCorrelationText("ACQ", a)).withoutRows(),
+                         expected::rowsOf("VEND")}}));
+}
+
 TEST_F(ClipboardStatements, OfPastingACausaleOntoItselfAreNone) {
     editTheFirstAccount();
     listKey(cutKey);

@@ -259,6 +259,15 @@ TEST(Statements, OfAnExpansionAreOneForEachNodeAndNoneTheSecondTime) {
     EXPECT_TRUE(screen.log().messages().empty());
 }
 
+TEST(Statements, OfClosingAreNoneBecauseTheWorkingTablesEndWithTheConnection) {
+    Screen screen(smallChart());
+    screen.host.open();
+    screen.host.user().expand(screen.host.user().root(1));
+    screen.forget();
+    screen.host.form().Unload();
+    EXPECT_TRUE(screen.log().messages().empty());
+}
+
 TEST(Statements, OfTheProceduresTakeTheirParametersFromTheDatabase) {
     Screen screen(smallChart());
     screen.host.open();
