@@ -32,10 +32,30 @@ Fragment constantText(const Fragment& value, const SqlType& type, ConversionMode
     return makeConstant(type.isFixedText() ? padded(text, type.length) : text, type);
 }
 
+// The same for a literal that is known when the text runs. How long it is decides all: where it is written,
+// it has no blanks to lose.
+Fragment literalText(const Fragment& value, const SqlType& type, std::string_view column) {
+    const int missing = type.length - value.minimumLength;
+    if (missing < 0) {
+        fail(8152, "22001", truncationText(column));
+    }
+    Fragment result = retyped(value, type);
+    if (type.isFixedText() && missing > 0) {
+        result.sql += " || " + quoteText(padded({}, missing));
+        result.simple = false;
+        result.literal = false;
+        result.minimumLength = type.length;
+    }
+    return result;
+}
+
 Fragment textToText(const Fragment& value, const SqlType& type, ConversionMode mode,
                     std::string_view column) {
     if (value.textConstant() != nullptr) {
         return constantText(value, type, mode, column);
+    }
+    if (value.literal && mode == ConversionMode::Assign) {
+        return literalText(value, type, column);
     }
     const bool fits = value.type.length <= type.length;
     const bool full = value.minimumLength >= type.length;

@@ -204,8 +204,10 @@ Compiled& Executor::compiled(const void* node, Activation& activation,
 }
 
 Compiled& Executor::compiledStatement(const tsql::Statement& statement, Activation& activation) {
-    const BindingContext context{session_.catalogue(),      session_.rowCopies(), activation,
-                                 activation.plan().markers, activation.text,      session_.identityInsert};
+    const Plan& plan = activation.plan();
+    const BindingContext context{session_.catalogue(), session_.rowCopies(), activation,
+                                 plan.markers,         activation.text,      session_.identityInsert,
+                                 !plan.shape.empty()};
     return compiled(&statement, activation, [&]() -> TranslatedStatement {
         Translator translator(context);
         if (const auto* select = std::get_if<tsql::SelectStatement>(&statement.node)) {

@@ -19,6 +19,7 @@ struct Fragment {
     bool nullable = true;
     bool simple = true;    ///< stands as an operand without parentheses
     bool collated = false; ///< SQLite compares it with the text collation by itself
+    bool literal = false;  ///< taken out of its text, `minimumLength` characters long: see text_shape.h
     std::optional<Stored> constant;
     std::optional<Range> range;   ///< narrower than the type's, of the stored integer
     int minimumLength = 0;        ///< characters that the text surely has

@@ -32,6 +32,7 @@ struct Compiled {
 /// server: a text may use what an earlier statement of it creates.
 struct Plan {
     std::string text;
+    std::string shape; ///< of texts that share the plan: its markers stand for their literals; else empty
     tsql::Batch batch;
     std::vector<SqlType> markers;
     std::unordered_map<const void*, Compiled> compiled; ///< by the syntax node
@@ -44,11 +45,14 @@ struct Plan {
     }
 };
 
-/// The texts used last, by text and parameter types.
+/// The texts used last, by text and parameter types, and by shape.
 class PlanCache {
 public:
     /// Parses the text unless it is known. \throws AdoError with the syntax error and its place
     std::shared_ptr<Plan> plan(std::string_view text, std::vector<SqlType> markers);
+    /// The same for a text without parameters, unless one of its shape is known; `values` become those of
+    /// the plan's markers.
+    std::shared_ptr<Plan> sharedPlan(std::string_view text, std::vector<Stored>& values);
     std::size_t size() const { return plans_.size(); }
     /// How many texts had to be parsed.
     std::size_t parsed() const { return parsed_; }
@@ -58,6 +62,7 @@ private:
     struct Key {
         std::string_view text;
         std::span<const SqlType> markers;
+        bool isShape = false;
         bool operator==(const Key& other) const;
     };
     struct KeyHash {
@@ -65,7 +70,12 @@ private:
     };
     using Plans =
         std::list<std::shared_ptr<Plan>>; // shared with the statements and calls that are using them
-    Plans plans_;                         // the latest first
+    static Key keyOf(const Plan& plan);
+    std::shared_ptr<Plan> find(const Key& key);
+    std::shared_ptr<Plan> parse(std::string_view text);
+    void keep(const std::shared_ptr<Plan>& fresh);
+
+    Plans plans_; // the latest first
     std::unordered_map<Key, Plans::iterator, KeyHash> byKey_;
     std::size_t parsed_ = 0;
 };

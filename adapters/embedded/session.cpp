@@ -71,6 +71,17 @@ void checkCount(const Plan& plan) {
     }
 }
 
+std::vector<Stored> storedValues(const Plan& plan, std::span<const ado::BoundParameter> parameters) {
+    checkCount(plan);
+    std::vector<Stored> values;
+    values.reserve(parameters.size());
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const std::string& name = parameters[i].info.name;
+        values.push_back(toStored(parameters[i].value, plan.markers[i], name.empty() ? "?" : name));
+    }
+    return values;
+}
+
 tsql::QualifiedName nameOf(std::string_view text) {
     const auto name = parseObjectName(text);
     if (!name) {
@@ -100,7 +111,7 @@ public:
                         same)) {
             plan_ = session_.state_.texts().plan(plan_->text, typesOf(parameters));
         }
-        return session_.run(*plan_, parameters, settings, true);
+        return session_.run(*plan_, plan_->text, storedValues(*plan_, parameters), settings, true);
     }
 
 private:
@@ -116,20 +127,14 @@ EmbeddedSession::~EmbeddedSession() {
     }
 }
 
-ado::StatementResult EmbeddedSession::run(Plan& plan, std::span<const ado::BoundParameter> parameters,
+ado::StatementResult EmbeddedSession::run(Plan& plan, std::string_view text,
+                                          const std::vector<Stored>& values,
                                           const ado::ExecuteSettings& settings, bool scoped) {
-    checkCount(plan);
-    std::vector<Stored> values;
-    values.reserve(parameters.size());
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-        const std::string& name = parameters[i].info.name;
-        values.push_back(toStored(parameters[i].value, plan.markers[i], name.empty() ? "?" : name));
-    }
     const Clock clock(state_, settings.commandTimeout);
     const TextScope scope(state_, scoped);
     Activation activation(plan, state_);
     activation.markers = values;
-    activation.text = plan.text;
+    activation.text = text;
     Executor executor(state_, settings.wantsRows);
     executor.run(plan.body(), activation);
     return executor.takeResult();
@@ -138,15 +143,22 @@ ado::StatementResult EmbeddedSession::run(Plan& plan, std::span<const ado::Bound
 ado::StatementResult EmbeddedSession::execute(std::string_view text,
                                               std::span<const ado::BoundParameter> parameters,
                                               const ado::ExecuteSettings& settings) {
+    if (parameters.empty()) {
+        std::vector<Stored> values;
+        const std::shared_ptr<Plan> plan = state_.texts().sharedPlan(text, values);
+        checkCount(*plan);
+        return run(*plan, text, values, settings, false);
+    }
     const std::shared_ptr<Plan> plan = state_.texts().plan(text, typesOf(parameters));
-    return run(*plan, parameters, settings, !parameters.empty());
+    return run(*plan, text, storedValues(*plan, parameters), settings, true);
 }
 
 ado::StatementResult EmbeddedSession::executeBatch(const std::string& text, std::size_t line) {
     Plan plan;
     plan.text = text;
     plan.batch = parseText(text, line);
-    return run(plan, {}, {0, false}, false);
+    checkCount(plan);
+    return run(plan, text, {}, {0, false}, false);
 }
 
 std::unique_ptr<ado::PreparedStatement>

@@ -25,15 +25,16 @@ public:
 
     /// Runs one batch of a script, whose first line is called `line` in messages.
     ado::StatementResult executeBatch(const std::string& text, std::size_t line);
-    /// The SQLite text of one statement, as it would run now. For tests and for looking into a slow
-    /// statement.
+    /// The SQLite text of one statement, as it would run now, with its literals in their places. For tests
+    /// and for looking into a slow statement.
     std::string explain(std::string_view text, std::span<const ado::ParameterInfo> parameters = {});
 
     SessionState& state() { return state_; }
 
 private:
     friend class EmbeddedStatement;
-    ado::StatementResult run(Plan& plan, std::span<const ado::BoundParameter> parameters,
+    /// `text` is the plan's, or one of its shape; `values` are those of the plan's markers.
+    ado::StatementResult run(Plan& plan, std::string_view text, const std::vector<Stored>& values,
                              const ado::ExecuteSettings& settings, bool scoped);
 
     SessionState state_;

@@ -156,7 +156,13 @@ Fragment Translator::marker(const tsql::ParameterMarker& node) {
         fail(8178, "07002",
              "Manca il valore del parametro per il marcatore numero " + std::to_string(node.ordinal) + ".");
     }
-    return slot({Slot::Kind::Marker, node.ordinal - 1, {}, context_.markers[node.ordinal - 1]});
+    Fragment value = slot({Slot::Kind::Marker, node.ordinal - 1, {}, context_.markers[node.ordinal - 1]});
+    if (context_.ofShape) {
+        value.literal = true;
+        value.nullable = false;
+        value.minimumLength = value.type.length;
+    }
+    return value;
 }
 
 Fragment Translator::unary(const tsql::Unary& node, const tsql::NodeSpan& span) {

@@ -17,6 +17,7 @@ struct BindingContext {
     std::span<const SqlType> markers; ///< types of the "?" parameters, in their order
     std::string_view text;            ///< for quoting the place of a refusal
     std::string_view identityInsert;  ///< the table with IDENTITY_INSERT ON, or empty
+    bool ofShape = false;             ///< the markers stand for the literals of texts of one shape
 };
 
 /// Binds one T-SQL statement to the catalogue and writes it as SQLite. Every member throws AdoError: an
