@@ -105,8 +105,12 @@ OriginalRows Translator::searchIn(const Table& original, const Source& source,
     rows.from = original.sqlName() + " AS " + alias;
     for (const ColumnTest* test : tests) {
         const std::string column = "." + quoteName(test->column->name);
-        rows.where += (rows.where.empty() ? "" : " AND ") + test->before + alias + column + test->after;
-        rows.settles.push_back(test->before + quoteName(source.alias) + column + test->after);
+        const auto testOf = [&](const std::string& row) {
+            std::string text = test->before;
+            return text.append(row).append(column).append(test->after);
+        };
+        rows.where += (rows.where.empty() ? "" : " AND ") + testOf(alias);
+        rows.settles.push_back(testOf(quoteName(source.alias)));
     }
     for (const std::string& flag : flagsBetween(context_.catalogue.indexesOf(original), original, columns)) {
         rows.where += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
@@ -183,8 +187,9 @@ std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const 
         }
         ColumnTest among = test;
         among.before.clear();
-        among.other = "(SELECT \"v\" FROM (SELECT DISTINCT " + flags + test.other + " AS \"v\" FROM " +
-                      select.from + " WHERE " + rest + "))";
+        among.other = "(SELECT \"v\" FROM (SELECT DISTINCT ";
+        among.other.append(flags).append(test.other).append(" AS \"v\" FROM ").append(select.from);
+        among.other.append(" WHERE ").append(rest).append("))");
         among.after = " IN " + among.other;
         among.byQuery = true;
         result.push_back(std::move(among));

@@ -58,9 +58,11 @@ private:
 
 TemporaryDirectory::TemporaryDirectory() {
     static std::atomic<int> number{0};
-    path_ = std::filesystem::temp_directory_path() /
-            ("veldran-test-" + std::to_string(getpid()) + "-" + std::to_string(++number));
-    std::filesystem::create_directories(path_);
+    // A program that was killed has left its directories behind, and its number may come again.
+    do {
+        path_ = std::filesystem::temp_directory_path() /
+                ("veldran-test-" + std::to_string(getpid()) + "-" + std::to_string(++number));
+    } while (!std::filesystem::create_directory(path_));
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
