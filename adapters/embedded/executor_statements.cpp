@@ -267,10 +267,11 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
     fill = {};
     scope.complete();
     if (into.fill.copies) {
-        const std::string original = "temp." + quoteName(into.fill.copies->from);
-        session_.rowCopies().made(*into.fill.copies, rows,
-                                  session_.database().integer("SELECT max(rowid) FROM " + original));
-        session_.catalogue().buildIndexes(*session_.catalogue().table({{}, {into.fill.copies->from}}));
+        const auto original = session_.catalogue().table({{}, {into.fill.copies->from}});
+        session_.rowCopies().made(
+            *into.fill.copies, rows,
+            session_.database().integer("SELECT max(rowid) FROM " + original->sqlName()));
+        session_.catalogue().buildIndexes(*original);
     }
     noteWorkingTable(into.table);
     counted(rows);

@@ -68,8 +68,7 @@ private:
     struct KeyHash {
         std::size_t operator()(const Key& key) const { return std::hash<std::string_view>{}(key.text); }
     };
-    using Plans =
-        std::list<std::shared_ptr<Plan>>; // shared with the statements and calls that are using them
+    using Plans = std::list<std::shared_ptr<Plan>>; // shared with the statements that are using them
     static Key keyOf(const Plan& plan);
     std::shared_ptr<Plan> find(const Key& key);
     std::shared_ptr<Plan> parse(std::string_view text);

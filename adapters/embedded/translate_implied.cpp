@@ -51,6 +51,8 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
             tests.push_back(&test);
         }
     }
+    const std::vector<std::string> ownColumns =
+        indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own);
     // Running a query for the value is for where nothing plainer finds the rows.
     std::vector<std::string> columns;
     for (const bool byQuery : {false, true}) {
@@ -64,11 +66,10 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
             }
         }
         columns = indexedColumns(context_.catalogue.indexesOf(*original), *original, searched);
-        if (columns.empty() &&
-            indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own).empty()) {
+        if (columns.empty() && ownColumns.empty()) {
             columns = searchedCode(*original, searched); // then an index of the original is worth making
         }
-        if (!columns.empty() && isServedByItself(source, own, columns)) {
+        if (!columns.empty() && isServedByItself(source, ownColumns, columns)) {
             return std::nullopt;
         }
         if (!columns.empty()) {
@@ -83,10 +84,8 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
 }
 
 // A grouping may have 100,000 accounts of which the filter has left three.
-bool Translator::isServedByItself(const Source& source, const SearchedColumns& own,
+bool Translator::isServedByItself(const Source& source, const std::vector<std::string>& ownColumns,
                                   const std::vector<std::string>& columns) {
-    const std::vector<std::string> ownColumns =
-        indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own);
     const bool serves = std::all_of(columns.begin(), columns.end(), [&](const std::string& column) {
         return std::find(ownColumns.begin(), ownColumns.end(), column) != ownColumns.end();
     });

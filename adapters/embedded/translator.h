@@ -145,8 +145,9 @@ private:
     Condition implied(const Condition& where, const Scope& scope);
     /// False when no original can lead to the rows that the SELECT reads.
     bool ledByOriginal(BoundSelect& select, Scope& scope);
-    /// Whether an index of the copy serves as well as one of the original on these columns, at less cost.
-    bool isServedByItself(const Source& source, const SearchedColumns& own,
+    /// Whether an index of the copy, on `ownColumns`, serves as well as one of the original on `columns`, at
+    /// less cost.
+    bool isServedByItself(const Source& source, const std::vector<std::string>& ownColumns,
                           const std::vector<std::string>& columns);
     OriginalRows searchIn(const Table& original, const Source& source,
                           const std::vector<std::string>& columns,

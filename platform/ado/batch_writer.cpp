@@ -166,8 +166,8 @@ void BatchWriter::planUpdates(const std::vector<std::size_t>& marked) {
 }
 
 void BatchWriter::planInserts(const std::vector<std::size_t>& marked) {
-    std::vector<std::size_t>
-        named; // the columns of `text`: rows keyed one after the other fill the same ones
+    // Rows keyed one after the other fill the same columns: those that `text` names.
+    std::vector<std::size_t> named;
     std::string text;
     for (const std::size_t row : marked) {
         if (rows_.status(row) != adRecNew) {
