@@ -24,6 +24,8 @@ public:
     /// table, or a circle of keys cannot be parted.
     BatchWriter(const CursorRows& rows, const std::vector<std::size_t>& marked);
 
+    /// Whether nothing is to be written: rows that are again as the database has them need no statement.
+    bool isEmpty() const { return statements_.empty(); }
     /// \throws AdoError `adErrConcurrencyViolation` when a row is not found, `adErrKeyInsufficient` when a
     /// key finds several, and every failure of the database. What was written before stays for the caller's
     /// transaction to undo.

@@ -200,7 +200,7 @@ void Recordset::write(const std::vector<std::size_t>& rows) {
     connection_->guarded([&](Session& session) {
         const BatchWriter writer(view_->rows(), rows);
         const ExecuteSettings settings{connection_->CommandTimeout(), false};
-        if (rows.empty() || connection_->inTransaction()) {
+        if (writer.isEmpty() || connection_->inTransaction()) {
             writer.write(session, settings);
             return;
         }

@@ -46,6 +46,17 @@ TEST_F(BatchTest, KeepsChangesAtTheClientUntilTheBatchIsWritten) {
     EXPECT_EQ(recording->log().executed().size(), 3U);
 }
 
+TEST_F(BatchTest, SendsNothingForARowThatIsAgainAsItIsStored) {
+    fill({2});
+    const auto recordset = opened();
+    put(*recordset, "CONTO", "UNO");
+    recordset->Update();
+    put(*recordset, "CONTO", "C00001");
+    recordset->UpdateBatch();
+    EXPECT_TRUE(recording->log().messages().empty());
+    EXPECT_EQ(recordset->Status(), ado::adRecUnmodified);
+}
+
 TEST_F(BatchTest, WritesInOneTransactionDeletionsFirstNewRowsLast) {
     fill({2, 1});
     const auto recordset = opened();
