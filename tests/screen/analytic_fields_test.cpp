@@ -427,7 +427,7 @@ TEST_F(AnalyticFields, LeaveAStoredAccountThatHasGoneToTheRowThatItsRowWasMovedT
     enter(withStored({{"2", "100.00", "GONE"}, {"1", "100.00", "CDCPRO0010"}}));
     e().clickCausale("ACQ");
     e().clickRow(0);
-    e().control<controls::Button>("CMD_GIU").ClickFromView();
+    e().down().ClickFromView();
     keyInto(e().percentage(), "90");
     EXPECT_TRUE(e().save());
     EXPECT_TRUE(messages().boxes.empty());

@@ -248,12 +248,12 @@ TEST_F(CorrelationEditor, MovesARowUpWithItsNumberStayingInPlaceAndStoresTheNewO
     open(withStored());
     e().enter();
     e().clickRow(1);
-    EXPECT_TRUE(e().control<controls::Button>("CMD_SU").Enabled());
-    e().control<controls::Button>("CMD_SU").ClickFromView();
+    EXPECT_TRUE(e().up().Enabled());
+    e().up().ClickFromView();
     EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(0))
         << "the moved row stays the current one";
-    EXPECT_FALSE(e().control<controls::Button>("CMD_SU").Enabled());
-    EXPECT_TRUE(e().control<controls::Button>("CMD_GIU").Enabled());
+    EXPECT_FALSE(e().up().Enabled());
+    EXPECT_TRUE(e().down().Enabled());
     EXPECT_EQ(e().focus(), "GRD_DETTAGLIO");
     EXPECT_EQ(e().stored("ACQ"), wholeRows) << "nothing is written before the header is saved";
     EXPECT_TRUE(e().save());
@@ -264,10 +264,10 @@ TEST_F(CorrelationEditor, MovesARowDownAndBackAgain) {
     open(withStored());
     e().enter();
     e().clickRow(1);
-    e().control<controls::Button>("CMD_GIU").ClickFromView();
+    e().down().ClickFromView();
     EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(2));
-    EXPECT_FALSE(e().control<controls::Button>("CMD_GIU").Enabled());
-    e().control<controls::Button>("CMD_SU").ClickFromView();
+    EXPECT_FALSE(e().down().Enabled());
+    e().up().ClickFromView();
     EXPECT_TRUE(e().save());
     EXPECT_EQ(e().stored("ACQ"), wholeRows);
 }

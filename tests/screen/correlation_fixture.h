@@ -59,6 +59,8 @@ public:
     controls::LookupField& account() const { return control<controls::LookupField>("TXT_CONTO"); }
     controls::LookupField& item() const { return control<controls::LookupField>("TXT_VDS"); }
     controls::FrameNavigator& detail() const { return control<controls::FrameNavigator>("GNV_DETTAGLIO"); }
+    controls::Button& up() const { return control<controls::Button>("CMD_SU"); }
+    controls::Button& down() const { return control<controls::Button>("CMD_GIU"); }
     controls::FocusCatcher& catcher() const { return control<controls::FocusCatcher>("PIC_FOCUSCATCH"); }
     /// Name of the control that has the focus; "" when none has.
     std::string focus() const;

@@ -41,8 +41,8 @@ protected:
         EXPECT_FALSE(e().account().Enabled());
         EXPECT_FALSE(e().item().Enabled());
         EXPECT_FALSE(e().detail().Enabled());
-        EXPECT_FALSE(e().control<controls::Button>("CMD_SU").Enabled());
-        EXPECT_FALSE(e().control<controls::Button>("CMD_GIU").Enabled());
+        EXPECT_FALSE(e().up().Enabled());
+        EXPECT_FALSE(e().down().Enabled());
         EXPECT_FALSE(e().header().CanPress("Conferma"));
     }
     void expectSuspended() {

@@ -31,6 +31,24 @@ Written number(int precision, std::int64_t value, int scale = 0) {
             static_cast<std::uint8_t>(precision), static_cast<std::uint8_t>(scale)};
 }
 
+Written noText(int size) {
+    return {ado::adWChar, size, Value()};
+}
+
+Written noNumber(int precision) {
+    return {ado::adNumeric, 0, Value(), static_cast<std::uint8_t>(precision)};
+}
+
+/// Keys a text into a field as a keyboard does, the view reporting each letter, and leaves the field.
+template<class Field>
+void keyLetters(Field& field, const std::string& text) {
+    field.SetFocus();
+    for (std::size_t letters = 1; letters <= text.size(); ++letters) {
+        field.TypeFromView(text.substr(0, letters));
+    }
+    field.LeaveFromView();
+}
+
 /// What a frame's record set sends to write one row.
 Message written(const std::string& statement, const std::vector<Written>& values) {
     ExpectedMessage message = sent(statement).withoutRows();
@@ -209,6 +227,102 @@ TEST_F(CorrelationStatements, OfSavingAfterADeletedRowCloseTheGapInTheNumbers) {
                                 text(15, "CDCPRO0010")}),
                        written("UPDATE [#DETTAGLIO] SET [PROG] = ? WHERE [CAUSALE] = ? AND [PROG] = ?",
                                {number(3, 2), text(4, "ACQ"), number(3, 3)})}),
+                  expected::savedCorrelation("ACQ", account)}));
+}
+
+TEST_F(CorrelationStatements, OfKeyingARowAskForTheKindsOfItsAccountAndForDescriptionsAndNoMore) {
+    enter(withStored({{"2", "60.00"}, {"1", "60.00"}}));
+    e().shown();
+    screen->forget();
+    const auto sentBy = [this](const auto& act) {
+        act();
+        e().shown();
+        return recorded();
+    };
+    EXPECT_EQ(sentBy([&] { e().detail().PressFromView("Nuovo"); }), Messages{});
+    EXPECT_EQ(sentBy([&] { e().sign().TypeFromView("a"); }), Messages{});
+    EXPECT_EQ(sentBy([&] { keyLetters(e().percentage(), "40"); }), Messages{});
+    EXPECT_EQ(sentBy([&] { keyLetters(e().account(), "CDCPRO0020"); }),
+              together({expected::firstKinds("ACQ", 2), {expected::accountDescription("CDCPRO0020")}}))
+        << "once, with the last letter";
+    EXPECT_EQ(sentBy([&] { keyLetters(e().item(), "SERTRA"); }),
+              Messages{expected::itemDescription("SERTRA")});
+    EXPECT_EQ(sentBy([&] { e().catcher().SetFocus(); }), Messages{}) << "the next row begins";
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(
+        recorded(),
+        together({expected::inTransaction({written(
+                      "INSERT INTO [#DETTAGLIO] ([CAUSALE], [PROG], [SEGNO], [PERCENTUALE], [PDC], "
+                      "[CONTO], [PDCVDS], [CONTOVDS], [AVERE]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                      {text(4, "ACQ"), number(3, 3), number(2, 2), number(5, 4000, 2), number(3, 101),
+                       text(15, "CDCPRO0020"), number(3, 201), text(15, "SERTRA"), text(15, "CDCPRO0020")})}),
+                  expected::savedCorrelation("ACQ", account)}));
+}
+
+TEST_F(CorrelationStatements, OfMovingARowExchangeWhatTwoPlacesHoldWhenItIsSaved) {
+    enter(withStored());
+    const std::string exchange =
+        "UPDATE [#DETTAGLIO] SET [SEGNO] = ?, [PERCENTUALE] = ?, [CONTO] = ?, [PDCVDS] = ?, [CONTOVDS] = ?, "
+        "[AVERE] = ?, [DARE] = ? WHERE [CAUSALE] = ? AND [PROG] = ? AND [SEGNO] = ? AND [PERCENTUALE] = ? "
+        "AND [CONTO] = ? AND ";
+    const auto originTo = [&](int place) {
+        return written(exchange + "[PDCVDS] = ? AND [CONTOVDS] = ? AND [AVERE] IS NULL AND [DARE] = ?",
+                       {number(2, 2), number(5, 10000, 2), text(15, "COLACQ0010"), noNumber(3), noText(15),
+                        text(15, "COLACQ0010"), noText(15), text(4, "ACQ"), number(3, place), number(2, 1),
+                        number(5, 6000, 2), text(15, "CDCPRO0010"), number(3, 201), text(15, "MATPRI"),
+                        text(15, "CDCPRO0010")});
+    };
+    const auto destinationTo = [&](int place) {
+        return written(
+            exchange + "[PDCVDS] IS NULL AND [CONTOVDS] IS NULL AND [AVERE] = ? AND [DARE] IS NULL",
+            {number(2, 1), number(5, 6000, 2), text(15, "CDCPRO0010"), number(3, 201), text(15, "MATPRI"),
+             noText(15), text(15, "CDCPRO0010"), text(4, "ACQ"), number(3, place), number(2, 2),
+             number(5, 10000, 2), text(15, "COLACQ0010"), text(15, "COLACQ0010")});
+    };
+    e().clickRow(1);
+    e().up().ClickFromView();
+    EXPECT_EQ(recorded(), Messages{}) << "rows are kept back until the correlation is saved";
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(recorded(), together({expected::inTransaction({destinationTo(1), originTo(2)}),
+                                    expected::savedCorrelation("ACQ", account)}));
+    e().down().ClickFromView();
+    EXPECT_EQ(recorded(), Messages{});
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(recorded(), together({expected::inTransaction({originTo(1), destinationTo(2)}),
+                                    expected::savedCorrelation("ACQ", account)}));
+}
+
+TEST_F(CorrelationStatements, OfMovingARowAwayAndBackReplaceWhatIsStoredAndWriteNoRow) {
+    enter(withStored());
+    e().clickRow(1);
+    e().up().ClickFromView();
+    e().down().ClickFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(recorded(), expected::savedCorrelation("ACQ", account));
+}
+
+TEST_F(CorrelationStatements, OfMovingANewRowInsertTheOneThatItPassed) {
+    enter(withStored({wholeRows[0], wholeRows[1]}));
+    e().addRow(wholeRows[2]);
+    EXPECT_TRUE(e().detail().PressFromView("Conferma"));
+    screen->forget();
+    e().up().ClickFromView();
+    EXPECT_EQ(recorded(), Messages{});
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(
+        recorded(),
+        together({expected::inTransaction(
+                      {written("UPDATE [#DETTAGLIO] SET [PERCENTUALE] = ?, [CONTO] = ?, [CONTOVDS] = ?, "
+                               "[DARE] = ? WHERE [CAUSALE] = ? AND [PROG] = ? AND [PERCENTUALE] = ? AND "
+                               "[CONTO] = ? AND [CONTOVDS] = ? AND [DARE] = ?",
+                               {number(5, 4000, 2), text(15, "CDCPRO0020"), text(15, "SERTRA"),
+                                text(15, "CDCPRO0020"), text(4, "ACQ"), number(3, 2), number(5, 6000, 2),
+                                text(15, "CDCPRO0010"), text(15, "MATPRI"), text(15, "CDCPRO0010")}),
+                       written("INSERT INTO [#DETTAGLIO] ([CAUSALE], [PROG], [SEGNO], [PERCENTUALE], [PDC], "
+                               "[CONTO], [PDCVDS], [CONTOVDS], [DARE]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                               {text(4, "ACQ"), number(3, 3), number(2, 1), number(5, 6000, 2),
+                                number(3, 101), text(15, "CDCPRO0010"), number(3, 201), text(15, "MATPRI"),
+                                text(15, "CDCPRO0010")})}),
                   expected::savedCorrelation("ACQ", account)}));
 }
 
