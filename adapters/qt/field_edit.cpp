@@ -12,9 +12,20 @@ bool isEnter(const QKeyEvent& event) {
     return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+void giveFocusTo(QWidget& widget) {
+    widget.setFocus(Qt::OtherFocusReason);
+    if (auto* edit = qobject_cast<QLineEdit*>(&widget)) {
+        edit->selectAll(); // a window that is not active says nothing of the focus until it is
+    }
+}
+
 void FieldEdit::moveOn() {
-    if (window()->focusWidget() == this) { // also while its window is about to become the active one again
-        focusNextChild();
+    if (window()->focusWidget() != this) { // it is, too, while its window is about to become active again
+        return;
+    }
+    focusNextChild();
+    if (QWidget* next = window()->focusWidget(); next != nullptr && !next->hasFocus()) {
+        giveFocusTo(*next);
     }
 }
 
@@ -38,9 +49,14 @@ void FieldEdit::focusInEvent(QFocusEvent* event) {
 }
 
 void FieldEdit::focusOutEvent(QFocusEvent* event) {
+    const QPointer<FieldEdit> self(this);
+    const Qt::FocusReason reason = event->reason();
     QLineEdit::focusOutEvent(event);
-    if (!focusComesBack(event->reason())) {
-        takeOver();
+    if (focusComesBack(reason) || takeOver() || !self) {
+        return;
+    }
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+        giveFocusTo(*this);
     }
 }
 

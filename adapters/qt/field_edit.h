@@ -9,8 +9,13 @@ namespace veldran::qt {
 /// Enter or Return, of either block of keys.
 bool isEnter(const QKeyEvent& event);
 
-/// The part of a field where its text is typed. Leaving it takes over what was typed, and so does Enter. The
-/// text is selected when the form or the Tab key brings the focus.
+/// Gives the focus to the widget, whose text, if it is a field, is then selected: also in a window that is
+/// not active, because a message is closing over it.
+void giveFocusTo(QWidget& widget);
+
+/// The part of a field where its text is typed. Leaving it takes over what was typed, and so does Enter; the
+/// Tab key does not lead out of a field whose text is refused, while mouse and mnemonics do. The text is
+/// selected when the form or the Tab key brings the focus.
 class FieldEdit : public QLineEdit {
 public:
     using QLineEdit::QLineEdit;

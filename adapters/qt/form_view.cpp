@@ -3,6 +3,7 @@
 #include "adapters/qt/activation_layout.h"
 #include "adapters/qt/correlation_layout.h"
 #include "adapters/qt/duplication_layout.h"
+#include "adapters/qt/field_edit.h"
 #include "adapters/qt/layout_parts.h"
 #include "adapters/qt/popup_menus.h"
 #include "adapters/qt/simple_views.h"
@@ -118,7 +119,7 @@ void FormView::giveFocusTo(const controls::Control* control) {
         return;
     }
     if (!widget->hasFocus()) {
-        widget->setFocus(Qt::OtherFocusReason);
+        qt::giveFocusTo(*widget);
     }
     scroll_->ensureWidgetVisible(widget, margin, margin);
 }

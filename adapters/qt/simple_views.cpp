@@ -34,9 +34,14 @@ ButtonView::ButtonView(controls::Button& control, QWidget* parent) : QPushButton
     new ControlBinding(control, *this, this, [this, &control] { setText(toQt(control.Caption())); });
     connect(this, &QPushButton::clicked, this, [this, &control] {
         const QPointer<ButtonView> self(this);
+        const QPointer<QWidget> before(window()->focusWidget()); // itself, unless its mnemonic was pressed
         setFocus(Qt::OtherFocusReason);
         if (self) {
             control.ClickFromView();
+        }
+        // What was refused leaves the user where the mnemonic was pressed.
+        if (self && before && window()->focusWidget() == this && before->isEnabled() && before->isVisible()) {
+            giveFocusTo(*before);
         }
     });
 }

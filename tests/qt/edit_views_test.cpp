@@ -149,6 +149,23 @@ TEST_F(Number, IsSelectedWhereverTheFocusComesFrom) {
     EXPECT_FALSE(view->hasSelectedText()) << "a second click places the cursor";
 }
 
+TEST_F(Number, IsSelectedWhenTheFormGivesItTheFocusBeforeItsWindowIsActiveAgain) {
+    form.percentage.ShowValue(Value("33"));
+    window.elsewhere().setFocus();
+    QWidget message;
+    message.show();
+    message.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&message));
+    ASSERT_FALSE(window.isActiveWindow());
+    giveFocusTo(*view);
+    EXPECT_EQ(view->selectedText(), view->text());
+    message.close();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    type("50");
+    EXPECT_EQ(shown(), "50");
+}
+
 TEST_F(Number, StaysWhereItIsWhileEnterIsRefused) {
     view->setEnterMovesOn(true);
     std::string refused;
@@ -162,6 +179,27 @@ TEST_F(Number, StaysWhereItIsWhileEnterIsRefused) {
     view->selectAll();
     type("5");
     key(Qt::Key_Return);
+    EXPECT_TRUE(window.elsewhere().hasFocus());
+    EXPECT_EQ(form.percentage.GetValue().toText(), "5");
+}
+
+TEST_F(Number, IsNotLeftByTabWhileItIsNoNumber) {
+    int refused = 0;
+    const auto kept = form.percentage.NotANumber.subscribe([&](const std::string&) { ++refused; });
+    type("abc");
+    for (const auto& [code, modifier] :
+         {std::pair(Qt::Key_Tab, Qt::NoModifier), std::pair(Qt::Key_Backtab, Qt::ShiftModifier)}) {
+        QTest::keyClick(view, code, modifier);
+        EXPECT_TRUE(view->hasFocus());
+        EXPECT_EQ(view->selectedText(), QStringLiteral("abc")) << "what is typed next replaces it";
+    }
+    EXPECT_EQ(refused, 2);
+    QTest::mouseClick(&window.elsewhere(), Qt::LeftButton);
+    EXPECT_TRUE(window.elsewhere().hasFocus()) << "the mouse leads to what gives the edit up";
+    view->setFocus();
+    view->selectAll();
+    type("5");
+    key(Qt::Key_Tab);
     EXPECT_TRUE(window.elsewhere().hasFocus());
     EXPECT_EQ(form.percentage.GetValue().toText(), "5");
 }

@@ -177,6 +177,22 @@ TEST_F(Screen, DecodesTheFieldBeforeTheMnemonicOfAButtonClicks) {
     EXPECT_EQ(atClick, "0102030005");
 }
 
+TEST_F(Screen, GoesBackToWhereTheMnemonicOfAButtonWasPressedWhenNothingCameOfIt) {
+    show();
+    form.code.SetFocus();
+    const auto press = [this](Qt::Key letter) {
+        QTest::keyClick(QApplication::focusWidget(), letter, Qt::AltModifier);
+        QTest::qWait(150);
+    };
+    press(Qt::Key_R);
+    EXPECT_TRUE(focused(form.code));
+    const auto kept = form.search.Click.subscribe([this] { form.tree.SetFocus(); });
+    press(Qt::Key_R);
+    EXPECT_TRUE(focused(form.tree)) << "the form has moved the focus on";
+    QTest::mouseClick(part<QPushButton>("BUT_CORRELAZIONI"), Qt::LeftButton);
+    EXPECT_TRUE(focused(form.correlations)) << "a click puts it on the button";
+}
+
 TEST_F(Screen, FollowsItsControlsLive) {
     show();
     form.filter.SetCaption(" Conti attivati");
