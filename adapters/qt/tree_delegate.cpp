@@ -1,5 +1,7 @@
 #include "adapters/qt/tree_delegate.h"
 
+#include "adapters/qt/colours.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QStyle>
@@ -10,6 +12,15 @@ namespace veldran::qt {
 namespace {
 
 constexpr int textPadding = 6; ///< pixels about the text of a row
+constexpr int edgeOfBox =
+    55;                    ///< per cent of the colour of the text: the style's own edge is hardly to be seen
+constexpr int dark = 128;  ///< lightness below which a ground is dark
+constexpr int lifted = 45; ///< per cent of white that a colour gets on a dark ground
+
+/// A colour chosen for a light ground, as it can be read on this one.
+QColor legible(const QColor& colour, const QColor& ground) {
+    return ground.lightness() < dark ? blended(Qt::white, colour, lifted) : colour;
+}
 
 QStyle& styleOf(const QStyleOptionViewItem& option) {
     return option.widget != nullptr ? *option.widget->style() : *QApplication::style();
@@ -40,24 +51,30 @@ controls::TreeHitFlags TreeDelegate::partAt(QStyleOptionViewItem option, const Q
 
 void TreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
-    const QVariant colour = index.data(Qt::ForegroundRole);
-    if (!colour.isValid()) {
-        RowDelegate::paint(painter, option, index);
-        return;
-    }
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
     const QStyle& style = styleOf(item);
-    const QRect room = style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget)
-                           .adjusted(textPadding / 2, 0, -textPadding / 2, 0);
-    const QString text = item.fontMetrics.elidedText(item.text, item.textElideMode, room.width());
-    item.text.clear();
-    item.palette.setColor(QPalette::Text, option.palette.color(QPalette::Text));
+    const QVariant colour = index.data(Qt::ForegroundRole);
+    const QString text = item.text;
+    if (colour.isValid()) { // the style would draw the check mark in the colour of the text, too
+        item.text.clear();
+        item.palette.setColor(QPalette::Text, option.palette.color(QPalette::Text));
+    }
     style.drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
     painter->save();
-    painter->setFont(item.font);
-    painter->setPen(colour.value<QColor>());
-    painter->drawText(room, static_cast<int>(item.displayAlignment), text);
+    painter->setPen(
+        blended(option.palette.color(QPalette::Text), option.palette.color(QPalette::Base), edgeOfBox));
+    painter->drawRect(style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, item.widget)
+                          .adjusted(0, 0, -1, -1));
+    if (colour.isValid()) {
+        item.text = text;
+        const QRect room = style.subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget)
+                               .adjusted(textPadding / 2, 0, -textPadding / 2, 0);
+        painter->setFont(item.font);
+        painter->setPen(legible(colour.value<QColor>(), option.palette.color(QPalette::Base)));
+        painter->drawText(room, static_cast<int>(item.displayAlignment),
+                          item.fontMetrics.elidedText(text, item.textElideMode, room.width()));
+    }
     painter->restore();
 }
 

@@ -56,6 +56,21 @@ TEST_F(Navigator, ShowsWhatItsControlSays) {
     EXPECT_EQ(button(keys::nuovo)->toolTip(), QStringLiteral("Aggiungi"));
 }
 
+TEST_F(Navigator, FramesTheButtonThatHasTheFocus) {
+    const auto isFramed = [this](std::string_view key) {
+        const QImage image = button(key)->grab().toImage();
+        const QColor mark = view->palette().color(QPalette::Highlight);
+        return image.pixelColor(image.width() / 2, 0) == mark &&
+               image.pixelColor(0, image.height() / 2) == mark;
+    };
+    button(keys::nuovo)->setFocus();
+    EXPECT_TRUE(isFramed(keys::nuovo));
+    EXPECT_FALSE(isFramed(keys::conferma));
+    key(Qt::Key_Right);
+    EXPECT_FALSE(isFramed(keys::nuovo));
+    EXPECT_TRUE(isFramed(keys::conferma));
+}
+
 TEST_F(Navigator, HasADifferentPictureForEachButton) {
     std::vector<QImage> pictures;
     for (const auto& one : bar.Buttons()) {

@@ -57,6 +57,35 @@ TEST_F(TreePaint, ShowsTheSelectedRowOnADarkGroundToo) {
     }
 }
 
+TEST_F(TreePaint, ShowsTheEdgeOfAnEmptyCheckBoxOnAnyGround) {
+    for (const QColor& ground : {QColor(Qt::white), QColor(0x23, 0x26, 0x29)}) {
+        QPalette colours(ground);
+        colours.setColor(QPalette::Base, ground);
+        colours.setColor(QPalette::Text, ground == Qt::white ? Qt::black : Qt::white);
+        widget.setPalette(colours);
+        const QImage image = widget.viewport()->grab(rowOf(second)).toImage();
+        int edge = 0; // the longest upright line of one colour that stands out from the ground
+        for (int x = 0; x < 50; ++x) {
+            int line = 0;
+            for (int y = 0; y < image.height(); ++y) {
+                const int difference = image.pixelColor(x, y).lightness() - ground.lightness();
+                line += std::abs(difference) >= 90 ? 1 : 0;
+            }
+            edge = std::max(edge, line);
+        }
+        EXPECT_GE(edge, 10) << ground.name().toStdString();
+    }
+}
+
+TEST_F(TreePaint, LightensTheRedOfACorrelatedAccountOnADarkGround) {
+    widget.setPalette(QPalette(QColor(0x30, 0x30, 0x30)));
+    form.tree.EnsureVisible(*accounts[0]);
+    accounts[0]->SetBold(true);
+    accounts[0]->SetForeColor(255);
+    EXPECT_FALSE(hasColour(accounts[0], Qt::red));
+    EXPECT_TRUE(hasColour(accounts[0], QColor(255, 114, 114)));
+}
+
 TEST_F(TreePaint, GivesEveryRowTheSameHeight) {
     form.tree.EnsureVisible(*accounts[0]);
     accounts[1]->SetBold(true);
