@@ -1,5 +1,6 @@
 #include "adapters/qt/rows_table.h"
 
+#include "adapters/qt/colours.h"
 #include "adapters/qt/row_delegate.h"
 #include "adapters/qt/twips.h"
 
@@ -20,6 +21,7 @@ namespace veldran::qt {
 namespace {
 
 constexpr double designLetter = 5; ///< pixels of an average letter of the design
+constexpr int softness = 55;       ///< per cent of the text's colour in what an empty table says
 
 } // namespace
 
@@ -43,6 +45,7 @@ RowsTable::RowsTable(std::unique_ptr<RowsSource> source, QWidget* parent)
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int pixels) {
         if (!showing_) {
             const QScopedValueRollback dragging(dragging_, true);
+            keepWidths();
             model_->source().setWidth(column, twipsOf(pixels));
             if (const int last = model_->columnCount() - 1; column != last) {
                 showColumn(last); // it takes what the other one leaves
@@ -83,10 +86,36 @@ void RowsTable::showColumn(int column) {
     if (column == model_->columnCount() - 1) {
         const int room = viewport()->width() - horizontalHeader()->sectionPosition(column);
         width = room - width <= filledRoom_ ? std::max(room, width) : width;
+    } else if (grows(column)) {
+        width += roomOfEach();
     }
     if (columnWidth(column) != width) {
         setColumnWidth(column, width);
     }
+}
+
+bool RowsTable::grows(int column) const {
+    const RowsSource& source = model_->source();
+    return sharesRoom_ && source.width(column) >= source.width(model_->columnCount() - 1);
+}
+
+int RowsTable::roomOfEach() const {
+    int room = viewport()->width();
+    int growing = 0;
+    for (int column = 0; column < model_->columnCount(); ++column) {
+        room -= pixelsOfColumn(column);
+        growing += grows(column) ? 1 : 0;
+    }
+    return room <= filledRoom_ ? std::max(room, 0) / growing : 0;
+}
+
+void RowsTable::keepWidths() {
+    for (int column = 0; column < model_->columnCount() - 1 && sharesRoom_; ++column) {
+        if (grows(column)) {
+            model_->source().setWidth(column, twipsOf(columnWidth(column)));
+        }
+    }
+    sharesRoom_ = false;
 }
 
 int RowsTable::pixelsOfColumn(int column) const {
@@ -100,9 +129,7 @@ void RowsTable::fillRoom(int pixels) {
 
 void RowsTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    if (model_->columnCount() > 0) {
-        showColumn(model_->columnCount() - 1);
-    }
+    showColumns();
 }
 
 void RowsTable::follow() {
@@ -230,7 +257,8 @@ void RowsTable::paintEvent(QPaintEvent* event) {
     if (model_->rowCount() == 0 && !emptyText_.isEmpty()) {
         constexpr int inset = 12;
         QPainter painter(viewport());
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.setPen(blended(palette().color(QPalette::Text), palette().color(QPalette::Base),
+                               isEnabled() ? softness : 100));
         painter.drawText(viewport()->rect().adjusted(inset, inset, -inset, -inset),
                          Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
     }

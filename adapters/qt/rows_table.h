@@ -29,7 +29,9 @@ protected:
     void showCurrent();
     /// The user chose that row; nothing happens when there is none.
     void choose(int row);
-    /// The last column is drawn up to the edge of the table while that is no further than so many pixels.
+    /// The columns are drawn up to the edge of the table while that is no further than so many pixels: the
+    /// last one, and those designed as wide as it, share the room. Once the user has dragged an edge it is
+    /// the last one's alone.
     void fillRoom(int pixels);
 
     void keyPressEvent(QKeyEvent* event) override;
@@ -51,13 +53,17 @@ private:
     void showColumns();
     void showColumn(int column);
     int pixelsOfColumn(int column) const;
+    bool grows(int column) const;
+    int roomOfEach() const; ///< pixels that each growing column gets more than it was designed with
+    void keepWidths();      ///< that the columns have got so far
     int rowByKey(const QKeyEvent& event) const;
     int rowsInSight() const;
     bool isCut(const QModelIndex& index) const;
 
     RowsModel* model_;
     QString emptyText_;
-    int filledRoom_ = 0;    ///< pixels
+    int filledRoom_ = 0; ///< pixels
+    bool sharesRoom_ = true;
     bool showing_ = false;  ///< what changes now is not the user's doing
     bool dragging_ = false; ///< of a column's edge
 };
