@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QStringList>
 #include <algorithm>
 #include <utility>
@@ -27,6 +28,7 @@ constexpr int defaultMask = 0x300;
 constexpr int defaultShift = 8;
 constexpr qsizetype errorsShownAtOnce = 5;
 constexpr int lettersOfLine = 100;
+constexpr int lettersBeside = 20; ///< of a small screen that are kept for icon and edges
 
 struct AnswerButton {
     MessageBoxAnswer answer;
@@ -91,7 +93,8 @@ void keepLines(QMessageBox& box) {
     }
     const QMargins margins = label->contentsMargins();
     const int around = margins.left() + margins.right() + metrics.averageCharWidth();
-    label->setMinimumWidth(std::min(widest, lettersOfLine * metrics.averageCharWidth()) + around);
+    const int room = box.screen()->availableSize().width() - lettersBeside * metrics.averageCharWidth();
+    label->setMinimumWidth(std::min({widest, lettersOfLine * metrics.averageCharWidth(), room}) + around);
 }
 
 QString databaseLine(const ado::Error& error) {

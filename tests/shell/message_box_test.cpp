@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 namespace veldran::test {
@@ -177,6 +178,21 @@ TEST_F(MessageBoxTest, TakesTheBusyPointerAwayWhileItAsks) {
     screen.SetMousePointer(services::mouseDefault);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "set twice, taken back once";
     EXPECT_EQ(screen.GetMousePointer(), services::mouseDefault);
+}
+
+TEST_F(MessageBoxTest, BreaksALineThatTheScreenHasNoRoomFor) {
+    EXPECT_TRUE(withModal(
+        [&] {
+            shell::showBox({"Controllo", QStringLiteral("parola ").repeated(60), {}, {}},
+                           services::styleExclamation);
+        },
+        [](QWidget& modal) {
+            const auto* text = modal.findChild<QLabel*>("qt_msgbox_label");
+            ASSERT_NE(text, nullptr);
+            EXPECT_LE(modal.width(), modal.screen()->availableSize().width());
+            EXPECT_LE(text->geometry().right(), modal.width());
+            QTest::keyClick(&modal, Qt::Key_Return);
+        }));
 }
 
 TEST_F(MessageBoxTest, BreaksItsTextWhereTheTextSaysSo) {
