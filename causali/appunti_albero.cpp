@@ -58,10 +58,11 @@ void AppuntiAlbero::IncollaCorrelazioneTree(controls::TreeNode&) {
             vicini_.filtri.RiportoCorrelato();
             conti_.Refresh();
         }
-        if (modo_ == ModoAppunti::Taglia) {
-            svuota();
-        }
     });
+    // Also after a failure: a source that was moved already has nothing that could replace what another has.
+    if (modo_ == ModoAppunti::Taglia) {
+        svuota();
+    }
 }
 
 bool AppuntiAlbero::CopiaIncollaCorrelazioneTree() {

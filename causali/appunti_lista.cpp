@@ -95,10 +95,11 @@ void AppuntiLista::IncollaCorrelazioneList() {
             }
             mostraEsito();
         }
-        if (modo_ == ModoAppunti::Taglia) {
-            svuota();
-        }
     });
+    // Also after a failure: a source that was moved already has nothing that could replace what another has.
+    if (modo_ == ModoAppunti::Taglia) {
+        svuota();
+    }
 }
 
 /// What was written outside the frames is shown in them and in the list.

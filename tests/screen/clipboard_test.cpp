@@ -379,6 +379,19 @@ TEST_F(Clipboard, LeavesTheSourceOfACutWhoseDeletionFailsAndEndsTheCut) {
     EXPECT_EQ(stored("GIRO", b), one) << "the clipboard is empty";
 }
 
+TEST_F(Clipboard, EndsACutThatHasMovedTheCorrelationsAlthoughTheirMarksCouldNotBeCarriedBack) {
+    treeKey(a, cutKey);
+    select(c);
+    screen->failures().failContaining("SET #CG24_TABPDC.CORRELATO");
+    user().key(pasteKey, controls::shiftCtrl);
+    EXPECT_EQ(reported(), Texts{"IncollaCorrelazioneTree:"});
+    EXPECT_EQ(stored("ACQ", c), two);
+    EXPECT_TRUE(stored("ACQ", a).empty());
+    messages().answers = {services::answerYes};
+    treeKey(b, pasteKey);
+    EXPECT_EQ(stored("GIRO", b), one) << "nothing is replaced by the rows of a source that has none any more";
+}
+
 TEST_F(Clipboard, LeavesTheSourceOfACutCausaleWhoseDeletionFailsAndEndsTheCut) {
     e().enter(a);
     listKey("ACQ", cutKey);
