@@ -27,15 +27,14 @@ struct Source {
     int codeSize = 0; ///< characters
 };
 
-/// Only a list of cost accounts is narrowed by kind: a code that is stored already is described whatever its
-/// kind.
-std::string kindsOfList(const LookupRequest& request) {
+/// The mask of kinds that the request admits. Only cost accounts have a kind.
+std::string kindsOf(const LookupRequest& request) {
     const bool narrowed = request.kind == LookupKind::ContiCoin && request.tipologie &&
                           (*request.tipologie & everyCostKind) != everyCostKind;
     return narrowed ? std::to_string(*request.tipologie) : "NULL";
 }
 
-Source sourceOf(const LookupRequest& request, const std::string& kinds) {
+Source sourceOf(const LookupRequest& request) {
     const std::string pdc = std::to_string(request.pdc);
     switch (request.kind) {
     case LookupKind::Causali:
@@ -43,7 +42,7 @@ Source sourceOf(const LookupRequest& request, const std::string& kinds) {
     case LookupKind::ContiCoin:
     case LookupKind::VociDiSpesa:
         return {"PC03_CONTO", "PC03_DESCR",
-                "FNPC03_ANAGPDC_COAN(" + pdc + ", NULL, " + request.ditta + ", " + kinds +
+                "FNPC03_ANAGPDC_COAN(" + pdc + ", NULL, " + request.ditta + ", " + kindsOf(request) +
                     ") WHERE PC03_FLGANALITICO = 1",
                 15};
     case LookupKind::ContiCoge:
@@ -83,7 +82,7 @@ char separatorOf(const std::string& stored) {
 } // namespace
 
 std::optional<std::string> queryDescription(const LookupRequest& request) {
-    const Source source = sourceOf(request, "NULL");
+    const Source source = sourceOf(request);
     if (request.code.empty() || utf16Length(request.code) > static_cast<std::size_t>(source.codeSize)) {
         return std::nullopt;
     }
@@ -123,7 +122,7 @@ services::CodeStructure queryStructure(const std::shared_ptr<ado::Connection>& c
 
 std::vector<LookupRow> queryRows(const LookupRequest& request) {
     requireConnection(request.connection);
-    const Source source = sourceOf(request, kindsOfList(request));
+    const Source source = sourceOf(request);
     const auto records =
         request.connection->Execute("SELECT " + source.codeColumn + ", " + source.descriptionColumn +
                                     " FROM " + source.from + " ORDER BY " + source.codeColumn);

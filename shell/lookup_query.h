@@ -10,7 +10,7 @@
 namespace veldran::shell {
 
 /// The description of `request.code` in the company's database; none when the code is unknown, only groups
-/// others, or is reserved to another company. The kinds of the request do not matter here.
+/// others, is reserved to another company, or is of a kind that the request does not admit.
 /// \throws AdoError
 std::optional<std::string> queryDescription(const services::LookupRequest& request);
 

@@ -149,6 +149,22 @@ TEST_F(CorrelationKeys, LeadFromAnUnknownCausaleToTheButtonOfANewOneAndNotToTheO
     EXPECT_TRUE(part<QWidget>("INV_TESTATA_Conferma")->isEnabled());
 }
 
+TEST_F(CorrelationKeys, TakeNoAccountOfAKindThatCausaleAndSignDoNotAllow) {
+    const auto description = [this] { return fromQt(part<QLabel>("TXT_DESCRCONTO")->text()); };
+    keyCausale("FTAC");
+    keyRow("a", "100", "CDCGEN0010", ""); // the other side's
+    EXPECT_EQ(description(), "");
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(focused(), "TXT_CONTO");
+    type("COLACQ0020");
+    key(Qt::Key_Tab);
+    EXPECT_NE(description(), "");
+    key(Qt::Key_Tab);
+    reachSave();
+    key(Qt::Key_Return);
+    EXPECT_EQ(stored("FTAC"), Lines{"2 100.00 COLACQ0020 "});
+}
+
 TEST_F(CorrelationKeys, MendARefusedSaveWhereItWasRefused) {
     keyCausale("FTAC");
     keyRow("a", "100", "COLACQ0020", "");

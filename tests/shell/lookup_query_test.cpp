@@ -79,11 +79,17 @@ TEST_F(LookupQueryTest, DecodesNoGroupingCode) {
     EXPECT_EQ(shell::queryDescription(request(LookupKind::VociDiSpesa, "MAT", 201)), std::nullopt);
 }
 
-TEST_F(LookupQueryTest, DecodesACostAccountWhateverItsKind) {
+TEST_F(LookupQueryTest, DecodesACostAccountOfTheKindsOfTheMaskOnly) {
     auto wanted = request(LookupKind::ContiCoin, "CDCPRD0020", 101);
-    for (const int mask : {0, 1, everyKind}) {
+    constexpr int costCentre = 8;
+    for (const int mask : {0, everyKind - costCentre}) {
         wanted.tipologie = mask;
-        EXPECT_EQ(shell::queryDescription(wanted), "Tornitura") << "mask " << mask;
+        EXPECT_EQ(shell::queryDescription(wanted), std::nullopt) << "mask " << mask;
+    }
+    for (const std::optional<std::int32_t> mask :
+         {std::optional(costCentre), std::optional(everyKind), std::optional<std::int32_t>()}) {
+        wanted.tipologie = mask;
+        EXPECT_EQ(shell::queryDescription(wanted), "Tornitura") << "mask " << mask.value_or(-1);
     }
 }
 
