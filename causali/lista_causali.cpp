@@ -81,8 +81,8 @@ void ListaCausali::Aggiungi(const std::string& causale, const std::string& descr
 
 void ListaCausali::Rimuovi(const std::string& causale) {
     if (const Riga riga = RigaDi(causale)) {
+        indice_.erase(riga->Key()); // first, as in svuota
         controlli_.LST_CAUSALI.Remove(riga->Key());
-        indice_.erase(riga->Key());
     }
     if (appunti_ != nullptr) {
         appunti_->CorrelazioneEliminata();

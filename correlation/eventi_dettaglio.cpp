@@ -77,7 +77,8 @@ void EventiDettaglio::gclsFrameDettaglio_ChangeStatus(std::int16_t nuovo) {
 }
 
 void EventiDettaglio::gclsFrameDettaglio_UpdateBatchAll(bool& scritto) {
-    scritto = ambiente_.form.errori.Esegui("gclsFrameDettaglio_UpdateBatchAll", false, [this] {
+    scritto = false;
+    ambiente_.form.errori.Esegui("gclsFrameDettaglio_UpdateBatchAll", [&] {
         frames::VirtualFrame& dettaglio = *frame_.Dettaglio();
         const auto righe = dettaglio.Recordset();
         if (dettaglio.HasPendingRow() && dettaglio.Status() == frames::statusAddingNew) {
@@ -85,15 +86,16 @@ void EventiDettaglio::gclsFrameDettaglio_UpdateBatchAll(bool& scritto) {
         }
         // Deleted rows are still to be written when none is left.
         if (righe->RecordCount() == 0 && !dettaglio.HasChangedRow()) {
-            return true;
+            scritto = true;
+            return;
         }
         dettaglio.DetachData();
         if (!regole_.EnumerazioneRigheDettaglio()) {
-            return false; // the frame takes its data up again
+            return; // the frame takes its data up again
         }
         righe->UpdateBatch(ado::adAffectAll);
+        scritto = true; // also when they cannot be shown again: #DETTAGLIO has them, and the save goes on
         dettaglio.AttachData();
-        return true;
     });
 }
 

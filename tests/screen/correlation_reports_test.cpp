@@ -331,6 +331,53 @@ TEST_F(EditorReports, OfASignWhoseRowCannotBeShownKeepTheChangedRow) {
     expectWorkingOn();
 }
 
+/// Saves while the n-th change of the grid's rows cannot be shown. \return whether there was one.
+bool saveWithBrokenRows(Editor& editor, int n) {
+    int changes = 0;
+    const Subscription view = editor.grid().RowsChanged.subscribe([&] {
+        if (++changes == n) {
+            throw std::runtime_error(broken);
+        }
+    });
+    editor.save();
+    return changes >= n;
+}
+
+TEST_F(EditorReports, OfRowsThatCannotBeShownLeaveASaveThatIsDoneOrStillDue) {
+    enterOnTheList(e());
+    const auto saved = [this] { return e().stored("ACQ")[1].percentage; };
+    int n = 0;
+    bool wasBroken = true;
+    while (wasBroken) {
+        messages().errors.clear();
+        const std::string percentage = std::to_string(20 + ++n);
+        e().changePercentage(1, percentage);
+        wasBroken = saveWithBrokenRows(e(), n);
+        SCOPED_TRACE("change " + std::to_string(n));
+        EXPECT_EQ(reported().size(), wasBroken ? 1U : 0U);
+        EXPECT_NE(saved() == percentage + ".00", e().header().CanPress(keys::conferma));
+        e().save();
+        EXPECT_EQ(saved(), percentage + ".00");
+    }
+    EXPECT_GT(n, 2);
+    expectWorkingOn();
+}
+
+TEST_F(EditorReports, OfARowThatCannotBeTakenFromTheListLetItsCausaleBeListedAgain) {
+    enterOnTheList(e());
+    {
+        const BrokenView view(screen->host.form(), BrokenView::Items, "");
+        messages().answers = {services::answerYes};
+        e().header().Press(keys::elimina);
+    }
+    EXPECT_EQ(reported(), Texts{"gclsFrameTestata_AfterDelete"});
+    EXPECT_EQ(e().listed(), Texts{"VEND"});
+    e().addCorrelation("ACQ", other);
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().listed(), (Texts{"VEND", "ACQ"}));
+    expectWorkingOn();
+}
+
 TEST_F(EditorReports, OfADescriptionThatCannotBeReadShowTheCodeWithoutIt) {
     enterOnTheList(e());
     lookups().failure = simulatedFailure("elenco non disponibile");
