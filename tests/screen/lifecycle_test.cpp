@@ -115,6 +115,7 @@ TEST(FormLifecycle, StartsUpInItsFixedOrder) {
                                                          "build script",
                                                          "layout",
                                                          "script tsOpen"}));
+    EXPECT_EQ(screen.host.messages->boundTo, std::vector<services::Object*>{&screen.host.component()});
 }
 
 TEST(FormLifecycle, HasEverythingInPlaceBeforeTheCustomersLayoutAndStartsResizingAfterItsScript) {

@@ -31,7 +31,6 @@ public:
                    std::shared_ptr<CountingDriver::Counts> counts)
         : ForwardingSession(std::move(driver), std::move(inner)), counts_(std::move(counts)) {
         ++counts_->openSessions;
-        ++counts_->sessionsOpened;
     }
     ~CountedSession() override { --counts_->openSessions; }
 

@@ -11,7 +11,6 @@ class CountingDriver final : public ado::Driver {
 public:
     struct Counts {
         int openSessions = 0;
-        int sessionsOpened = 0;
         int livePreparedStatements = 0;
     };
 

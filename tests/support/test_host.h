@@ -2,6 +2,7 @@
 
 #include "host/cinterface.h"
 #include "platform/ado/connection.h"
+#include "tests/support/customer_fakes.h"
 #include "tests/support/host_fakes.h"
 #include "tests/support/message_recorder.h"
 #include "tests/support/screen_user.h"
