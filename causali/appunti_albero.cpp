@@ -48,7 +48,7 @@ void AppuntiAlbero::IncollaCorrelazioneTree(controls::TreeNode&) {
     ambiente_.form.errori.Esegui("IncollaCorrelazioneTree:", [this] {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
         const controls::TreeNode* nodo = conti_.SelectedItem();
-        const CNodeInfo* info = nodo == nullptr ? nullptr : CNodeInfo::Di(*nodo);
+        const CNodeInfo* info = CNodeInfo::Di(nodo);
         if (info != nullptr && info->CodiceConto() != contoOrigine_) {
             if (modo_ == ModoAppunti::Copia) {
                 CopiaIncollaCorrelazioneTree();
@@ -100,7 +100,7 @@ controls::TreeNode* AppuntiAlbero::nodoOrigine() const {
 }
 
 void AppuntiAlbero::segna(controls::TreeNode* nodo, const std::string& conto, bool correlato) {
-    if (CNodeInfo* info = nodo == nullptr ? nullptr : CNodeInfo::Di(*nodo)) {
+    if (CNodeInfo* info = CNodeInfo::Di(nodo)) {
         info->ChangeStatoCorrelazione(*nodo, correlato);
     }
     vicini_.filtri.ImpostazioneCorrelato(correlato, conto);
@@ -114,7 +114,7 @@ void AppuntiAlbero::EliminaCorrelazioneTree() {
             return;
         }
         controls::TreeNode* nodo = conti_.SelectedItem();
-        const CNodeInfo* info = nodo == nullptr ? nullptr : CNodeInfo::Di(*nodo);
+        const CNodeInfo* info = CNodeInfo::Di(nodo);
         if (info == nullptr) {
             return;
         }
@@ -127,7 +127,7 @@ void AppuntiAlbero::EliminaCorrelazioneTree() {
 
 void AppuntiAlbero::ComponiPopupTree() {
     const controls::TreeNode* nodo = conti_.SelectedItem();
-    const CNodeInfo* info = nodo == nullptr ? nullptr : CNodeInfo::Di(*nodo);
+    const CNodeInfo* info = CNodeInfo::Di(nodo);
     const bool correlabile = info != nullptr && info->IsAnalitico() && info->IsCorrelato();
     const VociAppunti voci{modo_, didascalia_};
     gclsPopupTree_.Clear();

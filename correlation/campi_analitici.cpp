@@ -95,7 +95,7 @@ std::string CampiAnalitici::descrizione(Campo& campo, const std::string& codice,
     if (const auto nota = campo.descrizioni.find(codice); nota != campo.descrizioni.end()) {
         return nota->second;
     }
-    const auto record = ambiente_.form.connessione->Execute(testo, nullptr, ado::adCmdText);
+    const auto record = sql::query(*ambiente_.form.connessione, testo);
     const bool trovata = !record->BOF() && !record->EndOfFile();
     return campo.descrizioni
         .emplace(codice, trovata ? nullSafeText(record->Fields()[0].Value()) : std::string())

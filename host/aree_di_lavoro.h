@@ -12,7 +12,7 @@
 
 namespace veldran {
 
-/// The work areas of the main form and what they share, in the order of their dependence.
+/// The work areas of activation mode and what those of both modes share, in the order of their dependence.
 struct AreeDiLavoro {
     AreeDiLavoro(AmbienteDiLavoro condiviso, ControlliFormPrincipale& c, DidascalieRadici didascalie)
         : ambiente(std::move(condiviso)), tabelle(ambiente),

@@ -37,8 +37,6 @@ public:
     void RilascioComponente();
 
     ControlliFormPrincipale& Controlli() { return controlli_; }
-    /// Start-up has succeeded.
-    bool Attivato() const { return attivato_; }
 
     services::MessageBoxAnswer SegnalazioneErrore(const std::string& etichetta) {
         return errori_.SegnalazioneErrore(etichetta);
@@ -80,7 +78,7 @@ private:
     /// As the start-up found it: its services are used until the unload, whatever the host sets meanwhile.
     std::shared_ptr<services::GlobalObject> global_; // shared with the component and the host
     SegnalazioneErrori errori_;
-    bool attivato_ = false;
+    bool attivato_ = false; ///< the start-up has succeeded
     bool inAvvio_ = false;
     std::string stringaConnessione_;
     std::shared_ptr<ado::Connection> connessione_; // shared with the component, commands and recordsets

@@ -58,9 +58,6 @@ DidascalieRadici FRMCI_VELDRAN::GetTraduzioneThesaurus() {
 }
 
 void FRMCI_VELDRAN::CreaAreeDiLavoro(services::GlobalObject& global, DidascalieRadici didascalie) {
-    if (aree_) {
-        return; // an earlier start-up got this far; its commands and its tree still serve
-    }
     aree_ = std::make_unique<AreeDiLavoro>(AmbienteDiLavoro{connessione_, stringaConnessione_,
                                                             global.CodiceDitta(), global.CodicePdcCoge(), 0,
                                                             errori_, global.Screen()},

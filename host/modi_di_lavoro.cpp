@@ -11,19 +11,9 @@
 
 namespace veldran {
 
-namespace {
-
-/// The node of the tree's selected account; nullptr when none is selected.
-CNodeInfo* contoSelezionato(const controls::TreeView& albero) {
-    const controls::TreeNode* nodo = albero.SelectedItem();
-    return nodo == nullptr ? nullptr : CNodeInfo::Di(*nodo);
-}
-
-} // namespace
-
 void ModiDiLavoro::CMD_ATTIVAZIONI_Click() {
     ambiente_.form.errori.Esegui("CMD_ATTIVAZIONI_Click", [this] {
-        const CNodeInfo* info = contoSelezionato(controlli_.TRW_CONTI);
+        const CNodeInfo* info = CNodeInfo::Di(controlli_.TRW_CONTI.SelectedItem());
         if (controlli_.LAY_ATTIVAZIONE.Visible() && (info == nullptr || !info->IsAnalitico())) {
             ambiente_.form.errori.Messaggi()->ShowBox(
                 "Selezionare un conto analitico per gestirne le correlazioni.", services::styleExclamation,
@@ -63,7 +53,7 @@ bool ModiDiLavoro::BeforeLeaveCorrelazione() {
 void ModiDiLavoro::AfterEnterCorrelazione() {
     ambiente_.form.errori.Esegui("AfterEnterCorrelazione:", [this] {
         const PuntatoreOccupato occupato(ambiente_.form.schermo);
-        const CNodeInfo* info = contoSelezionato(controlli_.TRW_CONTI);
+        const CNodeInfo* info = CNodeInfo::Di(controlli_.TRW_CONTI.SelectedItem());
         if (info == nullptr) {
             throw std::logic_error("Nessun conto è selezionato nell'albero");
         }
@@ -90,7 +80,7 @@ void ModiDiLavoro::AfterEnterCorrelazione() {
 void ModiDiLavoro::AfterEnterAttivazione() {
     ambiente_.form.errori.Esegui("AfterEnterAttivazione:", [this] {
         controls::TreeNode* nodo = controlli_.TRW_CONTI.SelectedItem();
-        CNodeInfo* info = contoSelezionato(controlli_.TRW_CONTI);
+        CNodeInfo* info = CNodeInfo::Di(nodo);
         if (info != nullptr) {
             const bool correlato = vicini_.archivio.ConteggioCorrelazioni(info->CodiceConto()) > 0;
             info->ChangeStatoCorrelazione(*nodo, correlato);

@@ -171,10 +171,6 @@ std::vector<std::string> DataObject::keys() const {
     return keys;
 }
 
-bool DataObject::has(const std::string& key) const {
-    return find(key) != nullptr;
-}
-
 std::optional<std::string> DataObject::text(const std::string& key) const {
     const json* value = find(key);
     if (value && !value->is_string()) {

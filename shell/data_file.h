@@ -50,7 +50,6 @@ public:
 
     const std::filesystem::path& file() const { return file_; }
     std::vector<std::string> keys() const;
-    bool has(const std::string& key) const;
 
     std::optional<std::string> text(const std::string& key) const;
     std::optional<bool> boolean(const std::string& key) const;

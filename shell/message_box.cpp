@@ -49,7 +49,7 @@ std::vector<AnswerButton> buttonsOf(int style) {
         return {ok, cancel};
     case services::styleAbortRetryIgnore:
         return {abort, retry, ignore};
-    case 3:
+    case services::styleYesNoCancel:
         return {yes, no, cancel};
     case services::styleYesNo:
         return {yes, no};

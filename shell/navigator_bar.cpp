@@ -91,11 +91,6 @@ void NavigatorBar::setCompanies(const std::vector<std::string>& names, int curre
     companies_->setEnabled(!names.empty());
 }
 
-void NavigatorBar::showCompany(int index) {
-    const QSignalBlocker quiet(companies_);
-    companies_->setCurrentIndex(index);
-}
-
 void NavigatorBar::showState(bool active, std::optional<std::int16_t> status) {
     const bool browsing = active && status == 0;
     const bool changing = active && status && *status != 0;

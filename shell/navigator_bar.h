@@ -36,8 +36,6 @@ public:
 
     /// Fills the company chooser with texts in the given order and shows the one at `current` (-1: none).
     void setCompanies(const std::vector<std::string>& names, int current);
-    /// Shows a company without asking for it.
-    void showCompany(int index);
     /// Enables the buttons for a screen.
     /// \param active a screen is the active window
     /// \param status of its editing frame (0 browsing, 1 editing, 2 adding new); none without a frame

@@ -16,14 +16,11 @@ public:
     void SetStatus(std::int16_t status) override;
     std::shared_ptr<services::ScriptObject> Script() const override { return script_; }
     void SetScript(std::shared_ptr<services::ScriptObject> script) override { script_ = std::move(script); }
-    void ScreenClosing() override { closing_ = true; }
+    void ScreenClosing() override {}
     Value GetProperty(std::string_view name) const override;
 
     /// None while the screen has no editing frame.
     std::optional<std::int16_t> status() const { return status_; }
-    /// True from the host's close notification on; a screen that then refuses to close stays as it is.
-    bool isClosing() const { return closing_; }
-
     /// The host's questions to the screen. \return true when the screen refuses.
     bool refusesChangeOfCompany();
     bool refusesExport(const std::string& target);
@@ -34,7 +31,6 @@ public:
 private:
     std::optional<std::int16_t> status_;
     std::shared_ptr<services::ScriptObject> script_; // shared with the form
-    bool closing_ = false;
 };
 
 } // namespace veldran::shell

@@ -17,6 +17,8 @@ class CNodeInfo final : public controls::NodeTag {
 public:
     /// The object that a node carries; nullptr for a placeholder child.
     static CNodeInfo* Di(const controls::TreeNode& nodo) { return dynamic_cast<CNodeInfo*>(nodo.Tag()); }
+    /// The same; nullptr without a node.
+    static CNodeInfo* Di(const controls::TreeNode* nodo) { return nodo == nullptr ? nullptr : Di(*nodo); }
 
     /// Indexes into the tree's image list.
     std::int16_t IconExpanded() const;

@@ -21,17 +21,8 @@ std::string toText(const Expression& expression) {
 std::string toText(const Query& query) {
     return written(query);
 }
-std::string toText(const Statement& statement) {
-    return written(statement);
-}
 std::string toText(const Batch& batch) {
     return written(batch.statements);
-}
-std::string toText(const QualifiedName& name) {
-    return written(name);
-}
-std::string toText(const DataType& type) {
-    return written(type);
 }
 
 } // namespace veldran::tsql

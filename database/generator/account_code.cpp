@@ -61,9 +61,4 @@ std::string composeCode(int levels, const std::vector<int>& groups) {
     return code;
 }
 
-std::string composeHeader(int levels, const std::vector<int>& groups) {
-    const Group& last = groupsOf(levels)[groups.size() - 1];
-    return composeCode(levels, groups).substr(0, static_cast<std::size_t>(last.first + last.length));
-}
-
 } // namespace veldran::chartgen

@@ -17,7 +17,4 @@ int groupCapacity(int levels, int level);
 /// zeros. \throws SourceError when there are more groups than levels or a number does not fit its group.
 std::string composeCode(int levels, const std::vector<int>& groups);
 
-/// Prefix shared by all accounts below the account with those groups; the whole code at the last level.
-std::string composeHeader(int levels, const std::vector<int>& groups);
-
 } // namespace veldran::chartgen

@@ -106,10 +106,6 @@ const Value& Request::value(std::string_view name) const {
     return find(*this, name).value;
 }
 
-const ado::ParameterInfo& Request::info(std::string_view name) const {
-    return find(*this, name).info;
-}
-
 std::vector<Request> ScriptedDatabase::containing(std::string_view fragment) const {
     std::vector<Request> found;
     for (const Request& request : requests) {

@@ -20,7 +20,6 @@ struct Request {
 
     /// The value sent under that name. \throws std::out_of_range when none was sent.
     const Value& value(std::string_view name) const;
-    const ado::ParameterInfo& info(std::string_view name) const;
 };
 
 /// A database whose answers the test writes: the module's routines run for real, only the rows are given.
