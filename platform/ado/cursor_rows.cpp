@@ -93,11 +93,15 @@ std::vector<std::size_t> CursorRows::markedRows() const {
 
 std::size_t CursorRows::add(Editor editor) {
     const std::size_t row = size_;
-    State& state = states_[row];
+    State state;
     state.added = true;
     state.edit = Edit{editor, {}, true, false};
-    for (std::size_t column = 0; column < columns().size(); ++column) {
-        rows_->append(Value());
+    const auto noted = states_.emplace(row, std::move(state)).first;
+    try {
+        rows_->appendNulls();
+    } catch (...) {
+        states_.erase(noted); // a row without cells must not be pending
+        throw;
     }
     ++size_;
     membershipChanged();
@@ -109,10 +113,11 @@ void CursorRows::edit(std::size_t row, Editor editor) {
     if (state.edit) {
         return;
     }
-    state.edit = Edit{editor, valuesOf(row), false, state.modified};
+    Edit edit{editor, valuesOf(row), false, state.modified};
     if (!state.added && state.original.empty()) {
-        state.original = state.edit->before;
+        state.original = edit.before; // before the edit begins: without them its changes would not be found
     }
+    state.edit = std::move(edit);
     changed();
 }
 

@@ -48,9 +48,9 @@ public:
     /// Grows whenever anything at all changes.
     std::uint64_t version() const { return version_; }
 
-    /// Appends a row of NULLs and begins its edit.
+    /// Appends a row of NULLs and begins its edit; without memory for that there is neither.
     std::size_t add(Editor editor);
-    /// Begins an edit unless somebody edits the row already.
+    /// Begins an edit unless somebody edits the row already; without memory for that there is none.
     void edit(std::size_t row, Editor editor);
     void setValue(std::size_t row, std::size_t column, Value value);
     /// Ends the edit; the row stays marked for the database.

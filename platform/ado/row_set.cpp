@@ -12,6 +12,14 @@ void RowSet::addBlock() {
     blocks_.push_back(std::move(block));
 }
 
+void RowSet::appendNulls() {
+    if (cells_ == blocks_.size() * blockRows * width_) {
+        addBlock();
+    }
+    blocks_.back().resize(blocks_.back().size() + width_);
+    cells_ += width_;
+}
+
 std::optional<std::size_t> RowSet::indexOf(std::string_view name) const {
     for (std::size_t i = 0; i < width_; ++i) {
         if (equalsIgnoringAsciiCase(columns()[i].name, name)) {

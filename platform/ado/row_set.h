@@ -61,6 +61,9 @@ public:
         ++cells_; // only now: what failed for want of memory has not happened
     }
 
+    /// Appends a row of NULLs to complete rows: the whole row, or nothing for want of memory.
+    void appendNulls();
+
 private:
     // Full blocks stay where they are while more is read: a large result is not moved again and again.
     static constexpr std::size_t blockRows = 1024;

@@ -4,7 +4,7 @@
 #include "tests/screen/correlation_areas.h"
 #include "tests/screen/expected_correlation_statements.h"
 #include "tests/screen/expected_statements.h"
-#include "tests/screen/failing_allocations.h"
+#include "tests/support/failing_allocations.h"
 
 namespace veldran::test {
 

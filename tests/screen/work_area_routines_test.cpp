@@ -2,7 +2,7 @@
 #include "platform/ado/recordset.h"
 #include "tests/screen/broken_tree_view.h"
 #include "tests/screen/expected_statements.h"
-#include "tests/screen/failing_allocations.h"
+#include "tests/support/failing_allocations.h"
 #include "tests/support/failing_driver.h"
 #include "tests/support/recording_driver.h"
 #include "tests/support/test_database.h"

@@ -1,4 +1,4 @@
-#include "tests/screen/failing_allocations.h"
+#include "tests/support/failing_allocations.h"
 
 #include <cstdlib>
 #include <limits>
@@ -8,9 +8,16 @@ namespace {
 
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 std::size_t limit = unlimited;
+std::size_t stillAllowed = 0;
 
 void* allocate(std::size_t bytes) noexcept {
-    return bytes < limit ? std::malloc(bytes == 0 ? 1 : bytes) : nullptr;
+    if (bytes >= limit) {
+        if (stillAllowed == 0) {
+            return nullptr;
+        }
+        --stillAllowed;
+    }
+    return std::malloc(bytes == 0 ? 1 : bytes);
 }
 
 } // namespace
@@ -42,8 +49,9 @@ void operator delete(void* memory, const std::nothrow_t&) noexcept {
 
 namespace veldran::test {
 
-FailingAllocations::FailingAllocations(std::size_t bytes) {
+FailingAllocations::FailingAllocations(std::size_t bytes, std::size_t allowed) {
     limit = bytes;
+    stillAllowed = allowed;
 }
 
 FailingAllocations::~FailingAllocations() {
