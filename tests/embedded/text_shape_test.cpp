@@ -87,6 +87,15 @@ protected:
         return parsed() - before;
     }
 
+    /// How many texts had to be parsed to write one row for each code, which stands where the text has "%".
+    std::size_t parsedToWriteARowOfEach(const std::vector<std::string>& codes, const std::string& text) {
+        const std::size_t before = parsed();
+        for (const std::string& code : codes) {
+            EXPECT_EQ(affected(replaced(text, "%", code)), 1) << code;
+        }
+        return parsed() - before;
+    }
+
     std::string outcome(const std::string& text) {
         return outcomeOf([&] { return execute(text); });
     }
@@ -256,24 +265,15 @@ TEST_F(TextsOfOneShape, WriteEachItsOwnValuesAsTheColumnKeepsThem) {
                   1);
         run({"DELETE FROM #T WHERE PROG = 7", "DELETE FROM RIGHE WHERE DITTA = 7"});
     }
-    const std::size_t before = parsed();
-    for (const char* code : {"0301", "0302", "0303"}) {
-        const std::string conto = code;
-        EXPECT_EQ(
-            affected("INSERT INTO RIGHE (DITTA, CAUSALE, CONTO, DESCR, PERC, VIVA) SELECT 7, CAUSALE, '" +
-                     conto + "', '" + conto + "', '" + conto + "' - 300, '1' FROM #T WHERE CAUSALE = 'ACQ'"),
-            1);
-    }
-    EXPECT_EQ(parsed() - before, 3U) << "a literal that is computed with";
-    const std::size_t again = parsed();
-    for (const char* code : {"401", "402", "403"}) {
-        const std::string conto = code;
-        EXPECT_EQ(
-            affected("INSERT INTO RIGHE (DITTA, CAUSALE, CONTO, DESCR, PERC, VIVA) SELECT 8, CAUSALE, '" +
-                     conto + "', '" + conto + "', '" + conto + "', '1' FROM #T WHERE CAUSALE = 'ACQ'"),
-            1);
-    }
-    EXPECT_EQ(parsed() - again, 1U);
+    EXPECT_EQ(parsedToWriteARowOfEach({"0301", "0302", "0303"},
+                                      "INSERT INTO RIGHE (DITTA, CAUSALE, CONTO, DESCR, PERC, VIVA) SELECT "
+                                      "7, CAUSALE, '%', '%', '%' - 300, '1' FROM #T WHERE CAUSALE = 'ACQ'"),
+              3U)
+        << "a literal that is computed with";
+    EXPECT_EQ(parsedToWriteARowOfEach({"401", "402", "403"},
+                                      "INSERT INTO RIGHE (DITTA, CAUSALE, CONTO, DESCR, PERC, VIVA) SELECT "
+                                      "8, CAUSALE, '%', '%', '%', '1' FROM #T WHERE CAUSALE = 'ACQ'"),
+              1U);
     EXPECT_EQ(rows("SELECT CONTO, DESCR, PERC, VIVA FROM RIGHE WHERE DITTA = 8 ORDER BY CONTO"),
               (Rows{{"401            ", "401", "401.00", "1"},
                     {"402            ", "402", "402.00", "1"},
