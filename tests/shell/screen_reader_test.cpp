@@ -8,6 +8,12 @@
 #include <QTableView>
 #include <QTreeView>
 #include <functional>
+#include <utility>
+#ifdef VELDRAN_WITH_QT_PRIVATE
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
+#endif
 
 namespace veldran::test {
 namespace {
@@ -110,6 +116,63 @@ TEST_F(ScreenReader, HearsTheRowsOfTheTreeAndTheirCheckMarks) {
     key(Qt::Key_Space);
     EXPECT_FALSE(row.state().checked);
 }
+
+#ifdef VELDRAN_WITH_QT_PRIVATE
+
+/// While one lives an assistive program runs, and the changes of check marks that it is told of are kept.
+class RunningReader {
+public:
+    RunningReader() : before_(QAccessible::installUpdateHandler(hear)) {
+        heard_.clear();
+        setActive(true);
+    }
+    ~RunningReader() {
+        setActive(false);
+        QAccessible::installUpdateHandler(before_);
+    }
+    RunningReader(const RunningReader&) = delete;
+    RunningReader& operator=(const RunningReader&) = delete;
+
+    /// Rows whose box has changed, each with what its box was when that was said. Forgets them.
+    static std::vector<std::string> heard() { return std::exchange(heard_, {}); }
+
+private:
+    static void setActive(bool active) {
+        QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(active);
+    }
+    static void hear(QAccessibleEvent* event) {
+        const auto* change = dynamic_cast<QAccessibleStateChangeEvent*>(event);
+        if (change != nullptr && change->changedStates().checked) {
+            QAccessibleInterface& part = *event->accessibleInterface();
+            heard_.push_back(spoken(part) + (part.state().checked ? ": checked" : ": not checked"));
+        }
+    }
+
+    static inline std::vector<std::string> heard_; // the toolkit's handler is a plain function
+    QAccessible::UpdateHandler before_;
+};
+
+TEST_F(ScreenReader, IsToldOfABoxWhenItIsCheckedByKeyboard) {
+    using Told = std::vector<std::string>;
+    const std::string row = "68/05/10/0003 - Compensi collegio sindacale";
+    const RunningReader reader;
+    find(uncorrelated);
+    key(Qt::Key_Space);
+    EXPECT_EQ(RunningReader::heard(), Told{row + ": checked"});
+    key(Qt::Key_Up);
+    key(Qt::Key_Down);
+    EXPECT_EQ(RunningReader::heard(), Told{}) << "a row that is come to says its state itself";
+    key(Qt::Key_Space);
+    EXPECT_EQ(RunningReader::heard(), Told{row + ": not checked"});
+}
+
+#else
+
+TEST_F(ScreenReader, IsToldOfABoxWhenItIsCheckedByKeyboard) {
+    GTEST_SKIP() << "needs the private headers of Qt";
+}
+
+#endif
 
 TEST_F(ScreenReader, HearsThatAnAccountHasCorrelations) {
     for (const auto& [account, says] : {std::pair(correlated, "Con correlazioni"), {uncorrelated, ""}}) {
