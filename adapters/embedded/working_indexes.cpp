@@ -59,9 +59,17 @@ Service serviceOf(const TableIndex& index, const Table& table, const std::vector
 
 std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& table,
                                         const std::vector<std::string>& sought) {
+    if (std::none_of(indexes.begin(), indexes.end(),
+                     [](const auto& index) { return !index.second.pending.empty(); })) {
+        return {};
+    }
+    // What tells most rows apart comes first, then the narrowest. Where no code is sought, what serves most
+    // and goes on with a code: it will serve the searches that name the code too.
+    using Rank = std::tuple<int, int, bool, std::size_t, int>;
     struct Candidate {
         TableIndex* index;
         Service service;
+        Rank rank;
     };
     const auto code = [&](const std::string& column) { return isCode(table, column); };
     const bool namesCode = std::any_of(sought.begin(), sought.end(), code);
@@ -75,20 +83,16 @@ std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& tabl
         if (index.pending.empty()) {
             present.push_back(std::move(service));
         } else if (!namesCode || std::any_of(service.telling.begin(), service.telling.end(), code)) {
-            candidates.push_back({&index, std::move(service)});
+            const int served = static_cast<int>(service.columns);
+            const bool leadsToCode =
+                namesCode || std::any_of(index.columns.begin(), index.columns.end(), code);
+            const Rank rank(-static_cast<int>(service.telling.size()), namesCode ? 0 : -served, !leadsToCode,
+                            index.columns.size(), -served);
+            candidates.push_back({&index, std::move(service), rank});
         }
     }
-    // What tells most rows apart comes first, then the narrowest. Where no code is sought, what serves most
-    // and goes on with a code: it will serve the searches that name the code too.
-    std::stable_sort(candidates.begin(), candidates.end(), [&](const Candidate& a, const Candidate& b) {
-        const auto worth = [&](const Candidate& c) {
-            const bool hasCode = std::any_of(c.index->columns.begin(), c.index->columns.end(), code);
-            const int served = static_cast<int>(c.service.columns);
-            return std::tuple(-static_cast<int>(c.service.telling.size()), namesCode ? 0 : -served,
-                              !namesCode && !hasCode, c.index->columns.size(), -served);
-        };
-        return worth(a) < worth(b);
-    });
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
     std::vector<TableIndex*> result;
     for (Candidate& candidate : candidates) {
         const std::set<std::string>& telling = candidate.service.telling;
