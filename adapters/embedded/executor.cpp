@@ -157,16 +157,17 @@ Executor::Flow Executor::loop(const tsql::WhileStatement& statement, Activation&
 }
 
 bool Executor::isCurrent(Compiled& entry) {
-    const std::vector<CopiedColumn>& relies = entry.program().relies;
-    if (!std::all_of(relies.begin(), relies.end(),
-                     [&](const CopiedColumn& column) { return session_.rowCopies().isAlike(column); })) {
-        return false;
-    }
-    const std::vector<CopyShare>& shares = entry.program().shares;
-    if (!std::all_of(shares.begin(), shares.end(), [&](const CopyShare& share) {
-            return session_.rowCopies().isSparse(share.copy) == share.sparse;
-        })) {
-        return false;
+    const RowCopies& copies = session_.rowCopies();
+    if (entry.copiesState != copies.state()) {
+        const Program& program = entry.program();
+        if (!std::all_of(program.relies.begin(), program.relies.end(),
+                         [&](const CopiedColumn& column) { return copies.isAlike(column); }) ||
+            !std::all_of(program.shares.begin(), program.shares.end(), [&](const CopyShare& share) {
+                return copies.isSparse(share.copy) == share.sparse;
+            })) {
+            return false;
+        }
+        entry.copiesState = copies.state();
     }
     Catalogue& catalogue = session_.catalogue();
     if (entry.generation == catalogue.generation()) {
@@ -199,7 +200,7 @@ Compiled& Executor::compiled(const void* node, Activation& activation,
         }
         entries.erase(found);
     }
-    Compiled entry{translate(), {}, session_.catalogue().generation(), session_.identityInsert, 0, 0};
+    Compiled entry{translate(), {}, session_.catalogue().generation(), session_.identityInsert};
     return entries.emplace(node, std::move(entry)).first->second;
 }
 

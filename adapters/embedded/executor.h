@@ -47,13 +47,16 @@ public:
     /// Binds the statement now, if it is one that is bound whole.
     void bind(const tsql::Statement& statement, Activation& activation);
     /// \throws AdoError 2812 when there is no such procedure
-    std::shared_ptr<const Routine> procedure(const tsql::QualifiedName& name);
-    std::optional<std::int64_t> callProcedure(const std::shared_ptr<const Routine>& routine,
+    std::shared_ptr<Plan> procedure(const tsql::QualifiedName& name);
+    /// \param plan of the procedure
+    /// \param arguments one a parameter, in their order
+    /// \param results what the parameters are in the end, unless null
+    std::optional<std::int64_t> callProcedure(const std::shared_ptr<Plan>& plan,
                                               std::vector<VariableValue> arguments,
                                               std::vector<VariableValue>* results);
 
     /// The default value of a procedure's parameter. \throws AdoError 201 when it has none
-    Stored defaultOf(const Routine& routine, std::size_t parameter);
+    Stored defaultOf(Plan& procedure, std::size_t parameter);
 
     ado::StatementResult takeResult() { return std::move(result_); }
 

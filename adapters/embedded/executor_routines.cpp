@@ -42,21 +42,20 @@ private:
 
 } // namespace
 
-std::shared_ptr<const Routine> Executor::procedure(const tsql::QualifiedName& name) {
-    auto found = session_.catalogue().findRoutine(name);
+std::shared_ptr<Plan> Executor::procedure(const tsql::QualifiedName& name) {
+    const auto found = session_.catalogue().findRoutine(name);
     if (!found || found->kind != RoutineKind::Procedure) {
         fail(2812, "42000", "Impossibile trovare la stored procedure '" + name.last() + "'.");
     }
-    return found;
+    return session_.planOf(found);
 }
 
-std::optional<std::int64_t> Executor::callProcedure(const std::shared_ptr<const Routine>& routine,
+std::optional<std::int64_t> Executor::callProcedure(const std::shared_ptr<Plan>& plan,
                                                     std::vector<VariableValue> arguments,
                                                     std::vector<VariableValue>* results) {
     if (session_.nesting >= maximumNesting) {
         fail(217, "42000", "È stato superato il livello massimo di annidamento delle stored procedure (32).");
     }
-    const std::shared_ptr<Plan> plan = session_.planOf(routine);
     const NestingGuard guard(session_);
     Activation activation(*plan, session_);
     activation.text = plan->text;
@@ -79,8 +78,9 @@ std::optional<std::int64_t> Executor::callProcedure(const std::shared_ptr<const 
 }
 
 void Executor::execute(const tsql::ExecuteStatement& statement, Activation& activation) {
-    const auto routine = procedure(statement.procedure);
-    const auto& parameters = routine->procedure().parameters;
+    const std::shared_ptr<Plan> plan = procedure(statement.procedure);
+    const std::string& routine = plan->routine->name;
+    const auto& parameters = plan->routine->procedure().parameters;
     std::vector<const tsql::ExecuteArgument*> given(parameters.size(), nullptr);
     std::size_t position = 0;
     for (const tsql::ExecuteArgument& argument : statement.arguments) {
@@ -91,26 +91,25 @@ void Executor::execute(const tsql::ExecuteStatement& statement, Activation& acti
             });
             if (found == parameters.end()) {
                 fail(8145, "42000",
-                     *argument.name + " non è un parametro per la procedura '" + routine->name + "'.");
+                     *argument.name + " non è un parametro per la procedura '" + routine + "'.");
             }
             index = static_cast<std::size_t>(found - parameters.begin());
         }
         if (index >= parameters.size()) {
-            fail(8144, "42000", "Troppi argomenti specificati per la procedura '" + routine->name + "'.");
+            fail(8144, "42000", "Troppi argomenti specificati per la procedura '" + routine + "'.");
         }
         given[index] = &argument;
     }
     std::vector<VariableValue> arguments;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
-        const SqlType type = resolveType(parameters[i].type);
+        const auto& [name, type] = plan->parameters[i];
         const bool isDefault =
             given[i] == nullptr || std::holds_alternative<tsql::DefaultValue>(given[i]->value.node);
         arguments.push_back(
-            {capitals(parameters[i].name), type,
-             isDefault ? defaultOf(*routine, i) : evaluate(given[i]->value, &type, activation)});
+            {name, type, isDefault ? defaultOf(*plan, i) : evaluate(given[i]->value, &type, activation)});
     }
     std::vector<VariableValue> results;
-    const auto returned = callProcedure(routine, std::move(arguments), &results);
+    const auto returned = callProcedure(plan, std::move(arguments), &results);
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const auto* target = given[i] != nullptr && given[i]->output && parameters[i].output
                                  ? std::get_if<tsql::Variable>(&given[i]->value.node)
@@ -131,19 +130,16 @@ void Executor::execute(const tsql::ExecuteStatement& statement, Activation& acti
     }
 }
 
-Stored Executor::defaultOf(const Routine& routine, std::size_t parameter) {
-    const tsql::RoutineParameter& definition = routine.procedure().parameters[parameter];
+Stored Executor::defaultOf(Plan& procedure, std::size_t parameter) {
+    const tsql::RoutineParameter& definition = procedure.routine->procedure().parameters[parameter];
     if (!definition.defaultValue) {
         fail(201, "42000",
-             "La procedura '" + routine.name + "' prevede il parametro '" + definition.name +
+             "La procedura '" + procedure.routine->name + "' prevede il parametro '" + definition.name +
                  "', che non è stato specificato.");
     }
-    const SqlType type = resolveType(definition.type);
-    const std::shared_ptr<Plan> plan =
-        session_.planOf(session_.catalogue().findRoutine({{}, {routine.name}}));
-    Activation nothing(*plan, session_);
-    nothing.text = plan->text;
-    return evaluate(*definition.defaultValue, &type, nothing);
+    Activation nothing(procedure, session_);
+    nothing.text = procedure.text;
+    return evaluate(*definition.defaultValue, &procedure.parameters[parameter].type, nothing);
 }
 
 void Executor::declare(const tsql::DeclareStatement& statement, Activation& activation) {

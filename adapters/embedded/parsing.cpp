@@ -4,6 +4,8 @@
 #include "adapters/tsql/lexer.h"
 #include "adapters/tsql/parser.h"
 
+#include <algorithm>
+
 namespace veldran::embedded {
 
 tsql::Batch parseText(std::string_view text, std::size_t line) {
@@ -14,8 +16,24 @@ tsql::Batch parseText(std::string_view text, std::size_t line) {
     }
 }
 
+namespace {
+
+// Most names are one word of plain letters: nothing has to be taken apart.
+bool isPlainWord(std::string_view text) {
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    return !text.empty() && isLetter(text.front()) &&
+           std::all_of(text.begin(), text.end(), [&](char c) { return isLetter(c) || isDigit(c); });
+}
+
+} // namespace
+
 std::optional<tsql::QualifiedName> parseObjectName(std::string_view text) {
     tsql::QualifiedName name;
+    if (isPlainWord(text)) {
+        name.parts.emplace_back(text);
+        return name;
+    }
     bool wantsPart = true;
     try {
         for (const tsql::Token& token : tsql::tokenize(text)) {

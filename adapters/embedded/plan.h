@@ -18,14 +18,21 @@ namespace veldran::embedded {
 /// One statement or expression of a text, bound and prepared.
 struct Compiled {
     TranslatedStatement translated;
-    SqliteStatement statement;    ///< of a Program, and of the direct form of a key update
-    std::uint64_t generation = 0; ///< of the catalogue, when the binding was last found good
-    std::string identityInsert;   ///< the setting it was bound under
-    std::uint64_t indexState = 0; ///< of the catalogue, when its indexes were last found built
-    int replans = 0;              ///< how often SQLite had planned it anew when last looked at
-    SqliteStatement ofRange{};    ///< of a write-back
+    SqliteStatement statement;     ///< of a Program, and of the direct form of a key update
+    std::uint64_t generation = 0;  ///< of the catalogue, when the binding was last found good
+    std::string identityInsert;    ///< the setting it was bound under
+    std::uint64_t copiesState = 0; ///< of the copies, when the binding was last found good
+    std::uint64_t indexState = 0;  ///< of the catalogue, when its indexes were last found built
+    int replans = 0;               ///< how often SQLite had planned it anew when last looked at
+    SqliteStatement ofRange{};     ///< of a write-back
 
     const Program& program() const;
+};
+
+/// A parameter of a procedure as its calls need it.
+struct CalledParameter {
+    std::string name; ///< in capitals, with its "@"
+    SqlType type;
 };
 
 /// A parsed text with what has been bound of it so far. Statements are bound when they first run, as on the
@@ -38,6 +45,7 @@ struct Plan {
     std::unordered_map<const void*, Compiled> compiled; ///< by the syntax node
     // Of a procedure: shared with the catalogue, which may forget it while the plan is kept.
     std::shared_ptr<const Routine> routine;
+    std::vector<CalledParameter> parameters; ///< of the procedure, as it declares them
 
     /// The statements to run: a procedure's body, or the whole text.
     const std::vector<tsql::Statement>& body() const {

@@ -16,7 +16,7 @@ constexpr std::int64_t sparse = 8;
 } // namespace
 
 void RowCopies::made(const RowCopy& copy, std::int64_t rows, std::int64_t originalRows) {
-    forget(copy.to);
+    forget(copy.to); // and the state is another one
     Pair& pair = pairs_.emplace_back(Pair{copy.from, copy.to, rows, originalRows, {}});
     for (const std::string& column : copy.columns) {
         pair.changed[column];
@@ -24,6 +24,7 @@ void RowCopies::made(const RowCopy& copy, std::int64_t rows, std::int64_t origin
 }
 
 void RowCopies::added(const RowCopy& copy, std::int64_t rows) {
+    ++state_;
     std::erase_if(pairs_, [&](Pair& pair) {
         if (pair.from == copy.to) {
             return true; // it has rows now that its own copy lacks
@@ -40,7 +41,13 @@ void RowCopies::added(const RowCopy& copy, std::int64_t rows) {
 }
 
 void RowCopies::forget(std::string_view table) {
+    ++state_;
     std::erase_if(pairs_, [&](const Pair& pair) { return pair.from == table || pair.to == table; });
+}
+
+void RowCopies::forgetAll() {
+    ++state_;
+    pairs_.clear();
 }
 
 const std::string* RowCopies::originalOf(std::string_view copy) const {
@@ -92,6 +99,7 @@ std::int64_t RowCopies::rows(const WriteBack& writeBack) const {
 
 void RowCopies::settle(const WriteBack& writeBack) {
     if (Pair* pair = find(writeBack)) {
+        ++state_;
         pair->changed[writeBack.column] = {};
     }
 }
@@ -117,6 +125,7 @@ RowCopies::Watch::Watch(RowCopies& copies, SqliteDatabase& database, const std::
 RowCopies::Watch::~Watch() {
     if (!notes_.empty()) {
         sqlite3_update_hook(database_.handle(), nullptr, nullptr);
+        ++copies_.state_;
     }
     if (isLost_) {
         copies_.forget(table_);

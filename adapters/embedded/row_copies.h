@@ -52,7 +52,10 @@ public:
     void added(const RowCopy& copy, std::int64_t rows);
     /// A statement other than a copy and an UPDATE has changed the table, or it is gone.
     void forget(std::string_view table);
-    void forgetAll() { pairs_.clear(); }
+    void forgetAll();
+
+    /// Grows whenever an answer of the following three may have changed; never 0.
+    std::uint64_t state() const { return state_; }
 
     /// The working table that all rows of this one were copied from; nullptr when there is none.
     const std::string* originalOf(std::string_view copy) const;
@@ -100,6 +103,7 @@ private:
     Pair* find(const WriteBack& writeBack);
 
     std::vector<Pair> pairs_;
+    std::uint64_t state_ = 1;
 };
 
 } // namespace veldran::embedded

@@ -201,9 +201,9 @@ std::string EmbeddedSession::explain(std::string_view text, std::span<const ado:
 
 std::vector<ado::ParameterInfo> EmbeddedSession::describeProcedure(std::string_view name) {
     Executor executor(state_, false);
-    const auto routine = executor.procedure(nameOf(name));
+    const std::shared_ptr<Plan> plan = executor.procedure(nameOf(name));
     std::vector<ado::ParameterInfo> result;
-    for (const tsql::RoutineParameter& parameter : routine->procedure().parameters) {
+    for (const tsql::RoutineParameter& parameter : plan->routine->procedure().parameters) {
         ado::ParameterInfo info = toParameter(parameter.name, resolveType(parameter.type));
         info.direction = parameter.output ? ado::adParamInputOutput : ado::adParamInput;
         result.push_back(std::move(info));
@@ -215,32 +215,35 @@ ado::StatementResult EmbeddedSession::callProcedure(std::string_view name,
                                                     std::span<const ado::BoundParameter> parameters,
                                                     const ado::ExecuteSettings& settings) {
     Executor executor(state_, settings.wantsRows);
-    const auto routine = executor.procedure(nameOf(name));
-    const auto& declared = routine->procedure().parameters;
-    for (const ado::BoundParameter& given : parameters) {
-        const bool known = given.info.direction == ado::adParamReturnValue ||
-                           std::any_of(declared.begin(), declared.end(), [&](const auto& parameter) {
-                               return sameParameter(parameter.name, given.info.name);
-                           });
-        if (!known) {
-            fail(8145, "42000",
-                 given.info.name + " non è un parametro per la procedura '" + routine->name + "'.");
+    const std::shared_ptr<Plan> plan = executor.procedure(nameOf(name));
+    const Routine& routine = *plan->routine;
+    const auto& declared = plan->parameters;
+    std::vector<const Value*> given(declared.size(), nullptr);
+    for (const ado::BoundParameter& parameter : parameters) {
+        if (parameter.info.direction == ado::adParamReturnValue) {
+            continue;
         }
+        const auto found = std::find_if(declared.begin(), declared.end(), [&](const auto& known) {
+            return sameParameter(known.name, parameter.info.name);
+        });
+        if (found == declared.end()) {
+            fail(8145, "42000",
+                 parameter.info.name + " non è un parametro per la procedura '" + routine.name + "'.");
+        }
+        const Value*& value = given[static_cast<std::size_t>(found - declared.begin())];
+        value = value == nullptr ? &parameter.value : value;
     }
     std::vector<VariableValue> arguments;
+    arguments.reserve(declared.size());
     for (std::size_t i = 0; i < declared.size(); ++i) {
-        const SqlType type = resolveType(declared[i].type);
-        const auto given =
-            std::find_if(parameters.begin(), parameters.end(), [&](const ado::BoundParameter& bound) {
-                return bound.info.direction != ado::adParamReturnValue &&
-                       sameParameter(declared[i].name, bound.info.name);
-            });
-        Stored value = given == parameters.end() ? executor.defaultOf(*routine, i)
-                                                 : toStored(given->value, type, declared[i].name);
-        arguments.push_back({toUpper(std::string_view(declared[i].name)), type, std::move(value)});
+        const auto& [variable, type] = declared[i];
+        arguments.push_back({variable, type,
+                             given[i] == nullptr
+                                 ? executor.defaultOf(*plan, i)
+                                 : toStored(*given[i], type, routine.procedure().parameters[i].name)});
     }
     const Clock clock(state_, settings.commandTimeout);
-    executor.callProcedure(routine, std::move(arguments), nullptr);
+    executor.callProcedure(plan, std::move(arguments), nullptr);
     return executor.takeResult();
 }
 

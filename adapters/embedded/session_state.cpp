@@ -1,5 +1,6 @@
 #include "adapters/embedded/session_state.h"
 
+#include "adapters/embedded/collation.h"
 #include "adapters/embedded/errors.h"
 #include "platform/text.h"
 
@@ -116,10 +117,14 @@ void SessionState::setLockTimeout(int milliseconds) {
 
 std::shared_ptr<Plan> SessionState::planOf(const std::shared_ptr<const Routine>& routine) {
     std::shared_ptr<Plan>& plan = procedures_[routine->name];
-    if (!plan || plan->text != routine->text) {
-        plan = std::make_shared<Plan>();
-        plan->text = routine->text;
-        plan->routine = routine;
+    if (!plan || plan->routine != routine) {
+        auto fresh = std::make_shared<Plan>();
+        fresh->text = routine->text;
+        fresh->routine = routine;
+        for (const tsql::RoutineParameter& parameter : routine->procedure().parameters) {
+            fresh->parameters.push_back({toUpper(parameter.name), resolveType(parameter.type)});
+        }
+        plan = std::move(fresh);
     }
     return plan;
 }
