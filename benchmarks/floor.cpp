@@ -79,7 +79,7 @@ public:
         selected_ = node;
     }
     void enterCorrelations() override { correlations_->enter(target().place.code); }
-    void moveToCausale(const std::string& causale) override { correlations_->moveTo(causale); }
+    void moveToCausale() override { correlations_->moveTo(chosen_); }
     void save() override { correlations_->save(keyedCausale_, keyed_); }
     void pasteOntoCausale() override { correlations_->copyCausale(copied_, onto_, true); }
     void duplicateOnto(const std::string& causale) override {
@@ -110,6 +110,7 @@ public:
         }
         selected_ = path_.back();
     }
+    void choose(const std::string& causale) override { chosen_ = causale; }
     void key(const std::string& causale, const CorrelationRows& rows) override {
         keyedCausale_ = causale;
         keyed_ = rows;
@@ -175,6 +176,7 @@ private:
     std::array<Node, 4> roots_;
     std::vector<Node*> path_; ///< from a root to the node aimed at
     Node* selected_ = nullptr;
+    std::string chosen_;
     std::string keyedCausale_;
     CorrelationRows keyed_;
     std::string copied_;

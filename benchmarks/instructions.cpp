@@ -58,8 +58,10 @@ void editACorrelation(Subject& screen, const ChartFile& file) {
     screen.search(file.edited.code);
     veldran_counted([&] { screen.enterCorrelations(); });
     for (int i = 0; i < 3; ++i) {
-        veldran_counted([&] { screen.moveToCausale(otherCausale); });
-        veldran_counted([&] { screen.moveToCausale(storedCausale); });
+        screen.choose(otherCausale);
+        veldran_counted([&] { screen.moveToCausale(); });
+        screen.choose(storedCausale);
+        veldran_counted([&] { screen.moveToCausale(); });
     }
     veldran_counted([&] { screen.key(newCausali.front(), sixRows()); });
     veldran_counted([&] { screen.save(); });

@@ -232,8 +232,9 @@ private:
             [&] { same([](Subject& s) { return s.chart(); }, "the correlation marks"); });
     }
     void moveTo(const std::string& causale, const CorrelationRows& expected) {
+        prepare([&](Subject& s) { s.choose(causale); });
         both(
-            timeOf("move to another causale"), [&](Subject& s) { s.moveToCausale(causale); },
+            timeOf("move to another causale"), [](Subject& s) { s.moveToCausale(); },
             [&] { verifyRows(expected); });
     }
 
@@ -259,7 +260,10 @@ private:
                 [&] { verifyRows(stored); });
         }
         for (const char* causale : freeCausali) {
-            prepare([](Subject& s) { s.moveToCausale(storedCausale); });
+            prepare([](Subject& s) {
+                s.choose(storedCausale);
+                s.moveToCausale();
+            });
             both(
                 timeOf("duplicate"), [&](Subject& s) { s.duplicateOnto(causale); },
                 [&] { verifyListed(++causali); });

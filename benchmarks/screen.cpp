@@ -7,11 +7,35 @@
 #include "platform/controls/popup_menu.h"
 
 #include <cctype>
+#include <optional>
 #include <stdexcept>
 
 namespace veldran::bench {
 
 namespace {
+
+/// What the user has before him, so that no action counts the looking for it.
+struct Controls {
+    explicit Controls(const test::ScreenUser& user)
+        : tree(user.tree()), filters(user.filters()),
+          soughtAccount(user.control<controls::LookupField>("TXT_CONTORICERCA")),
+          search(user.control<controls::Button>("BUT_RICERCA")),
+          mode(user.control<controls::Button>("CMD_ATTIVAZIONI")),
+          list(user.control<controls::ListView>("LST_CAUSALI")),
+          header(user.control<controls::FrameNavigator>("INV_TESTATA")),
+          causale(user.control<controls::LookupField>("TXT_CAUSALE")),
+          grid(user.control<controls::DataGrid>("GRD_DETTAGLIO")) {}
+
+    controls::TreeView& tree;
+    controls::TabStrip& filters;
+    controls::LookupField& soughtAccount;
+    controls::Button& search;
+    controls::Button& mode;
+    controls::ListView& list;
+    controls::FrameNavigator& header;
+    controls::LookupField& causale;
+    controls::DataGrid& grid;
+};
 
 class Screen : public Subject {
 public:
@@ -19,17 +43,21 @@ public:
 
     void open() override {
         host_->open();
+        controls_.emplace(host_->user());
         menus_ = host_->form().PopupRequested.subscribe(
             [this](controls::PopupMenu& menu, const controls::PopupPlace&) { menu_ = &menu; });
     }
-    void filter(int filter) override { host_->user().filter(filter); }
+    void filter(int filter) override { controls_->filters.Select(filter); }
     void expand() override { tree().SetExpanded(*node_, true); }
     void collapse() override { tree().SetExpanded(*node_, false); }
     void toggleCheck() override { tree().CheckFromView(*node_); }
-    void search(const std::string& account) override { host_->user().search(account); }
-    void enterCorrelations() override { toggleMode(); }
-    void moveToCausale(const std::string& causale) override { clickCausale(causale); }
-    void save() override { header().PressFromView("Conferma"); }
+    void search(const std::string& account) override {
+        controls_->soughtAccount.TypeFromView(account);
+        controls_->search.ClickFromView();
+    }
+    void enterCorrelations() override { controls_->mode.ClickFromView(); }
+    void moveToCausale() override { list().SelectFromView(row_); }
+    void save() override { controls_->header.PressFromView("Conferma"); }
     void pasteOntoCausale() override {
         host_->messages->answers = {services::answerYes};
         list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
@@ -46,13 +74,14 @@ public:
         menu_->ClickFromView("ListDuplica");
         host_->windows->whileModal = {};
     }
-    void leaveCorrelations() override { toggleMode(); }
+    void leaveCorrelations() override { controls_->mode.ClickFromView(); }
     void pasteOntoAccount() override {
         host_->messages->answers = {services::answerYes};
         tree().KeyDownFromView(controls::keyV, controls::shiftCtrl);
     }
     void close() override {
         menus_ = {};
+        controls_.reset();
         host_->form().Unload();
         host_->windows->DoEvents();
     }
@@ -61,9 +90,18 @@ public:
         node_ = &nodeAt(*host_, place);
         tree().SelectFromView(*node_);
     }
+    void choose(const std::string& causale) override {
+        list().SetFocus();
+        for (row_ = 0; row_ < list().Items().size(); ++row_) {
+            if (list().Items()[row_]->Text() == causale) {
+                return;
+            }
+        }
+        throw std::runtime_error("the list lacks " + causale);
+    }
     void key(const std::string& causale, const CorrelationRows& rows) override {
-        header().PressFromView("Nuovo");
-        auto& field = host_->user().control<controls::LookupField>("TXT_CAUSALE");
+        controls_->header.PressFromView("Nuovo");
+        controls::LookupField& field = controls_->causale;
         field.SetFocus();
         field.TypeFromView(causale);
         field.LeaveFromView();
@@ -73,9 +111,11 @@ public:
         requireNoErrors(*host_);
     }
     void copyCausale(const std::string& from, const std::string& onto) override {
-        clickCausale(from);
+        choose(from);
+        moveToCausale();
         list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
-        clickCausale(onto);
+        choose(onto);
+        moveToCausale();
     }
     void copyAccount() override { tree().KeyDownFromView(controls::keyC, controls::shiftCtrl); }
 
@@ -98,7 +138,7 @@ public:
     }
     CorrelationRows shownRows() override {
         requireNoErrors(*host_);
-        const auto& grid = host_->user().control<controls::DataGrid>("GRD_DETTAGLIO");
+        const controls::DataGrid& grid = controls_->grid;
         CorrelationRows rows;
         for (std::size_t row = 0; row < grid.RowCount(); ++row) {
             const std::string origin = cellCode(grid, row, "AVERE");
@@ -119,22 +159,8 @@ public:
     Sums selection() override { return sums("#CG24_TABPDC_SELECTED"); }
 
 private:
-    controls::TreeView& tree() { return host_->user().tree(); }
-    controls::ListView& list() { return host_->user().control<controls::ListView>("LST_CAUSALI"); }
-    controls::FrameNavigator& header() {
-        return host_->user().control<controls::FrameNavigator>("INV_TESTATA");
-    }
-    void toggleMode() { host_->user().control<controls::Button>("CMD_ATTIVAZIONI").ClickFromView(); }
-    void clickCausale(const std::string& code) {
-        controls::ListView& causali = list();
-        causali.SetFocus();
-        for (std::size_t i = 0; i < causali.Items().size(); ++i) {
-            if (causali.Items()[i]->Text() == code) {
-                return causali.SelectFromView(i);
-            }
-        }
-        throw std::runtime_error("the list lacks " + code);
-    }
+    controls::TreeView& tree() { return controls_->tree; }
+    controls::ListView& list() { return controls_->list; }
     /// Letters and digits of a cell: a code without its separators, a percentage in hundredths.
     static std::string cellCode(const controls::DataGrid& grid, std::size_t row, std::string_view field) {
         for (std::size_t column = 0; column < grid.Columns().size(); ++column) {
@@ -160,7 +186,9 @@ private:
     }
 
     std::unique_ptr<test::TestHost> host_;
+    std::optional<Controls> controls_; ///< while the screen is open
     controls::TreeNode* node_ = nullptr;
+    std::size_t row_ = 0; ///< of the causale that was chosen, in the list
     controls::PopupMenu* menu_ = nullptr;
     Subscription menus_;
 };

@@ -46,6 +46,7 @@ std::unique_ptr<test::TestHost> makeHost(const ChartFile& file) {
     for (const CorrelationRow& row : sixRows()) {
         host->lookups.descriptions.emplace(row.account, "Conto " + row.account);
     }
+    host->lookups.keepsRequests = false;
     host->lookups.structures[context.costChart] = {6, {{0, 3}, {3, 3}}, '.', false};
     return host;
 }

@@ -67,7 +67,8 @@ public:
     /// Opens the tree down to an account of `balance` and selects it.
     virtual void search(const std::string& account) = 0;
     virtual void enterCorrelations() = 0;
-    virtual void moveToCausale(const std::string& causale) = 0;
+    /// To the one chosen.
+    virtual void moveToCausale() = 0;
     virtual void save() = 0;
     /// The copied correlation onto another causale of the account.
     virtual void pasteOntoCausale() = 0;
@@ -79,6 +80,8 @@ public:
 
     /// At a node whose parents have been expanded.
     virtual void aim(const Place& place) = 0;
+    /// Looks for a causale in the list.
+    virtual void choose(const std::string& causale) = 0;
     /// Keys a new correlation without confirming it.
     virtual void key(const std::string& causale, const CorrelationRows& rows) = 0;
     /// Copies one causale and selects another one in the list.

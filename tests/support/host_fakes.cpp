@@ -82,20 +82,20 @@ std::optional<std::string> ThesaurusFake::ControlCaption(const std::string&,
 }
 
 std::optional<std::string> LookupFake::Decode(const services::LookupRequest& request) {
-    decodes.push_back(request);
+    keep(decodes, request);
     failWhenTold();
     const auto found = descriptions.find(request.code);
     return found == descriptions.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::optional<services::LookupChoice> LookupFake::Choose(const services::LookupRequest& request) {
-    lists.push_back(request);
+    keep(lists, request);
     failWhenTold();
     return choice;
 }
 
 void LookupFake::Maintain(const services::LookupRequest& request) {
-    maintained.push_back(request);
+    keep(maintained, request);
     failWhenTold();
 }
 
@@ -103,6 +103,13 @@ services::CodeFormatter LookupFake::NewCodeFormatter(const std::shared_ptr<ado::
                                                      std::int32_t pdc) {
     failWhenTold();
     return services::CodeFormatter(structures[pdc]);
+}
+
+void LookupFake::keep(std::vector<services::LookupRequest>& list,
+                      const services::LookupRequest& request) const {
+    if (keepsRequests) {
+        list.push_back(request);
+    }
 }
 
 void LookupFake::failWhenTold() const {

@@ -95,12 +95,14 @@ public:
     std::map<std::string, std::string> descriptions; ///< by code
     std::optional<services::LookupChoice> choice;    ///< what the user picks from the list
     std::optional<ado::Error> failure;               ///< what both calls fail with while it is set
+    bool keepsRequests = true;                       ///< without, nothing is added to the lists below
     std::vector<services::LookupRequest> decodes;
     std::vector<services::LookupRequest> lists;
     std::vector<services::LookupRequest> maintained;
     std::map<std::int32_t, services::CodeStructure> structures; ///< by chart, of the formatters it makes
 
 private:
+    void keep(std::vector<services::LookupRequest>& list, const services::LookupRequest& request) const;
     void failWhenTold() const;
 };
 
