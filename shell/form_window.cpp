@@ -81,6 +81,7 @@ FormWindow::~FormWindow() {
 }
 
 void FormWindow::showIn(QMdiArea& area) {
+    number_ = freeNumber(area);
     area.addSubWindow(this); // from here on the area owns the window, whatever the form does
     load(*form_);
     if (!form_->IsLoaded()) {
@@ -95,7 +96,7 @@ void FormWindow::showIn(QMdiArea& area) {
             active_ = false;
         }
     });
-    setWindowTitle(toQt(form_->Caption()));
+    setWindowTitle(title());
     place();
     const auto state = form_->WindowState();
     show();
@@ -104,6 +105,22 @@ void FormWindow::showIn(QMdiArea& area) {
     }
     repaint(); // its frame at least: the form may ask something while it starts
     activate();
+}
+
+int FormWindow::freeNumber(const QMdiArea& area) const {
+    int number = 1;
+    const auto others = area.findChildren<const FormWindow*>(objectName());
+    while (std::any_of(others.begin(), others.end(), [number](const FormWindow* other) {
+        return other->number_ == number && !other->isHidden();
+    })) {
+        ++number;
+    }
+    return number;
+}
+
+QString FormWindow::title() const {
+    const QString caption = toQt(form_->Caption());
+    return number_ == 1 ? caption : QStringLiteral("%1 (%2)").arg(caption).arg(number_);
 }
 
 void FormWindow::place() {
@@ -140,7 +157,7 @@ void FormWindow::activate() {
 }
 
 void FormWindow::followForm() {
-    setWindowTitle(toQt(form_->Caption()));
+    setWindowTitle(title());
     const Qt::WindowStates wanted = qtState(form_->WindowState());
     const Qt::WindowStates shown = windowState() & (Qt::WindowMinimized | Qt::WindowMaximized);
     if (isVisible() && wanted != shown) {

@@ -16,6 +16,7 @@ class FormView;
 namespace veldran::shell {
 
 /// A document window that shows a form: its title, state and place follow the form, closing it asks the form.
+/// Where the form is shown in several windows, their titles are numbered from the second one on.
 /// Keeps the form until it is itself destroyed, which is after the form has unloaded.
 class FormWindow final : public QMdiSubWindow {
 public:
@@ -36,6 +37,8 @@ protected:
 
 private:
     void followForm();
+    int freeNumber(const QMdiArea& area) const;
+    QString title() const;
     void place();
     QPoint nextFreePlace(const QSize& room) const;
     void leave();
@@ -43,6 +46,7 @@ private:
     std::shared_ptr<controls::Form> form_; // shared with the component
     qt::FormView* view_ = nullptr;
     bool active_ = false;
+    int number_ = 0; ///< that tells windows of one form apart; the first one does not show it
     Subscription changed_;
     Subscription unloaded_;
 };

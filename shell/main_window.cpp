@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
@@ -25,7 +24,8 @@ namespace {
 
 constexpr QSize openingSize(1120, 760);
 constexpr QSize roomForFrame(16, 40); ///< that a window manager draws around the window
-constexpr int workspaceShade = 118;   ///< per cent: behind the documents, a little darker than a window
+const QString noDocument =
+    QStringLiteral("Nessuna maschera aperta.\nLe maschere si aprono dal menu «Contabilità industriale».");
 
 } // namespace
 
@@ -36,12 +36,10 @@ const MenuEntry& MainWindow::accountsEntry() {
 }
 
 MainWindow::MainWindow(Host& host, std::filesystem::path component)
-    : host_(host), component_(std::move(component)), area_(new QMdiArea(this)), bar_(new NavigatorBar(this)) {
+    : host_(host), component_(std::move(component)), area_(new WorkArea(noDocument, this)),
+      bar_(new NavigatorBar(this)) {
     setObjectName(QStringLiteral("finestraPrincipale"));
     resize(openingSize.boundedTo(screen()->availableSize() - roomForFrame));
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setBackground(palette().color(QPalette::Window).darker(workspaceShade));
     setCentralWidget(area_);
     addToolBar(bar_);
     status_ = std::make_unique<StatusLine>(*statusBar());

@@ -5,6 +5,7 @@
 #include "shell/navigator_bar.h"
 #include "shell/open_screen.h"
 #include "shell/status_line.h"
+#include "shell/work_area.h"
 
 #include <QMainWindow>
 #include <filesystem>
@@ -13,7 +14,6 @@
 #include <vector>
 
 class QAction;
-class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
 
@@ -55,7 +55,7 @@ private:
     std::filesystem::path component_;
     std::optional<ComponentLibrary> library_;
     std::vector<std::unique_ptr<OpenScreen>> screens_;
-    QMdiArea* area_;
+    WorkArea* area_;
     NavigatorBar* bar_;
     std::unique_ptr<StatusLine> status_;
     QAction* anotherAction_ = nullptr;

@@ -258,5 +258,46 @@ TEST_F(MainWindowTest, KeepsTwoScreensApart) {
     EXPECT_NE(tree(), nullptr);
 }
 
+TEST_F(MainWindowTest, NumbersTheWindowsOfOneScreenFromTheSecondOn) {
+    const auto titles = [this] {
+        std::vector<std::string> shown;
+        for (const QMdiSubWindow* window : area().subWindowList()) {
+            if (!window->isHidden()) {
+                shown.push_back(window->windowTitle().toStdString());
+            }
+        }
+        return shown;
+    };
+    openScreen();
+    const std::string caption = "UO - COIN - Att. conti coge per COIN partita doppia";
+    auto* another = window_->findChild<QMenu*>("menuFinestra")->actions().at(0);
+    another->trigger();
+    another->trigger();
+    EXPECT_EQ(titles(), (std::vector{caption, caption + " (2)", caption + " (3)"}));
+    area().subWindowList().at(1)->close();
+    settle();
+    another->trigger();
+    EXPECT_EQ(titles(), (std::vector{caption, caption + " (3)", caption + " (2)"}));
+}
+
+TEST_F(MainWindowTest, SaysHowAScreenIsOpenedWhileNoneIs) {
+    const auto letters = [this] { // points in the middle that are not of the ground
+        QWidget& ground = *area().viewport();
+        const QImage image = ground.grab().toImage();
+        int found = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            found += image.pixelColor(x, image.height() / 2 - 5) != image.pixelColor(0, 0) ? 1 : 0;
+        }
+        return found;
+    };
+    EXPECT_GT(letters(), 20);
+    openScreen();
+    area().activeSubWindow()->setGeometry(0, 0, 200, 100);
+    EXPECT_EQ(letters(), 0);
+    button(30).trigger();
+    settle();
+    EXPECT_GT(letters(), 20);
+}
+
 } // namespace
 } // namespace veldran::test
