@@ -67,7 +67,7 @@ std::string enumeration(const std::vector<int>& numbers) {
 
 std::optional<std::string> objectionToForm(const CostCode& code, const services::CodeStructure& structure) {
     if (code.code.empty()) {
-        return "Scrivi il codice.";
+        return "Indicare il codice.";
     }
     if (!isPlainCode(code.code)) {
         return "Il codice può contenere soltanto lettere non accentate e cifre.";
@@ -190,10 +190,10 @@ std::optional<CostCodeObjection> objectionTo(const CostCode& code, bool isNew, c
         }
     }
     if (code.description.empty()) {
-        return CostCodeObjection{CostCodeObjection::Description, "Scrivi la descrizione."};
+        return CostCodeObjection{CostCodeObjection::Description, "Indicare la descrizione."};
     }
     if (!codes.items() && !code.group && code.kind == 0) {
-        return CostCodeObjection{CostCodeObjection::Kind, "Scegli il tipo del conto."};
+        return CostCodeObjection{CostCodeObjection::Kind, "Indicare il tipo del conto."};
     }
     return std::nullopt;
 }

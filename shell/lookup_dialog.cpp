@@ -72,7 +72,7 @@ LookupDialog::LookupDialog(std::vector<LookupRow> rows, const QString& title, co
     filters->addRow(QStringLiteral("&Descrizione:"), words_);
     auto* buttons = new QDialogButtonBox(this);
     accept_ = buttons->addButton(QStringLiteral("&Scegli"), QDialogButtonBox::AcceptRole);
-    buttons->addButton(QStringLiteral("Annulla"), QDialogButtonBox::RejectRole);
+    buttons->addButton(QStringLiteral("&Annulla"), QDialogButtonBox::RejectRole);
     accept_->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &LookupDialog::takeCurrent);
     connect(buttons, &QDialogButtonBox::rejected, this, &LookupDialog::reject);

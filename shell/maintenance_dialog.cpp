@@ -171,8 +171,8 @@ void MaintenanceDialog::allow(const UserRights& rights) {
     const bool allowed = stored_ ? rights.update : rights.insert;
     QString text = note();
     if (!allowed) {
-        text = stored_ ? text + QStringLiteral("\nNon hai il diritto di modificare i dati.")
-                       : QStringLiteral("%1 non esiste e non hai il diritto di inserire dati.").arg(noun());
+        text = stored_ ? text + QStringLiteral("\nManca il diritto di modificare i dati.")
+                       : QStringLiteral("%1 non esiste e manca il diritto di inserire dati.").arg(noun());
     }
     note_->setText(text);
     if (allowed) {
@@ -205,7 +205,7 @@ QString MaintenanceDialog::note() const {
         return QStringLiteral(
             "Il codice è riservato a un'altra ditta: per crearne uno nuovo scrivine un altro.");
     }
-    return code_->text().isEmpty() ? QStringLiteral("Scrivi il codice da creare.")
+    return code_->text().isEmpty() ? QStringLiteral("Indicare il codice da creare.")
                                    : QStringLiteral("%1 non esiste: con OK si crea.").arg(noun());
 }
 
@@ -220,7 +220,7 @@ void MaintenanceDialog::followGroup() {
     }
     kind_->setEnabled(!group);
     kind_->setPlaceholderText(group ? QStringLiteral("un raggruppamento non ha tipo")
-                                    : QStringLiteral("scegli il tipo"));
+                                    : QStringLiteral("tipo del conto"));
 }
 
 CostCode MaintenanceDialog::filledIn() const {

@@ -100,7 +100,7 @@ struct Refusal {
 
 TEST_F(CostCodesTest, ObjectToACodeThatIsNoneOfTheChart) {
     for (const Refusal& row : {
-             Refusal{"", false, "Scrivi il codice."},
+             Refusal{"", false, "Indicare il codice."},
              Refusal{"CDCPRD'001", false, "Il codice può contenere soltanto lettere non accentate e cifre."},
              Refusal{"CDCPRDÈ010", false, "Il codice può contenere soltanto lettere non accentate e cifre."},
              Refusal{"C", false, "Il codice ha 1 carattere: in questo piano ne ha 3, 6, 10 o 15."},

@@ -172,7 +172,7 @@ TEST_F(MaintenanceDialogTest, CreatesTheCodeOfTheFieldWhenItDoesNotExist) {
 TEST_F(MaintenanceDialogTest, CreatesACodeTypedIntoTheWindow) {
     open("", 201);
     EXPECT_TRUE(code_->hasFocus());
-    EXPECT_EQ(note(), "Scrivi il codice da creare.");
+    EXPECT_EQ(note(), "Indicare il codice da creare.");
     QTest::keyClicks(code_, "mat.060");
     QTest::keyClick(code_, Qt::Key_Tab);
     QTest::keyClicks(description_, "Vernici");
@@ -194,11 +194,11 @@ TEST_F(MaintenanceDialogTest, CreatesAGroupWithoutKind) {
 TEST_F(MaintenanceDialogTest, SaysWhatIsMissingAndStaysWithTheFieldInFocus) {
     open("CDCPRD0110");
     confirm();
-    EXPECT_EQ(refusal(), "Scrivi la descrizione.");
+    EXPECT_EQ(refusal(), "Indicare la descrizione.");
     EXPECT_TRUE(description_->hasFocus());
     QTest::keyClicks(description_, "Sbavatura");
     confirm();
-    EXPECT_EQ(refusal(), "Scegli il tipo del conto.");
+    EXPECT_EQ(refusal(), "Indicare il tipo del conto.");
     EXPECT_TRUE(kind_->hasFocus());
     retype(code_, "CDC.PRD.11");
     confirm();
@@ -213,7 +213,7 @@ TEST_F(MaintenanceDialogTest, RefusesADescriptionOfBlanks) {
     open("CDCPRD0020");
     retype(description_, "   ");
     confirm();
-    EXPECT_EQ(refusal(), "Scrivi la descrizione.");
+    EXPECT_EQ(refusal(), "Indicare la descrizione.");
     EXPECT_EQ(stored("CDCPRD0020")->description, "Tornitura");
 }
 
@@ -268,7 +268,7 @@ TEST_F(MaintenanceDialogTest, ShowsOnlyWhatTheUserHasNoRightToChange) {
     shell::UserRights rights;
     rights.update = false;
     open("CDCPRD0020", 101, rights);
-    EXPECT_TRUE(note().endsWith("\nNon hai il diritto di modificare i dati.")) << note().toStdString();
+    EXPECT_TRUE(note().endsWith("\nManca il diritto di modificare i dati.")) << note().toStdString();
     QTest::keyClicks(description_, "x");
     EXPECT_EQ(description_->text(), "Tornitura");
     EXPECT_FALSE(kind_->isEnabled());
@@ -281,7 +281,7 @@ TEST_F(MaintenanceDialogTest, CreatesNothingWithoutTheRightTo) {
     shell::UserRights rights;
     rights.insert = false;
     open("CDCPRD0110", 101, rights);
-    EXPECT_EQ(note(), "Il conto non esiste e non hai il diritto di inserire dati.");
+    EXPECT_EQ(note(), "Il conto non esiste e manca il diritto di inserire dati.");
     EXPECT_FALSE(button("&OK")->isEnabled());
     open("CDCPRD0020", 101, rights);
     EXPECT_TRUE(button("&OK")->isEnabled()) << "changing is another right";
