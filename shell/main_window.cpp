@@ -40,6 +40,7 @@ MainWindow::MainWindow(Host& host, std::filesystem::path component)
       bar_(new NavigatorBar(this)) {
     setObjectName(QStringLiteral("finestraPrincipale"));
     resize(openingSize.boundedTo(screen()->availableSize() - roomForFrame));
+    setContextMenuPolicy(Qt::PreventContextMenu); // its menu would put the navigator out of sight for good
     setCentralWidget(area_);
     addToolBar(bar_);
     status_ = std::make_unique<StatusLine>(*statusBar());

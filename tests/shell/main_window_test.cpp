@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +15,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QToolBar>
 #include <QToolTip>
 
 namespace veldran::test {
@@ -256,6 +258,15 @@ TEST_F(MainWindowTest, KeepsTwoScreensApart) {
     settle();
     ASSERT_EQ(window_->screens().size(), 1U);
     EXPECT_NE(tree(), nullptr);
+}
+
+TEST_F(MainWindowTest, OffersNoMenuThatHidesItsNavigator) {
+    auto& bar = *window_->findChild<QToolBar*>("navigatore");
+    const QPoint free(bar.width() - 5, bar.height() / 2);
+    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, free, bar.mapToGlobal(free));
+    QApplication::sendEvent(&bar, &rightClick);
+    QTest::qWait(1);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST_F(MainWindowTest, NumbersTheWindowsOfOneScreenFromTheSecondOn) {
