@@ -98,6 +98,7 @@ TEST_F(FrameFailures, AFailedDeleteGivesTheUserHisEditBack) {
                           statusEditing,
                           "1:C1 2:C2",
                           {"BeforeDelete", "AfterDelete failed"}});
+    EXPECT_EQ(database.stored(), "2:C2");
 }
 
 TEST_F(FrameFailures, AFailedSaveOnLeavingStaysOnTheRecord) {

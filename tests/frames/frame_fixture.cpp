@@ -36,14 +36,26 @@ void RowsDatabase::fill(int rows) const {
     }
 }
 
-std::string RowsDatabase::stored() const {
-    const auto rows = connection->Execute("SELECT PROG, CONTO FROM #RIGHE ORDER BY PROG");
+std::string RowsDatabase::stored(const std::string& causale) const {
+    const auto rows =
+        connection->Execute("SELECT PROG, CONTO FROM #RIGHE WHERE CAUSALE = '" + causale + "' ORDER BY PROG");
     std::string text;
     for (; !rows->EndOfFile(); rows->MoveNext()) {
         text += (text.empty() ? "" : " ") + rows->Fields()["PROG"].Value().toText() + ":" +
                 nullSafeText(rows->Fields()["CONTO"].Value());
     }
     return text;
+}
+
+void writeNumbered(ado::Recordset& rows) {
+    const auto walker = rows.Clone();
+    for (int number = 1; !walker->EndOfFile(); walker->MoveNext()) {
+        walker->Fields()["PROG"].Value(number++);
+    }
+    if (walker->RecordCount() > 0) {
+        walker->MoveFirst(); // which ends the edit of the last one
+    }
+    rows.UpdateBatch(ado::adAffectAll);
 }
 
 RowsForm::RowsForm() : Form("FRM_RIGHE") {
@@ -54,6 +66,19 @@ RowsForm::RowsForm() : Form("FRM_RIGHE") {
     percentage.SetFormatMask("##0.00;-##0.00;;");
     percentage.SetCaption("% ripartizione");
     account.SetCaption("Codice conto");
+}
+
+void RowsForm::typeAccount(const std::string& code) {
+    account.TypeFromView(code);
+    account.LeaveFromView();
+}
+
+Lines RowsForm::gridColumn(std::size_t column) const {
+    Lines texts;
+    for (std::size_t row = 0; row < grid.RowCount(); ++row) {
+        texts.push_back(grid.CellText(row, column));
+    }
+    return texts;
 }
 
 FrameLog::FrameLog(frames::VirtualFrame& frame) {
@@ -100,11 +125,6 @@ void FrameTest::open(int rows, ado::LockTypeEnum lock, frames::LeavePolicy polic
     database.driver->plan().restartCount();
 }
 
-void FrameTest::typeAccount(const std::string& code) {
-    form.account.TypeFromView(code);
-    form.account.LeaveFromView();
-}
-
 void FrameTest::addRow(const std::string& prog, const std::string& account) {
     ASSERT_TRUE(frame->AddNew());
     frame->Recordset()->Fields()["CAUSALE"].Value("VEND");
@@ -120,22 +140,6 @@ Lines FrameTest::enabledButtons() const {
         }
     }
     return keys;
-}
-
-Lines FrameTest::boxes() const {
-    Lines texts;
-    for (const ShownBox& box : told->boxes) {
-        texts.push_back(box.text);
-    }
-    return texts;
-}
-
-Lines FrameTest::gridColumn(std::size_t column) const {
-    Lines texts;
-    for (std::size_t row = 0; row < form.grid.RowCount(); ++row) {
-        texts.push_back(form.grid.CellText(row, column));
-    }
-    return texts;
 }
 
 } // namespace veldran::test

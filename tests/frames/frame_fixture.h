@@ -35,17 +35,24 @@ public:
     /// Rows PROG 1..n of causale VEND: sign 2 for the first and 1 for the others, 10 percent each, account
     /// "C1"...
     void fill(int rows) const;
-    /// "1:C1 2:C2", as the table holds them.
-    std::string stored() const;
+    /// "1:C1 2:C2", as the table holds the rows of a causale.
+    std::string stored(const std::string& causale = "VEND") const;
 
     std::filesystem::path directory;
     std::shared_ptr<FailingDriver> driver;
     std::shared_ptr<ado::Connection> connection;
 };
 
+/// Numbers the rows from 1 and writes them all, as a frame's handler does.
+void writeNumbered(ado::Recordset& rows);
+
 /// A form with the controls of an editor of rows.
 struct RowsForm : controls::Form {
     RowsForm();
+
+    /// Types an account and leaves the field.
+    void typeAccount(const std::string& code);
+    Lines gridColumn(std::size_t column) const;
 
     controls::DataGrid grid{*this, "GRD_DETTAGLIO"};
     controls::ComboBox sign{*this, "CBO_SEGNO"};
@@ -82,14 +89,13 @@ protected:
 
     Value value(const char* column) const { return frame->Recordset()->Fields()[column].Value(); }
     std::string prog() const { return value("PROG").toText(); }
-    /// Types an account and leaves the field.
-    void typeAccount(const std::string& code);
+    void typeAccount(const std::string& code) { form.typeAccount(code); }
     /// A new row complete enough for the table.
     void addRow(const std::string& prog, const std::string& account);
     /// Keys of the navigator's buttons that can be pressed.
     Lines enabledButtons() const;
-    Lines boxes() const;
-    Lines gridColumn(std::size_t column) const;
+    Lines boxes() const { return told->boxTexts(); }
+    Lines gridColumn(std::size_t column) const { return form.gridColumn(column); }
 
     RowsDatabase database;
     RowsForm form;

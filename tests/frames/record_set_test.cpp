@@ -119,14 +119,7 @@ protected:
             frame->DetachData();
             EXPECT_FALSE(form.grid.HasDataSource());
             EXPECT_FALSE(frame->MoveNext());
-            const auto walker = frame->Recordset()->Clone();
-            for (int number = 1; !walker->EndOfFile(); walker->MoveNext()) {
-                walker->Fields()["PROG"].Value(number++);
-            }
-            if (walker->RecordCount() > 0) {
-                walker->MoveFirst();
-            }
-            frame->Recordset()->UpdateBatch(ado::adAffectAll);
+            writeNumbered(*frame->Recordset());
             frame->AttachData();
             written = true;
         });
@@ -263,7 +256,7 @@ TEST_F(ClosingAFrame, GivesUpWhatIsPendingAndDisconnects) {
     EXPECT_THROW(frame->Requery(), std::logic_error);
 }
 
-TEST_F(ClosingAFrame, MayBeOpenedAgain) {
+TEST_F(ClosingAFrame, LetsItBeOpenedAgain) {
     open(2);
     frame->Close();
     frame->Open("SELECT * FROM #RIGHE WHERE PROG = 2", database.connection, ado::adLockOptimistic);

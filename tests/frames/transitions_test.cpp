@@ -7,9 +7,9 @@ namespace {
 
 using namespace frames;
 
-class FrameTransitions : public FrameTest {};
+class AFrame : public FrameTest {};
 
-TEST_F(FrameTransitions, OpensOnTheFirstRecordAndAnnouncesNothingBeforeItsStatusIsSet) {
+TEST_F(AFrame, OpensOnTheFirstRecordAndAnnouncesNothingBeforeItsStatusIsSet) {
     open(2);
     EXPECT_EQ(frame->Status(), statusBrowsing);
     EXPECT_EQ(prog(), "1");
@@ -17,7 +17,7 @@ TEST_F(FrameTransitions, OpensOnTheFirstRecordAndAnnouncesNothingBeforeItsStatus
     EXPECT_EQ(log->taken(), (Lines{"0->0"}));
 }
 
-TEST_F(FrameTransitions, BrowsesFromRecordToRecordAndAnnouncesEach) {
+TEST_F(AFrame, BrowsesFromRecordToRecordAndAnnouncesEach) {
     open(3);
     EXPECT_TRUE(frame->MoveNext());
     EXPECT_TRUE(frame->MoveLast());
@@ -29,7 +29,7 @@ TEST_F(FrameTransitions, BrowsesFromRecordToRecordAndAnnouncesEach) {
     EXPECT_EQ(prog(), "3");
 }
 
-TEST_F(FrameTransitions, StaysWhereThereIsNoFurtherRecord) {
+TEST_F(AFrame, StaysWhereThereIsNoFurtherRecord) {
     open(2);
     EXPECT_FALSE(frame->MovePrevious());
     EXPECT_TRUE(frame->MoveFirst());
@@ -41,7 +41,7 @@ TEST_F(FrameTransitions, StaysWhereThereIsNoFurtherRecord) {
     EXPECT_TRUE(log->lines.empty());
 }
 
-TEST_F(FrameTransitions, HasNowhereToGoWithoutRecords) {
+TEST_F(AFrame, HasNowhereToGoWithoutRecords) {
     open(0);
     EXPECT_FALSE(frame->HasRecords());
     EXPECT_FALSE(frame->MoveFirst());
@@ -54,7 +54,7 @@ TEST_F(FrameTransitions, HasNowhereToGoWithoutRecords) {
     EXPECT_TRUE(told->boxes.empty());
 }
 
-TEST_F(FrameTransitions, TurnsToEditingWhenTheUserChangesAValue) {
+TEST_F(AFrame, TurnsToEditingWhenTheUserChangesAValue) {
     open(2);
     form.sign.ChooseFromView(1);
     EXPECT_EQ(frame->Status(), statusEditing);
@@ -66,7 +66,7 @@ TEST_F(FrameTransitions, TurnsToEditingWhenTheUserChangesAValue) {
     EXPECT_EQ(log->taken(), (Lines{"0->1"}));
 }
 
-TEST_F(FrameTransitions, TurnsToEditingAtTheFirstKeyAndWritesWhenTheFieldIsLeft) {
+TEST_F(AFrame, TurnsToEditingAtTheFirstKeyAndWritesWhenTheFieldIsLeft) {
     open(2);
     form.percentage.TypeFromView("12,5");
     EXPECT_EQ(log->taken(), (Lines{"0->1"}));
@@ -78,7 +78,7 @@ TEST_F(FrameTransitions, TurnsToEditingAtTheFirstKeyAndWritesWhenTheFieldIsLeft)
     EXPECT_TRUE(log->lines.empty());
 }
 
-TEST_F(FrameTransitions, SavesAnEditedRecordThroughStatusSeven) {
+TEST_F(AFrame, SavesAnEditedRecordThroughStatusSeven) {
     open(2);
     typeAccount("C9");
     std::vector<FrameStatus> seen;
@@ -92,14 +92,14 @@ TEST_F(FrameTransitions, SavesAnEditedRecordThroughStatusSeven) {
     EXPECT_FALSE(frame->IsRecordChanged());
 }
 
-TEST_F(FrameTransitions, SavesWhatIsStillBeingTyped) {
+TEST_F(AFrame, SavesWhatIsStillBeingTyped) {
     open(1);
     form.account.TypeFromView("C7");
     EXPECT_TRUE(frame->Update());
     EXPECT_EQ(database.stored(), "1:C7");
 }
 
-TEST_F(FrameTransitions, BrowsesAgainWhenWhatWasTypedIsWhatTheRecordHolds) {
+TEST_F(AFrame, BrowsesAgainWhenWhatWasTypedIsWhatTheRecordHolds) {
     open(1);
     form.percentage.TypeFromView("10,0");
     EXPECT_TRUE(frame->Update());
@@ -107,13 +107,13 @@ TEST_F(FrameTransitions, BrowsesAgainWhenWhatWasTypedIsWhatTheRecordHolds) {
     EXPECT_EQ(form.percentage.Text(), "10.00");
 }
 
-TEST_F(FrameTransitions, DoesNothingWhenThereIsNothingToSave) {
+TEST_F(AFrame, DoesNothingWhenThereIsNothingToSave) {
     open(1);
     EXPECT_TRUE(frame->Update());
     EXPECT_TRUE(log->lines.empty());
 }
 
-TEST_F(FrameTransitions, StaysEditingWhenTheSaveIsRefused) {
+TEST_F(AFrame, StaysEditingWhenTheSaveIsRefused) {
     open(2);
     typeAccount("C9");
     log->taken();
@@ -125,7 +125,7 @@ TEST_F(FrameTransitions, StaysEditingWhenTheSaveIsRefused) {
     EXPECT_EQ(database.stored(), "1:C1 2:C2");
 }
 
-TEST_F(FrameTransitions, UndoesAnEditAndShowsTheOldValues) {
+TEST_F(AFrame, UndoesAnEditAndShowsTheOldValues) {
     open(1);
     typeAccount("C9");
     form.sign.ChooseFromView(1);
@@ -139,7 +139,7 @@ TEST_F(FrameTransitions, UndoesAnEditAndShowsTheOldValues) {
     EXPECT_FALSE(frame->IsRecordChanged());
 }
 
-TEST_F(FrameTransitions, KeepsTheEditWhenTheUndoIsRefused) {
+TEST_F(AFrame, KeepsTheEditWhenTheUndoIsRefused) {
     open(1);
     typeAccount("C9");
     log->refused = "BeforeUndo";
@@ -148,7 +148,7 @@ TEST_F(FrameTransitions, KeepsTheEditWhenTheUndoIsRefused) {
     EXPECT_EQ(form.account.Text(), "C9");
 }
 
-TEST_F(FrameTransitions, AddsANewRecordAtTheEnd) {
+TEST_F(AFrame, AddsANewRecordAtTheEnd) {
     open(2);
     const auto defaults =
         frame->AfterAddNew.subscribe([&](bool) { frame->Recordset()->Fields()["SEGNO"].Value(1); });
@@ -169,7 +169,7 @@ TEST_F(FrameTransitions, AddsANewRecordAtTheEnd) {
     EXPECT_FALSE(frame->HasChangedRow());
 }
 
-TEST_F(FrameTransitions, AddsNothingWhenThatIsRefused) {
+TEST_F(AFrame, AddsNothingWhenThatIsRefused) {
     open(2);
     log->refused = "BeforeAddNew";
     EXPECT_FALSE(frame->AddNew());
@@ -178,7 +178,7 @@ TEST_F(FrameTransitions, AddsNothingWhenThatIsRefused) {
     EXPECT_EQ(frame->Recordset()->RecordCount(), 2);
 }
 
-TEST_F(FrameTransitions, StaysOnANewRecordWithoutContent) {
+TEST_F(AFrame, StaysOnANewRecordWithoutContent) {
     open(1);
     EXPECT_TRUE(frame->SetStatus(statusAddingNew));
     log->taken();
@@ -187,7 +187,7 @@ TEST_F(FrameTransitions, StaysOnANewRecordWithoutContent) {
     EXPECT_EQ(frame->Recordset()->RecordCount(), 2);
 }
 
-TEST_F(FrameTransitions, SavesANewRecord) {
+TEST_F(AFrame, SavesANewRecord) {
     open(1);
     addRow("2", "C2");
     log->taken();
@@ -197,7 +197,7 @@ TEST_F(FrameTransitions, SavesANewRecord) {
     EXPECT_EQ(prog(), "2");
 }
 
-TEST_F(FrameTransitions, StaysAddingWhenTheSaveIsRefused) {
+TEST_F(AFrame, StaysAddingWhenTheSaveIsRefused) {
     open(1);
     addRow("2", "C2");
     log->taken();
@@ -208,7 +208,7 @@ TEST_F(FrameTransitions, StaysAddingWhenTheSaveIsRefused) {
     EXPECT_EQ(form.account.Text(), "C2");
 }
 
-TEST_F(FrameTransitions, UndoesANewRecordAndGoesBackToTheOneThatWasCurrent) {
+TEST_F(AFrame, UndoesANewRecordAndGoesBackToTheOneThatWasCurrent) {
     open(3);
     frame->MoveNext();
     addRow("4", "C4");
@@ -220,7 +220,7 @@ TEST_F(FrameTransitions, UndoesANewRecordAndGoesBackToTheOneThatWasCurrent) {
     EXPECT_EQ(form.account.Text(), "C2");
 }
 
-TEST_F(FrameTransitions, HasNoRecordAfterTheOnlyNewOneWasUndone) {
+TEST_F(AFrame, HasNoRecordAfterTheOnlyNewOneWasUndone) {
     open(0);
     addRow("1", "C1");
     EXPECT_TRUE(frame->Undo());
@@ -230,7 +230,7 @@ TEST_F(FrameTransitions, HasNoRecordAfterTheOnlyNewOneWasUndone) {
     EXPECT_EQ(form.grid.RowCount(), 0U);
 }
 
-TEST_F(FrameTransitions, DeletesAfterTheUserHasConfirmed) {
+TEST_F(AFrame, DeletesAfterTheUserHasConfirmed) {
     open(3);
     frame->MoveNext();
     log->taken();
@@ -248,7 +248,7 @@ TEST_F(FrameTransitions, DeletesAfterTheUserHasConfirmed) {
     EXPECT_EQ(prog(), "3");
 }
 
-TEST_F(FrameTransitions, GoesToTheLastRecordAfterTheLastWasDeletedAndToNoneAfterTheOnlyOne) {
+TEST_F(AFrame, GoesToTheLastRecordAfterTheLastWasDeletedAndToNoneAfterTheOnlyOne) {
     open(2);
     frame->MoveLast();
     told->answers = {services::answerYes, services::answerYes};
@@ -265,7 +265,7 @@ TEST_F(FrameTransitions, GoesToTheLastRecordAfterTheLastWasDeletedAndToNoneAfter
     EXPECT_EQ(frame->Status(), statusAddingNew);
 }
 
-TEST_F(FrameTransitions, DeletesNothingUnlessTheUserSaysYesAndNobodyRefuses) {
+TEST_F(AFrame, DeletesNothingUnlessTheUserSaysYesAndNobodyRefuses) {
     open(2);
     told->answers = {services::answerNo, services::answerYes};
     EXPECT_FALSE(frame->Delete());
@@ -277,7 +277,7 @@ TEST_F(FrameTransitions, DeletesNothingUnlessTheUserSaysYesAndNobodyRefuses) {
     EXPECT_EQ(frame->Status(), statusBrowsing);
 }
 
-TEST_F(FrameTransitions, DeletesARecordThatIsBeingEdited) {
+TEST_F(AFrame, DeletesARecordThatIsBeingEdited) {
     open(2);
     typeAccount("C9");
     told->answers = {services::answerYes};
@@ -287,7 +287,7 @@ TEST_F(FrameTransitions, DeletesARecordThatIsBeingEdited) {
     EXPECT_FALSE(frame->IsRecordChanged());
 }
 
-TEST_F(FrameTransitions, GivesUpANewRecordThatIsDeleted) {
+TEST_F(AFrame, GivesUpANewRecordThatIsDeleted) {
     open(1);
     addRow("2", "C2");
     told->answers = {services::answerYes};
@@ -297,7 +297,7 @@ TEST_F(FrameTransitions, GivesUpANewRecordThatIsDeleted) {
     EXPECT_EQ(database.stored(), "1:C1");
 }
 
-TEST_F(FrameTransitions, RefusesOperationsFromInsideItsOwn) {
+TEST_F(AFrame, RefusesOperationsFromInsideItsOwn) {
     open(2);
     typeAccount("C9");
     int refused = 0;
@@ -316,7 +316,7 @@ TEST_F(FrameTransitions, RefusesOperationsFromInsideItsOwn) {
     EXPECT_TRUE(frame->MoveNext());
 }
 
-TEST_F(FrameTransitions, RefusesOperationsFromItsBeforeEventsAndWhileItAnnouncesItsArrival) {
+TEST_F(AFrame, RefusesOperationsFromItsBeforeEventsAndWhileItAnnouncesItsArrival) {
     open(3);
     int refused = 0;
     const auto before = frame->BeforeUpdate.subscribe([&](bool&) { refused += frame->MoveNext() ? 0 : 1; });
@@ -330,7 +330,7 @@ TEST_F(FrameTransitions, RefusesOperationsFromItsBeforeEventsAndWhileItAnnounces
     EXPECT_EQ(database.stored(), "1:C9 2:C2 3:C3");
 }
 
-TEST_F(FrameTransitions, IsBackAtRestWhenAHandlerThrows) {
+TEST_F(AFrame, IsBackAtRestWhenAHandlerThrows) {
     open(2);
     Subscription thrower = frame->BeforeUpdate.subscribe([](bool&) { throw std::runtime_error("prima"); });
     typeAccount("C9");
@@ -348,7 +348,7 @@ TEST_F(FrameTransitions, IsBackAtRestWhenAHandlerThrows) {
     EXPECT_TRUE(frame->MoveNext());
 }
 
-TEST_F(FrameTransitions, LetsAnEarlierHandlersRefusalBeSeenByALaterOne) {
+TEST_F(AFrame, LetsAnEarlierHandlersRefusalBeSeenByALaterOne) {
     open(1);
     log->refused = "BeforeAddNew";
     bool seen = false;
@@ -357,7 +357,7 @@ TEST_F(FrameTransitions, LetsAnEarlierHandlersRefusalBeSeenByALaterOne) {
     EXPECT_TRUE(seen);
 }
 
-TEST_F(FrameTransitions, TellsItsStatusAsALateBoundProperty) {
+TEST_F(AFrame, TellsItsStatusAsALateBoundProperty) {
     open(1);
     EXPECT_EQ(frame->GetProperty("status").toInt16(), 0);
     frame->AddNew();
@@ -366,7 +366,7 @@ TEST_F(FrameTransitions, TellsItsStatusAsALateBoundProperty) {
     EXPECT_THROW(frame->SetStatus(statusSaving), std::invalid_argument);
 }
 
-TEST_F(FrameTransitions, DoesNotBrowseOverUnsavedChanges) {
+TEST_F(AFrame, DoesNotBrowseOverUnsavedChanges) {
     open(1);
     typeAccount("C9");
     EXPECT_FALSE(frame->SetStatus(statusBrowsing));

@@ -66,14 +66,6 @@ std::vector<Texts> Clipboard::selectionMarks() {
                          a + "', '" + b + "', '" + c + "') ORDER BY S.CONTO");
 }
 
-Texts Clipboard::reported() {
-    Texts labels;
-    for (const ShownError& shown : messages().errors) {
-        labels.push_back(shown.routine);
-    }
-    return labels;
-}
-
 Duplication::Duplication() {
     e().enter(a);
     e().clickCausale("ACQ");

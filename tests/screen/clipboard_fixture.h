@@ -19,11 +19,6 @@ inline const Rows two = {{"2", "100.00"}, {"1", "100.00", "CDCPRO0010", "MATPRI"
 inline const Rows one = {{"2", "50.00"}};
 Chart storedChart();
 
-/// The editing keys of the clipboards.
-inline constexpr int copyKey = controls::keyC;
-inline constexpr int cutKey = controls::keyX;
-inline constexpr int pasteKey = controls::keyV;
-
 /// The user of both clipboards, and the menu that was opened last.
 class Clipboard : public EditorTest {
 protected:
@@ -38,7 +33,7 @@ protected:
     void treeKey(const std::string& account, int key);
     void listKey(const std::string& causale, int key);
     /// The same on the row that is highlighted, whatever the header shows.
-    void listKey(int key) { e().list().KeyDownFromView(key, controls::shiftCtrl); }
+    void listKey(int key) { e().listKey(key); }
     /// Opens the list's menu on the selected row by the keyboard and chooses an item.
     void choose(const std::string& key);
     /// Items of the menu that was opened last: key, caption, "(no)" when it is disabled.
@@ -50,7 +45,6 @@ protected:
     Rows stored(const std::string& causale, const std::string& account = a) {
         return e().stored(causale, account);
     }
-    Texts reported();
 
     controls::PopupMenu* shownMenu = nullptr;
     controls::PopupPlace shownAt;

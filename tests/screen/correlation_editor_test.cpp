@@ -16,8 +16,7 @@ protected:
 };
 
 TEST_F(CorrelationEditor, OpensForAnAccountWithoutCorrelationsOnANewHeaderWithTheFocusOnTheCausale) {
-    open();
-    e().enter();
+    enter();
     EXPECT_TRUE(e().isOpen());
     EXPECT_FALSE(e().control<controls::Layout>("LAY_ATTIVAZIONE").Visible());
     EXPECT_EQ(e().control<controls::Label>("TXT_CONTOSELEZIONATO").Caption(),
@@ -33,8 +32,7 @@ TEST_F(CorrelationEditor, OpensForAnAccountWithoutCorrelationsOnANewHeaderWithTh
 }
 
 TEST_F(CorrelationEditor, ShowsTheStoredRowsThroughTheFormatsOfTheGrid) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     EXPECT_EQ(e().focus(), "GRD_DETTAGLIO");
     EXPECT_EQ(
         e().shown(),
@@ -52,8 +50,7 @@ TEST_F(CorrelationEditor, ShowsTheStoredRowsThroughTheFormatsOfTheGrid) {
 }
 
 TEST_F(CorrelationEditor, StoresAWholeCorrelationKeyedRowAfterRow) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("acq", wholeRows);
     EXPECT_TRUE(e().save());
     EXPECT_EQ(e().stored("ACQ"), wholeRows);
@@ -67,8 +64,7 @@ TEST_F(CorrelationEditor, StoresAWholeCorrelationKeyedRowAfterRow) {
 }
 
 TEST_F(CorrelationEditor, KeepsTheAccountOfARowInTheColumnOfItsSignOnly) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", wholeRows);
     e().save();
     EXPECT_EQ(screen->query("SELECT AVERE, DARE FROM #DETTAGLIO ORDER BY PROG"),
@@ -76,8 +72,7 @@ TEST_F(CorrelationEditor, KeepsTheAccountOfARowInTheColumnOfItsSignOnly) {
 }
 
 TEST_F(CorrelationEditor, MarksTheAccountWhenItComesBackWithAFirstCorrelation) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", wholeRows);
     e().save();
     e().toggleMode();
@@ -90,8 +85,7 @@ TEST_F(CorrelationEditor, MarksTheAccountWhenItComesBackWithAFirstCorrelation) {
 }
 
 TEST_F(CorrelationEditor, ClearsTheMarkWhenTheLastCorrelationIsGone) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     messages().answers = {services::answerYes};
     e().header().PressFromView("Elimina");
     EXPECT_EQ(messages().boxes.at(0).text, "Eliminare la correlazione?");
@@ -106,8 +100,7 @@ TEST_F(CorrelationEditor, ClearsTheMarkWhenTheLastCorrelationIsGone) {
 }
 
 TEST_F(CorrelationEditor, BeginsANewCorrelationWhenTheLastOneIsGone) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     messages().answers = {services::answerYes};
     e().header().PressFromView("Elimina");
     EXPECT_EQ(e().focus(), "TXT_CAUSALE");
@@ -120,8 +113,7 @@ TEST_F(CorrelationEditor, BeginsANewCorrelationWhenTheLastOneIsGone) {
 }
 
 TEST_F(CorrelationEditor, RefusesToBeLeftWhileTheUserStaysWithHisChanges) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().changePercentage(1, "55");
     messages().answers = {services::answerCancel};
     e().toggleMode();
@@ -136,11 +128,8 @@ TEST_F(CorrelationEditor, RefusesToBeLeftWhileTheUserStaysWithHisChanges) {
 }
 
 TEST_F(CorrelationEditor, SavesOnLeavingWhenTheUserSaysSo) {
-    open(withStored());
-    e().enter();
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("55");
+    enter(withStored());
+    e().typePercentage(1, "55");
     messages().answers = {services::answerYes};
     e().toggleMode();
     EXPECT_FALSE(e().isOpen());
@@ -148,8 +137,7 @@ TEST_F(CorrelationEditor, SavesOnLeavingWhenTheUserSaysSo) {
 }
 
 TEST_F(CorrelationEditor, RefillsItsTablesWhenEnteredAgainInsteadOfCreatingThem) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().toggleMode();
     screen->forget();
     e().enter();
@@ -161,8 +149,7 @@ TEST_F(CorrelationEditor, RefillsItsTablesWhenEnteredAgainInsteadOfCreatingThem)
 }
 
 TEST_F(CorrelationEditor, DeletesTheRowsOfACausaleThatIsSavedWithoutRows) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     messages().answers = {services::answerYes, services::answerYes, services::answerYes};
     for (int row = 0; row < 3; ++row) {
         e().detail().PressFromView("Elimina");
@@ -176,8 +163,7 @@ TEST_F(CorrelationEditor, DeletesTheRowsOfACausaleThatIsSavedWithoutRows) {
 
 TEST_F(CorrelationEditor, NumbersTheRowsAnewAfterOneWasDeleted) {
     const Rows four = {{"2", "100.00"}, {"1", "10.00"}, {"1", "20.00"}, {"1", "30.00"}};
-    open(withStored(four));
-    e().enter();
+    enter(withStored(four));
     e().clickRow(1);
     messages().answers = {services::answerYes};
     e().detail().PressFromView("Elimina");
@@ -187,8 +173,7 @@ TEST_F(CorrelationEditor, NumbersTheRowsAnewAfterOneWasDeleted) {
 }
 
 TEST_F(CorrelationEditor, RefusesOriginRowsAboveAHundredAndKeepsTheRowsAsEdited) {
-    open();
-    e().enter();
+    enter();
     const Rows rows = {{"2", "60.00"}, {"2", "40.01"}};
     e().addCorrelation("ACQ", rows);
     EXPECT_FALSE(e().save());
@@ -201,16 +186,13 @@ TEST_F(CorrelationEditor, RefusesOriginRowsAboveAHundredAndKeepsTheRowsAsEdited)
     EXPECT_TRUE(e().stored("ACQ").empty());
     EXPECT_EQ(e().workingCausali(), Texts{});
     EXPECT_EQ(e().shown().size(), 2U);
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("40");
+    e().typePercentage(1, "40");
     EXPECT_TRUE(e().save());
     EXPECT_EQ(e().stored("ACQ"), (Rows{rows[0], {"2", "40.00"}}));
 }
 
 TEST_F(CorrelationEditor, RefusesARunOfDestinationRowsAboveAHundred) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", {{"2", "100.00"}, {"1", "60.00"}, {"1", "50.00"}});
     EXPECT_FALSE(e().save());
     ASSERT_EQ(messages().boxes.size(), 1U);
@@ -221,8 +203,7 @@ TEST_F(CorrelationEditor, RefusesARunOfDestinationRowsAboveAHundred) {
 }
 
 TEST_F(CorrelationEditor, ProposesAnOriginThenDestinationsUntilTheirRunIsFull) {
-    open();
-    e().enter();
+    enter();
     e().typeCausale("ACQ");
     const auto nextSign = [&](const char* percentage) {
         e().detail().PressFromView("Nuovo");
@@ -238,15 +219,13 @@ TEST_F(CorrelationEditor, ProposesAnOriginThenDestinationsUntilTheirRunIsFull) {
 }
 
 TEST_F(CorrelationEditor, TreatsARunWithAnEmptyPercentageAsFull) {
-    open(withStored({{"2", "100.00"}, {"1", "NULL"}}));
-    e().enter();
+    enter(withStored({{"2", "100.00"}, {"1", "NULL"}}));
     e().detail().PressFromView("Nuovo");
     EXPECT_EQ(e().sign().Text(), "Avere");
 }
 
 TEST_F(CorrelationEditor, MovesARowUpWithItsNumberStayingInPlaceAndStoresTheNewOrder) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().clickRow(1);
     EXPECT_TRUE(e().up().Enabled());
     e().up().ClickFromView();
@@ -261,8 +240,7 @@ TEST_F(CorrelationEditor, MovesARowUpWithItsNumberStayingInPlaceAndStoresTheNewO
 }
 
 TEST_F(CorrelationEditor, MovesARowDownAndBackAgain) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().clickRow(1);
     e().down().ClickFromView();
     EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(2));
@@ -273,8 +251,7 @@ TEST_F(CorrelationEditor, MovesARowDownAndBackAgain) {
 }
 
 TEST_F(CorrelationEditor, EmptiesTheAccountWhenTheSignChangesAndLeavesItForTheSameSign) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().clickRow(1);
     e().sign().SetFocus();
     e().sign().ChooseFromView(1);
@@ -285,8 +262,7 @@ TEST_F(CorrelationEditor, EmptiesTheAccountWhenTheSignChangesAndLeavesItForTheSa
 }
 
 TEST_F(CorrelationEditor, LeavesTheDetailDisabledForACausaleThatDoesNotDecode) {
-    open();
-    e().enter();
+    enter();
     e().typeCausale("ZZZ");
     EXPECT_FALSE(e().grid().Enabled());
     EXPECT_FALSE(e().sign().Enabled());
@@ -300,8 +276,7 @@ TEST_F(CorrelationEditor, LeavesTheDetailDisabledForACausaleThatDoesNotDecode) {
 TEST_F(CorrelationEditor, KeepsTheCostItemClosedWhereTheCompanyManagesNone) {
     Company company = costCompany();
     company.costItems = false;
-    open(withStored(), company);
-    e().enter();
+    enter(withStored(), company);
     EXPECT_TRUE(e().account().Enabled());
     EXPECT_FALSE(e().item().Enabled());
     EXPECT_EQ(e().shown()[1][4], "MATPRI");
@@ -309,15 +284,13 @@ TEST_F(CorrelationEditor, KeepsTheCostItemClosedWhereTheCompanyManagesNone) {
 }
 
 TEST_F(CorrelationEditor, ShowsTwoDecimalsAndNothingForAnEmptyPercentage) {
-    open(withStored({{"2", "12.5"}, {"2", "NULL"}}));
-    e().enter();
+    enter(withStored({{"2", "12.5"}, {"2", "NULL"}}));
     EXPECT_EQ(e().shown()[0][3], "12.50%");
     EXPECT_EQ(e().shown()[1][3], "");
 }
 
 TEST_F(CorrelationEditor, SavesACorrelationOverARowThatWasBegunAndHasNothing) {
-    open();
-    e().enter();
+    enter();
     e().typeCausale("ACQ");
     e().detail().PressFromView("Nuovo");
     ASSERT_EQ(e().grid().RowCount(), 1U);
@@ -331,11 +304,8 @@ TEST_F(CorrelationEditor, SavesACorrelationOverARowThatWasBegunAndHasNothing) {
 }
 
 TEST_F(CorrelationEditor, RepeatsASaveThatFailedOverARowThatWasBegunAndHasNothing) {
-    open(withStored());
-    e().enter();
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("50");
+    enter(withStored());
+    e().typePercentage(1, "50");
     screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
     e().save();
     ASSERT_EQ(messages().errors.size(), 1U);
@@ -350,8 +320,7 @@ TEST_F(CorrelationEditor, RepeatsASaveThatFailedOverARowThatWasBegunAndHasNothin
 }
 
 TEST_F(CorrelationEditor, RefusesACausaleThatHasACorrelationAlready) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().header().PressFromView("Nuovo");
     e().typeCausale("ACQ");
     ASSERT_EQ(messages().boxes.size(), 1U);
@@ -372,8 +341,7 @@ TEST_F(CorrelationEditor, RefusesACausaleThatHasACorrelationAlready) {
 }
 
 TEST_F(CorrelationEditor, SavesNothingUnderACausaleThatDoesNotExist) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", wholeRows);
     e().typeCausale("ZZZ");
     EXPECT_FALSE(e().save());
@@ -386,24 +354,82 @@ TEST_F(CorrelationEditor, SavesNothingUnderACausaleThatDoesNotExist) {
     EXPECT_EQ(e().stored("ACQ"), wholeRows);
 }
 
+TEST_F(CorrelationEditor, FindsTheRowOfACausaleThatIsStoredInAnotherCase) {
+    Chart chart = costChart();
+    store(chart, editedAccount, "acq", wholeRows);
+    store(chart, editedAccount, "VEND", wholeRows);
+    enter(chart);
+    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
+    EXPECT_EQ(e().list().SelectedItem()->Text(), "ACQ");
+    e().clickCausale("VEND");
+    e().clickCausale("ACQ");
+    EXPECT_EQ(e().causale().Text(), "acq");
+    messages().answers = {services::answerYes};
+    EXPECT_TRUE(e().header().PressFromView("Elimina"));
+    EXPECT_EQ(e().listed(), Texts{"VEND"});
+    EXPECT_TRUE(e().stored("ACQ").empty());
+}
+
+TEST_F(CorrelationEditor, RefusesARowWithoutAccountBeforeAnythingIsStoredOfANewCorrelation) {
+    enter();
+    e().addCorrelation("ACQ", {wholeRows[0], {"1", "60.00", "", "NULL"}, wholeRows[2]});
+    e().clickRow(0);
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U);
+    EXPECT_EQ(messages().boxes[0].text,
+              "Indicare il conto di contabilità analitica di ogni riga per salvare la correlazione.");
+    EXPECT_EQ(messages().boxes[0].title, "Attenzione");
+    EXPECT_EQ(messages().boxes[0].style, services::styleExclamation);
+    EXPECT_TRUE(reported().empty());
+    EXPECT_TRUE(e().stored("ACQ").empty());
+    EXPECT_EQ(e().workingCausali(), Texts{});
+    EXPECT_TRUE(e().listed().empty());
+    EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(1)) << "the row that lacks it";
+    EXPECT_EQ(e().focus(), "TXT_CONTO");
+    e().account().TypeFromView("CDCPRO0010");
+    e().account().LeaveFromView();
+    EXPECT_TRUE(e().save());
+    EXPECT_EQ(e().stored("ACQ"), (Rows{wholeRows[0], {"1", "60.00", "CDCPRO0010", "NULL"}, wholeRows[2]}));
+}
+
+TEST_F(CorrelationEditor, RefusesARowThatAChangedSignHasEmptiedAndCanUndoIt) {
+    enter(withStored());
+    e().clickRow(1);
+    e().sign().SetFocus();
+    e().sign().ChooseFromView(0);
+    e().percentage().SetFocus();
+    e().percentage().TypeFromView("0");
+    EXPECT_FALSE(e().save());
+    EXPECT_EQ(messages().boxes.size(), 1U);
+    EXPECT_TRUE(reported().empty());
+    EXPECT_EQ(e().stored("ACQ"), wholeRows);
+    EXPECT_TRUE(e().header().CanPress("Conferma")) << "the save is still due";
+    EXPECT_TRUE(e().header().PressFromView("Annulla"));
+    EXPECT_EQ(e().working("ACQ"), wholeRows);
+}
+
+TEST_F(CorrelationEditor, ChecksThePercentagesBeforeTheAccounts) {
+    enter();
+    e().addCorrelation("ACQ", {{"2", "60.00"}, {"2", "41.00", "", "NULL"}});
+    EXPECT_FALSE(e().save());
+    ASSERT_EQ(messages().boxes.size(), 1U) << "one message for each attempt";
+    EXPECT_EQ(messages().boxes[0].title, "Controllo correlazione");
+}
+
 TEST_F(CorrelationEditor, CarriesRowsAlongThatARefusedSaveHasWrittenAlready) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", {{"2", "60.00"}, {"2", "41.00"}});
     EXPECT_FALSE(e().save());
     e().typeCausale("GIRO");
     EXPECT_EQ(e().grid().RowCount(), 2U);
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("40");
+    e().typePercentage(1, "40");
     EXPECT_TRUE(e().save());
     EXPECT_EQ(e().stored("GIRO"), (Rows{{"2", "60.00"}, {"2", "40.00"}}));
     EXPECT_TRUE(e().working("ACQ").empty());
 }
 
 TEST_F(CorrelationEditor, AsksAgainAboutRowsThatARuleHasRefused) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().changePercentage(1, "90");
     EXPECT_FALSE(e().save());
     messages().clear();
@@ -420,8 +446,7 @@ TEST_F(CorrelationEditor, AsksAgainAboutRowsThatARuleHasRefused) {
 }
 
 TEST_F(CorrelationEditor, CarriesTheRowsAlongWhenTheCausaleOfANewCorrelationIsCorrected) {
-    open();
-    e().enter();
+    enter();
     e().addCorrelation("ACQ", wholeRows);
     e().typeCausale("GIRO");
     EXPECT_TRUE(e().save());
@@ -430,8 +455,7 @@ TEST_F(CorrelationEditor, CarriesTheRowsAlongWhenTheCausaleOfANewCorrelationIsCo
 }
 
 TEST_F(CorrelationEditor, UndoesToWhatIsStored) {
-    open(withStored());
-    e().enter();
+    enter(withStored());
     e().changePercentage(2, "1");
     EXPECT_TRUE(e().header().PressFromView("Annulla"));
     EXPECT_EQ(e().shown()[2][3], "40.00%");
@@ -449,11 +473,8 @@ TEST_F(CorrelationEditor, TellsThatAnAnalyticAccountIsNeeded) {
 }
 
 TEST_F(CorrelationEditor, ReportsASaveThatFailsAndOffersItAgain) {
-    open(withStored());
-    e().enter();
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("50");
+    enter(withStored());
+    e().typePercentage(1, "50");
     screen->failures().failContaining("INSERT INTO CI15_CORRCONTICOGE");
     e().save();
     ASSERT_EQ(messages().errors.size(), 1U);

@@ -122,9 +122,15 @@ void Editor::addRow(const Row& row) {
     typeRow(row);
 }
 
-bool Editor::changePercentage(std::size_t row, const std::string& text) const {
+void Editor::typePercentage(std::size_t row, const std::string& text) const {
     grid().MoveFromView(row);
-    return keyInto(percentage(), text);
+    percentage().SetFocus();
+    percentage().TypeFromView(text);
+}
+
+bool Editor::changePercentage(std::size_t row, const std::string& text) const {
+    typePercentage(row, text);
+    return percentage().LeaveFromView();
 }
 
 void Editor::addCorrelation(const std::string& code, const Rows& rows) {

@@ -36,6 +36,11 @@ using Rows = std::vector<Row>;
 /// Adds the stored correlation of an account under a causale to a chart.
 Chart& store(Chart& chart, const std::string& account, const std::string& causale, const Rows& rows);
 
+/// The editing keys of the clipboards.
+inline constexpr int copyKey = controls::keyC;
+inline constexpr int cutKey = controls::keyX;
+inline constexpr int pasteKey = controls::keyV;
+
 /// The user at the correlation editor: acts as a view reports it.
 class Editor {
 public:
@@ -71,6 +76,8 @@ public:
     void typeRow(const Row& row);
     /// The same for a further row: the first one begins by being typed, others by "Nuovo".
     void addRow(const Row& row);
+    /// Types another percentage into a row and stays in the field.
+    void typePercentage(std::size_t row, const std::string& text) const;
     /// Keys another percentage into a row, without confirming it. \return whether the field took it
     bool changePercentage(std::size_t row, const std::string& text) const;
     /// A whole new correlation, not saved.
@@ -78,6 +85,8 @@ public:
     /// "Conferma" of the header. \return the frame's success.
     bool save() { return header().PressFromView("Conferma"); }
     void clickCausale(const std::string& code);
+    /// Presses a key of the list together with Ctrl.
+    void listKey(int key) const { list().KeyDownFromView(key, controls::shiftCtrl); }
     void clickRow(std::size_t row) { grid().MoveFromView(row); }
 
     /// What the grid shows, cell by cell.
@@ -126,6 +135,7 @@ protected:
 
     Editor& e() { return *editor; }
     MessageLog& messages() { return *screen->host.messages; }
+    Texts reported() { return messages().routines(); }
     LookupFake& lookups() { return screen->host.lookups; }
 
     std::optional<Screen> screen;

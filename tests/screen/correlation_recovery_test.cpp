@@ -18,20 +18,13 @@ class Recovery : public EditorTest {
 protected:
     Recovery() { enter(withTwo()); }
 
-    Texts reported() {
-        Texts labels;
-        for (const ShownError& shown : messages().errors) {
-            labels.push_back(shown.routine);
-        }
-        return labels;
-    }
     /// Copies ACQ onto VEND.
     void paste() {
         e().clickCausale("ACQ");
-        e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
+        e().listKey(copyKey);
         e().clickCausale("VEND");
         messages().answers = {services::answerYes};
-        e().list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
+        e().listKey(pasteKey);
     }
     void expectNoRowsToEdit() {
         EXPECT_EQ(e().grid().RowCount(), 0U);
@@ -73,13 +66,13 @@ TEST_F(Recovery, SuspendsEditingWhenTheTablesCannotBeRefilledAndTakesItUpByAClic
         SCOPED_TRACE(failing);
         enter(withTwo());
         e().clickCausale("ACQ");
-        e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
+        e().listKey(copyKey);
         e().clickCausale("VEND");
         e().clickRow(0);
         e().list().SetFocus();
         messages().answers = {services::answerYes};
         screen->failures().failContaining(failing);
-        e().list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
+        e().listKey(pasteKey);
         EXPECT_EQ(reported().size(), 1U);
         expectSuspended();
         EXPECT_EQ(e().stored("ACQ"), wholeRows);
@@ -243,67 +236,6 @@ TEST_F(Recovery, KeepsTheListOfTheSameAccountWhenItCannotBeReadAgain) {
     e().enter();
     EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
     EXPECT_EQ(e().list().SelectedItem()->Text(), "ACQ");
-}
-
-TEST_F(Recovery, FindsTheRowOfACausaleThatIsStoredInAnotherCase) {
-    Chart chart = costChart();
-    store(chart, editedAccount, "acq", wholeRows);
-    store(chart, editedAccount, "VEND", other);
-    enter(chart);
-    EXPECT_EQ(e().listed(), (Texts{"ACQ", "VEND"}));
-    EXPECT_EQ(e().list().SelectedItem()->Text(), "ACQ");
-    e().clickCausale("VEND");
-    e().clickCausale("ACQ");
-    EXPECT_EQ(e().causale().Text(), "acq");
-    messages().answers = {services::answerYes};
-    EXPECT_TRUE(e().header().PressFromView("Elimina"));
-    EXPECT_EQ(e().listed(), Texts{"VEND"});
-    EXPECT_TRUE(e().stored("ACQ").empty());
-}
-
-TEST_F(Recovery, RefusesARowWithoutAccountBeforeAnythingIsStoredOfANewCorrelation) {
-    enter();
-    e().addCorrelation("ACQ", {wholeRows[0], {"1", "60.00", "", "NULL"}, wholeRows[2]});
-    e().clickRow(0);
-    EXPECT_FALSE(e().save());
-    ASSERT_EQ(messages().boxes.size(), 1U);
-    EXPECT_EQ(messages().boxes[0].text,
-              "Indicare il conto di contabilità analitica di ogni riga per salvare la correlazione.");
-    EXPECT_EQ(messages().boxes[0].title, "Attenzione");
-    EXPECT_EQ(messages().boxes[0].style, services::styleExclamation);
-    EXPECT_TRUE(reported().empty());
-    EXPECT_TRUE(e().stored("ACQ").empty());
-    EXPECT_EQ(e().workingCausali(), Texts{});
-    EXPECT_TRUE(e().listed().empty());
-    EXPECT_EQ(e().grid().CurrentRow(), std::optional<std::size_t>(1)) << "the row that lacks it";
-    EXPECT_EQ(e().focus(), "TXT_CONTO");
-    e().account().TypeFromView("CDCPRO0010");
-    e().account().LeaveFromView();
-    EXPECT_TRUE(e().save());
-    EXPECT_EQ(e().stored("ACQ"), (Rows{wholeRows[0], {"1", "60.00", "CDCPRO0010", "NULL"}, wholeRows[2]}));
-}
-
-TEST_F(Recovery, RefusesARowThatAChangedSignHasEmptiedAndCanUndoIt) {
-    e().clickRow(1);
-    e().sign().SetFocus();
-    e().sign().ChooseFromView(0);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("0");
-    EXPECT_FALSE(e().save());
-    EXPECT_EQ(messages().boxes.size(), 1U);
-    EXPECT_TRUE(reported().empty());
-    EXPECT_EQ(e().stored("ACQ"), wholeRows);
-    EXPECT_TRUE(e().header().CanPress("Conferma")) << "the save is still due";
-    EXPECT_TRUE(e().header().PressFromView("Annulla"));
-    EXPECT_EQ(e().working("ACQ"), wholeRows);
-}
-
-TEST_F(Recovery, ChecksThePercentagesBeforeTheAccounts) {
-    enter();
-    e().addCorrelation("ACQ", {{"2", "60.00"}, {"2", "41.00", "", "NULL"}});
-    EXPECT_FALSE(e().save());
-    ASSERT_EQ(messages().boxes.size(), 1U) << "one message for each attempt";
-    EXPECT_EQ(messages().boxes[0].title, "Controllo correlazione");
 }
 
 /// Routines one by one.

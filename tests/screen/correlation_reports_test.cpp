@@ -18,7 +18,7 @@ const Rows other = {{"2", "30.00"}};
 /// What fails in the view, once: everything that follows works.
 class BrokenView {
 public:
-    enum What { Property, Rows, Items, Selection, Focus, Lock, Menu };
+    enum What { Property, Items, Selection, Focus, Lock, Menu };
 
     BrokenView(controls::Form& form, What what, const char* control) {
         const auto fail = [this](const auto&...) {
@@ -30,9 +30,6 @@ public:
         switch (what) {
         case Property:
             view_ = form.FindControl(control)->Changed.subscribe([fail] { fail(); });
-            break;
-        case Rows:
-            view_ = grid(form).RowsChanged.subscribe([fail] { fail(); });
             break;
         case Items:
             view_ = list(form).ItemsChanged.subscribe([fail] { fail(); });
@@ -54,9 +51,6 @@ public:
     }
 
 private:
-    static controls::DataGrid& grid(controls::Form& form) {
-        return dynamic_cast<controls::DataGrid&>(*form.FindControl("GRD_DETTAGLIO"));
-    }
     static controls::ListView& list(controls::Form& form) {
         return dynamic_cast<controls::ListView&>(*form.FindControl("LST_CAUSALI"));
     }
@@ -84,13 +78,6 @@ protected:
         Chart chart = withStored();
         open(store(chart, editedAccount, "VEND", other));
     }
-    Texts reported() {
-        Texts labels;
-        for (const ShownError& shown : messages().errors) {
-            labels.push_back(shown.routine);
-        }
-        return labels;
-    }
     /// The screen still opens, edits and stores the correlations of the account, and closes cleanly.
     void expectWorkingOn() {
         const std::size_t reports = messages().errors.size();
@@ -104,9 +91,7 @@ protected:
             e().toggleMode();
         }
         e().clickCausale("VEND");
-        e().clickRow(0);
-        e().percentage().SetFocus();
-        e().percentage().TypeFromView("12");
+        e().typePercentage(0, "12");
         EXPECT_TRUE(e().save());
         EXPECT_EQ(e().stored("VEND"), (Rows{{"2", "12.00"}}));
         EXPECT_EQ(messages().errors.size(), reports) << "the screen works on";
@@ -141,6 +126,12 @@ void enterOnTheList(Editor& editor) {
     editor.clickCausale("ACQ");
 }
 
+void leaveTheSecondRowForTheList(Editor& editor) {
+    editor.enter();
+    editor.clickRow(1);
+    editor.list().SetFocus();
+}
+
 void beginANewOne(Editor& editor) {
     editor.enter();
     editor.header().PressFromView(keys::nuovo);
@@ -153,10 +144,6 @@ void keyANewOne(Editor& editor) {
 
 void toggle(Editor& editor) {
     editor.toggleMode();
-}
-
-void clickButton(Editor& editor, const char* name) {
-    editor.control<controls::Button>(name).ClickFromView();
 }
 
 void pressListKey(Editor& editor, int key) {
@@ -174,20 +161,10 @@ INSTANTIATE_TEST_SUITE_P(OfViews, EditorReports,
                                          beginANewOne, [](Editor& editor) { editor.typeCausale("GIRO"); }},
                                     Step{"TXT_CAUSALE_AfterItem:", BrokenView::Focus, "", beginANewOne,
                                          [](Editor& editor) { editor.typeCausale("GIRO"); }},
-                                    Step{"CMD_SU_Click", BrokenView::Focus, "",
-                                         [](Editor& editor) {
-                                             editor.enter();
-                                             editor.clickRow(1);
-                                             editor.list().SetFocus();
-                                         },
-                                         [](Editor& editor) { clickButton(editor, "CMD_SU"); }},
-                                    Step{"CMD_GIU_Click", BrokenView::Focus, "",
-                                         [](Editor& editor) {
-                                             editor.enter();
-                                             editor.clickRow(1);
-                                             editor.list().SetFocus();
-                                         },
-                                         [](Editor& editor) { clickButton(editor, "CMD_GIU"); }},
+                                    Step{"CMD_SU_Click", BrokenView::Focus, "", leaveTheSecondRowForTheList,
+                                         [](Editor& editor) { editor.up().ClickFromView(); }},
+                                    Step{"CMD_GIU_Click", BrokenView::Focus, "", leaveTheSecondRowForTheList,
+                                         [](Editor& editor) { editor.down().ClickFromView(); }},
                                     Step{"GNV_DETTAGLIO_AfterButtonClick", BrokenView::Focus, "",
                                          enterOnTheList,
                                          [](Editor& editor) { editor.detail().Press(keys::nuovo); }},
@@ -262,8 +239,8 @@ TEST_F(EditorReports, OfAQuestionThatCannotBeAskedLeaveChangesClipboardAndHeader
     enterOnTheList(e());
     change(e());
     messages().boxFailure = broken;
-    e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
-    e().list().KeyDownFromView(controls::keyX, controls::shiftCtrl);
+    e().listKey(copyKey);
+    e().listKey(cutKey);
     e().list().SelectFromView(1);
     EXPECT_EQ(reported(), (Texts{"AttivazioneCopiaList:", "AttivazioneTagliaList:", "ChangeItem:"}));
     EXPECT_EQ(e().causale().Text(), "ACQ");
@@ -273,10 +250,10 @@ TEST_F(EditorReports, OfAQuestionThatCannotBeAskedLeaveChangesClipboardAndHeader
 
 TEST_F(EditorReports, OfAPasteThatCannotAskPasteNothing) {
     enterOnTheList(e());
-    e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
+    e().listKey(copyKey);
     e().clickCausale("VEND");
     messages().boxFailure = broken;
-    e().list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
+    e().listKey(pasteKey);
     EXPECT_EQ(reported(), Texts{"CopiaIncollaCorrelazioneList:"});
     EXPECT_EQ(e().stored("VEND"), other);
     expectWorkingOn();
@@ -284,12 +261,12 @@ TEST_F(EditorReports, OfAPasteThatCannotAskPasteNothing) {
 
 TEST_F(EditorReports, OfAPasteThatCannotAskAboutChangesPasteNothing) {
     enterOnTheList(e());
-    e().list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
+    e().listKey(copyKey);
     e().clickCausale("VEND");
     e().changePercentage(0, "55");
     e().list().SetFocus();
     messages().boxFailure = broken;
-    e().list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
+    e().listKey(pasteKey);
     EXPECT_EQ(reported(), Texts{"IncollaCorrelazioneList:"});
     EXPECT_EQ(e().shown()[0][3], "55.00%");
     EXPECT_EQ(e().stored("VEND"), other);
@@ -298,9 +275,7 @@ TEST_F(EditorReports, OfAPasteThatCannotAskAboutChangesPasteNothing) {
 
 TEST_F(EditorReports, OfARefusalThatCannotBeToldRefuseTheSaveAllTheSame) {
     enterOnTheList(e());
-    e().clickRow(1);
-    e().percentage().SetFocus();
-    e().percentage().TypeFromView("90");
+    e().typePercentage(1, "90");
     messages().boxFailure = broken;
     EXPECT_FALSE(e().save());
     EXPECT_EQ(reported(), Texts{"gclsFrameTestata_BeforeUpdate"});

@@ -381,10 +381,7 @@ TEST(StartUpFailures, AreReportedUnderTheirRoutineAndTheScreenClosesCleanly) {
         Screen screen(smallChart());
         screen.failures().failStatement(static_cast<int>(i) + 1);
         screen.host.open();
-        std::vector<std::string> labels;
-        for (const ShownError& shown : screen.host.messages->errors) {
-            labels.push_back(shown.routine);
-        }
+        const std::vector<std::string> labels = screen.host.messages->routines();
         EXPECT_EQ(labels, labelsOfStartUp(messages[i].text));
         ASSERT_FALSE(screen.host.messages->errors.empty());
         expectReport(screen.host.messages->errors[0], labels[0]);
@@ -469,12 +466,9 @@ TEST(StartUpFailures, ThatGoOnAreReportedEachAndTheScreenStillCloses) {
     Screen screen(smallChart());
     screen.failures().failStatement(1, Times::Always);
     screen.host.open();
-    std::vector<std::string> labels;
-    for (const ShownError& shown : screen.host.messages->errors) {
-        labels.push_back(shown.routine);
-    }
-    EXPECT_EQ(labels, (std::vector<std::string>{
-                          "GetLivelliPDC:", "ConfigurazioneTabelleTemporanee:", "CaricamentoConti:"}));
+    EXPECT_EQ(screen.host.messages->routines(),
+              (std::vector<std::string>{
+                  "GetLivelliPDC:", "ConfigurazioneTabelleTemporanee:", "CaricamentoConti:"}));
     EXPECT_TRUE(screen.host.component().CloseForm().toBool());
     EXPECT_EQ(screen.database.openSessions(), 0);
 }

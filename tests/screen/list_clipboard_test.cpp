@@ -17,13 +17,7 @@ protected:
         e().enter(a);
         e().clickCausale("ACQ");
     }
-    Texts asked() {
-        Texts texts;
-        for (const ShownBox& box : messages().boxes) {
-            texts.push_back(box.text);
-        }
-        return texts;
-    }
+    Texts asked() { return messages().boxTexts(); }
     bool clipboardIsEmpty() {
         e().list().KeyDownFromView(controls::keyApps, controls::shiftNone);
         return menuTexts().at(2) == "ListIncolla: Incolla correlazione (no)";

@@ -16,11 +16,7 @@ namespace {
 using Labels = std::vector<std::string>;
 
 Labels reported(const Screen& screen) {
-    Labels labels;
-    for (const ShownError& shown : screen.host.messages->errors) {
-        labels.push_back(shown.routine);
-    }
-    return labels;
+    return screen.host.messages->routines();
 }
 
 TEST(Reports, OfAnActiveFrameWithoutAStatusComeWithEveryRefreshOfTheNavigator) {

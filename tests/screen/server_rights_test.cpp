@@ -133,10 +133,10 @@ TEST(Rights, ThatThePageNamesAreEnoughForEverythingTheScreenDoes) {
     EXPECT_TRUE(editor.save());
     editor.clickCausale("ACQ");
     editor.list().SetFocus();
-    editor.list().KeyDownFromView(controls::keyC, controls::shiftCtrl);
+    editor.listKey(copyKey);
     editor.clickCausale("VEND");
     screen->host.messages->answers = {services::answerYes};
-    editor.list().KeyDownFromView(controls::keyV, controls::shiftCtrl);
+    editor.listKey(pasteKey);
     EXPECT_EQ(editor.stored("VEND"), wholeRows);
     screen->host.messages->answers = {services::answerYes};
     EXPECT_TRUE(editor.header().PressFromView("Elimina"));

@@ -4,6 +4,27 @@
 
 namespace veldran::test {
 
+namespace {
+
+template<class Shown>
+std::vector<std::string> each(const std::vector<Shown>& all, std::string Shown::*part) {
+    std::vector<std::string> parts;
+    for (const Shown& shown : all) {
+        parts.push_back(shown.*part);
+    }
+    return parts;
+}
+
+} // namespace
+
+std::vector<std::string> MessageLog::routines() const {
+    return each(errors, &ShownError::routine);
+}
+
+std::vector<std::string> MessageLog::boxTexts() const {
+    return each(boxes, &ShownBox::text);
+}
+
 MessageRecorder::MessageRecorder(std::shared_ptr<MessageLog> log, SharedJournal journal)
     : log_(std::move(log)), journal_(std::move(journal)) {
     ++log_->servicesCreated;

@@ -42,6 +42,11 @@ struct MessageLog {
     int servicesCreated = 0;
     int servicesAlive = 0;
 
+    /// The routines under which errors were reported, in order.
+    std::vector<std::string> routines() const;
+    /// What the boxes said, in order.
+    std::vector<std::string> boxTexts() const;
+
     void clear() {
         errors.clear();
         boxes.clear();

@@ -21,11 +21,7 @@ WorkAreas::~WorkAreas() {
 }
 
 std::vector<std::string> WorkAreas::labels() const {
-    std::vector<std::string> all;
-    for (const ShownError& error : messages->errors) {
-        all.push_back(error.routine);
-    }
-    return all;
+    return messages->routines();
 }
 
 } // namespace veldran::test
