@@ -20,6 +20,7 @@ namespace veldran::qt {
 namespace {
 
 constexpr int groupGap = 10;
+constexpr int besidePosition = 4; ///< pixels between a long position and the arrows
 
 } // namespace
 
@@ -83,6 +84,7 @@ FrameNavigatorView::FrameNavigatorView(controls::FrameNavigator& control, QWidge
     : QWidget(parent), control_(control), position_(new QLabel(this)) {
     position_->setAlignment(Qt::AlignCenter);
     position_->setTextFormat(Qt::PlainText);
+    position_->setMargin(besidePosition);
     position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral(" 000 di 000 ")));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

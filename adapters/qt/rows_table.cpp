@@ -83,11 +83,12 @@ void RowsTable::showColumns() {
 void RowsTable::showColumn(int column) {
     const QScopedValueRollback showing(showing_, true);
     int width = pixelsOfColumn(column);
+    const int more = grows(column) ? roomOfEach() : 0;
     if (column == model_->columnCount() - 1) {
         const int room = viewport()->width() - horizontalHeader()->sectionPosition(column);
-        width = room - width <= filledRoom_ ? std::max(room, width) : width;
-    } else if (grows(column)) {
-        width += roomOfEach();
+        width = room - width <= filledRoom_ ? std::max(room, width + std::min(more, 0)) : width;
+    } else {
+        width += more;
     }
     if (columnWidth(column) != width) {
         setColumnWidth(column, width);
@@ -106,7 +107,11 @@ int RowsTable::roomOfEach() const {
         room -= pixelsOfColumn(column);
         growing += grows(column) ? 1 : 0;
     }
-    return room <= filledRoom_ ? std::max(room, 0) / growing : 0;
+    if (room < 0) { // they give up the room of a scroll bar, and no more
+        const bool giveUp = verticalScrollBar()->isVisible() && -room <= verticalScrollBar()->width();
+        return giveUp ? -((growing - 1 - room) / growing) : 0;
+    }
+    return room <= filledRoom_ ? room / growing : 0;
 }
 
 void RowsTable::keepWidths() {

@@ -30,8 +30,8 @@ protected:
     /// The user chose that row; nothing happens when there is none.
     void choose(int row);
     /// The columns are drawn up to the edge of the table while that is no further than so many pixels: the
-    /// last one, and those designed as wide as it, share the room. Once the user has dragged an edge it is
-    /// the last one's alone.
+    /// last one, and those designed as wide as it, share the room, and give up that of a scroll bar. Once the
+    /// user has dragged an edge it is the last one's alone.
     void fillRoom(int pixels);
 
     void keyPressEvent(QKeyEvent* event) override;
@@ -54,7 +54,7 @@ private:
     void showColumn(int column);
     int pixelsOfColumn(int column) const;
     bool grows(int column) const;
-    int roomOfEach() const; ///< pixels that each growing column gets more than it was designed with
+    int roomOfEach() const; ///< pixels that each growing column gets beyond its design; negative for less
     void keepWidths();      ///< that the columns have got so far
     int rowByKey(const QKeyEvent& event) const;
     int rowsInSight() const;

@@ -88,6 +88,23 @@ TEST_F(Grid, SharesTheRoomThatIsLeftAmongColumnsAsWideAsItsLastOne) {
     EXPECT_EQ(view->horizontalHeader()->length(), view->viewport()->width());
 }
 
+TEST_F(Grid, GivesTheRoomOfItsScrollBarUpWithoutHavingAnotherOne) {
+    form.grid.SetColumnWidth(1, form.grid.Columns()[0].width);
+    show(60);
+    ASSERT_TRUE(view->verticalScrollBar()->isVisible());
+    const int designed = 2 * view->pixelsOf(form.grid.Columns()[0].width);
+    const int besideColumns = window.width() - view->viewport()->width();
+    const int bar = view->verticalScrollBar()->width();
+    for (const int missing : {1, bar}) {
+        window.resize(designed - missing + besideColumns, 300);
+        QApplication::processEvents();
+        EXPECT_EQ(view->horizontalHeader()->length(), view->viewport()->width()) << missing;
+    }
+    window.resize(designed - bar - 1 + besideColumns, 300);
+    QApplication::processEvents();
+    EXPECT_EQ(view->horizontalHeader()->length(), designed) << "no column is cut by more";
+}
+
 TEST_F(Grid, AlignsNumbersToTheRight) {
     show(1);
     const auto alignment = [this](int column) {
