@@ -222,7 +222,14 @@ QPixmap Stage::scene() const {
     QPixmap picture = window_.grab();
     QPainter painter(&picture);
     const QPoint origin = window_.mapToGlobal(QPoint());
-    for (QWidget* top : QApplication::topLevelWidgets()) {
+    QWidgetList tops = QApplication::topLevelWidgets();
+    const auto height = [](const QWidget* top) { // a box lies over the dialog that asked, and menus over all
+        return top->windowType() == Qt::Popup ? 2 : top == QApplication::activeModalWidget() ? 1 : 0;
+    };
+    std::stable_sort(tops.begin(), tops.end(), [&height](const QWidget* one, const QWidget* other) {
+        return height(one) < height(other);
+    });
+    for (QWidget* top : tops) {
         if (top == &window_ || !top->isVisible() || top->isMinimized()) {
             continue;
         }
