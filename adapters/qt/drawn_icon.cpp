@@ -5,6 +5,7 @@
 #include <QPixmap>
 #include <QStyle>
 #include <QWidget>
+#include <algorithm>
 
 namespace veldran::qt {
 
@@ -56,7 +57,9 @@ QIcon drawnIcon(IconDrawing drawing) {
 }
 
 QSize smallIconSize(const QWidget& widget) {
-    const int edge = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+    const int usual = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+    const int besideLetters = widget.fontMetrics().ascent() * 6 / 5;
+    const int edge = std::max(usual, besideLetters);
     return {edge, edge};
 }
 

@@ -15,7 +15,7 @@ using IconDrawing = void (*)(QPainter&);
 /// while disabled.
 QIcon drawnIcon(IconDrawing drawing);
 
-/// Of icons beside a text and on small buttons: larger where the style's texts are.
+/// Of icons beside a text and on small buttons: larger where the widget's letters are.
 QSize smallIconSize(const QWidget& widget);
 
 } // namespace veldran::qt

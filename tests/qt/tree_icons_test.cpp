@@ -1,3 +1,4 @@
+#include "adapters/qt/drawn_icon.h"
 #include "adapters/qt/tree_icons.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +6,8 @@
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
+#include <QStyle>
+#include <QWidget>
 
 namespace veldran::qt {
 namespace {
@@ -22,6 +25,19 @@ TEST(TreeIcons, AreSixDifferentPictures) {
     }
     EXPECT_TRUE(treeIcon(0).isNull());
     EXPECT_TRUE(treeIcon(7).isNull());
+}
+
+TEST(TreeIcons, GrowWithTheLettersBesideThem) {
+    QWidget widget;
+    const int usual = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+    QFont letters = widget.font();
+    letters.setPixelSize(12);
+    widget.setFont(letters);
+    EXPECT_EQ(smallIconSize(widget), QSize(usual, usual));
+    letters.setPixelSize(2 * usual);
+    widget.setFont(letters);
+    EXPECT_GE(smallIconSize(widget).height(), widget.fontMetrics().ascent());
+    EXPECT_LE(smallIconSize(widget).height(), widget.fontMetrics().height()) << "no row becomes higher";
 }
 
 TEST(TreeIcons, AreDrawnAnewForADoubleScale) {
