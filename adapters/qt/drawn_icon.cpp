@@ -29,7 +29,7 @@ public:
         } else {
             painter->setRenderHint(QPainter::Antialiasing);
             const int edge = std::min(rect.width(), rect.height());
-            painter->translate(rect.x() + (rect.width() - edge) / 2, rect.y() + (rect.height() - edge) / 2);
+            painter->translate(rect.topLeft() + QPoint(rect.width() - edge, rect.height() - edge) / 2);
             painter->scale(edge / side, edge / side);
             drawing_(*painter);
         }
