@@ -46,6 +46,7 @@ public:
     void CommandTimeout(int seconds);
     bool Prepared() const { return prepared_; }
     void Prepared(bool prepared);
+    /// Kept for callers that set it; names never bind a text's markers.
     bool NamedParameters() const { return namedParameters_; }
     void NamedParameters(bool named) { namedParameters_ = named; }
 

@@ -1,7 +1,5 @@
 #include "platform/ado/row_set.h"
 
-#include "platform/text.h"
-
 namespace veldran::ado {
 
 void RowSet::addBlock() {
@@ -18,15 +16,6 @@ void RowSet::appendNulls() {
     }
     blocks_.back().resize(blocks_.back().size() + width_);
     cells_ += width_;
-}
-
-std::optional<std::size_t> RowSet::indexOf(std::string_view name) const {
-    for (std::size_t i = 0; i < width_; ++i) {
-        if (equalsIgnoringAsciiCase(columns()[i].name, name)) {
-            return i;
-        }
-    }
-    return std::nullopt;
 }
 
 } // namespace veldran::ado

@@ -5,9 +5,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -40,8 +38,6 @@ public:
     const std::vector<ColumnInfo>& columns() const { return *columns_; }
     /// Complete rows.
     std::size_t rowCount() const { return width_ == 0 ? 0 : cells_ / width_; }
-    /// Index of a column by name, blind to case.
-    std::optional<std::size_t> indexOf(std::string_view name) const;
 
     const Value& cell(std::size_t row, std::size_t column) const {
         return blocks_[row / blockRows][row % blockRows * width_ + column];

@@ -79,7 +79,8 @@ struct LookupChoice {
 class LookupService {
 public:
     virtual ~LookupService() = default;
-    /// The description of `request.code`; none when the code is unknown.
+    /// The description of `request.code`; none when the code is unknown, only groups others, is reserved to
+    /// another company, or is of a kind that `tipologie` does not allow.
     virtual std::optional<std::string> Decode(const LookupRequest& request) = 0;
     /// Shows the list; none when the user leaves it without choosing.
     virtual std::optional<LookupChoice> Choose(const LookupRequest& request) = 0;
