@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <variant>
 
 namespace veldran {
@@ -39,6 +41,11 @@ constexpr VariantBool toVariantBool(bool value) {
 class Value {
 public:
     Value() = default;
+    Value(const Value& other) : data_(copyOf(other.data_)) {}
+    Value(Value&&) = default;
+    Value& operator=(const Value&) = default;
+    Value& operator=(Value&&) = default;
+    ~Value() = default;
     Value(bool value) : data_(value) {}
     Value(std::int16_t value) : data_(std::int64_t{value}) {}
     Value(std::int32_t value) : data_(std::int64_t{value}) {}
@@ -73,7 +80,19 @@ public:
     friend bool operator==(const Value&, const Value&) = default;
 
 private:
-    std::variant<std::monostate, bool, std::int64_t, double, Decimal, std::string> data_;
+    using Data = std::variant<std::monostate, bool, std::int64_t, double, Decimal, std::string>;
+
+    /// As the variant copies itself, without what libstdc++ 12 does when there is no memory for the text: it
+    /// destroys a text that was never made.
+    static Data copyOf(const Data& data) {
+        return std::visit(
+            [](const auto& content) {
+                return Data(std::in_place_type<std::decay_t<decltype(content)>>, content);
+            },
+            data);
+    }
+
+    Data data_;
 };
 
 /// `text` without its trailing blanks.

@@ -1,9 +1,12 @@
 #include "platform/value.h"
+#include "tests/support/failing_allocations.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <new>
+#include <optional>
 #include <stdexcept>
 
 namespace veldran {
@@ -111,6 +114,27 @@ TEST(ValueOrDefault, ReplacesNullEmptyAndBlankValuesOnly) {
     EXPECT_EQ(valueOrDefault(Value("  "), Value(7)), Value(7));
     EXPECT_EQ(valueOrDefault(Value(0), Value(7)), Value(0));
     EXPECT_EQ(valueOrDefault(Value("A "), Value(7)), Value("A "));
+}
+
+TEST(Value, IsNotCopiedWhereThereIsNoMemoryForItsText) {
+    const Value text(std::string(100, 'x'));
+    std::optional<Value> copy;
+    Value assigned(1);
+    const auto withoutMemory = [](const auto& action) {
+        try {
+            const test::FailingAllocations noMemory(100);
+            action();
+        } catch (const std::bad_alloc&) {
+            return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(withoutMemory([&] { copy.emplace(text); }));
+    EXPECT_TRUE(withoutMemory([&] { assigned = text; }));
+    EXPECT_FALSE(copy.has_value());
+    EXPECT_EQ(assigned, Value(1));
+    assigned = text;
+    EXPECT_EQ(assigned, text);
 }
 
 } // namespace
