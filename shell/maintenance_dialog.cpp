@@ -203,7 +203,7 @@ QString MaintenanceDialog::note() const {
     }
     if (foreign_) {
         return QStringLiteral(
-            "Il codice è riservato a un'altra ditta: per crearne uno nuovo scrivine un altro.");
+            "Il codice è riservato a un'altra ditta: per crearne uno nuovo indicarne un altro.");
     }
     return code_->text().isEmpty() ? QStringLiteral("Indicare il codice da creare.")
                                    : QStringLiteral("%1 non esiste: con OK si crea.").arg(noun());

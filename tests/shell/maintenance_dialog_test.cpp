@@ -229,7 +229,7 @@ TEST_F(MaintenanceDialogTest, LeavesTheCodeOfAnotherCompanyAlone) {
                          "PC03_CONTO = N'ALTVAR0030'");
     open("ALTVAR0030");
     EXPECT_EQ(description_->text(), "");
-    EXPECT_EQ(note(), "Il codice è riservato a un'altra ditta: per crearne uno nuovo scrivine un altro.");
+    EXPECT_EQ(note(), "Il codice è riservato a un'altra ditta: per crearne uno nuovo indicarne un altro.");
     EXPECT_TRUE(code_->hasFocus());
     confirm();
     EXPECT_EQ(refusal(), "Il codice ALT.VAR.0030 è già riservato a un'altra ditta.");
