@@ -540,15 +540,4 @@ void Catalogue::dropRoutine(const Routine& routine) {
     changed(true);
 }
 
-std::vector<std::string> Catalogue::temporaryTables() {
-    ensureLoaded();
-    std::vector<std::string> names;
-    for (const auto& [key, entry] : entries_) {
-        if (entry.table && entry.table->isTemporary()) {
-            names.push_back(entry.table->name);
-        }
-    }
-    return names;
-}
-
 } // namespace veldran::embedded

@@ -56,7 +56,6 @@ public:
     std::uint64_t indexState() const { return indexState_; }
     void createRoutine(const Routine& routine, tsql::DefinitionMode mode);
     void dropRoutine(const Routine& routine);
-    std::vector<std::string> temporaryTables();
 
     /// Grows whenever what is remembered may have changed.
     std::uint64_t generation() const { return generation_; }

@@ -30,10 +30,6 @@ void failObjectExists(std::string_view name) {
     fail(2714, "42S01", "Il database contiene già un oggetto denominato " + quoted(name) + ".");
 }
 
-void failConversion(std::string_view value, std::string_view typeName) {
-    fail(245, "22018", conversionText(value, typeName));
-}
-
 std::string truncationText(std::string_view column) {
     if (column.empty()) {
         return "I dati di tipo stringa verrebbero troncati.";

@@ -30,7 +30,6 @@ ado::Error makeError(int number, std::string_view sqlState, std::string descript
 [[noreturn]] void failUnknownObject(std::string_view name);
 [[noreturn]] void failUnknownColumn(std::string_view name);
 [[noreturn]] void failObjectExists(std::string_view name);
-[[noreturn]] void failConversion(std::string_view value, std::string_view typeName);
 
 /// Sentences that both constraint translation and column functions use.
 std::string truncationText(std::string_view column);

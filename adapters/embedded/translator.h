@@ -22,7 +22,8 @@ struct BindingContext {
 
 /// Binds one T-SQL statement to the catalogue and writes it as SQLite. Every member throws AdoError: an
 /// unknown or ambiguous name, operands that do not go together, or a construct that the embedded database
-/// does not offer (then the message quotes the place).
+/// does not offer (then the message quotes the place). It is one class, because each part of a statement may
+/// contain every other; its members stand in one file a part (translate_*.cpp).
 class Translator {
 public:
     explicit Translator(const BindingContext& context) : context_(context), text_(context.text) {}

@@ -204,20 +204,6 @@ SqlType resolveType(const tsql::DataType& type) {
     return integerType(found->kind);
 }
 
-tsql::DataType toDataType(const SqlType& type) {
-    tsql::DataType result;
-    result.name = nameOf(type.kind);
-    if (type.kind == TypeKind::Decimal) {
-        result.arguments = {type.precision, type.scale};
-    } else if (type.isText()) {
-        result.max = type.length == unlimitedLength;
-        if (!result.max) {
-            result.arguments = {type.length};
-        }
-    }
-    return result;
-}
-
 std::string typeName(const SqlType& type) {
     std::string name(type.kind == TypeKind::Decimal ? "NUMERIC" : nameOf(type.kind));
     std::transform(name.begin(), name.end(), name.begin(),

@@ -56,7 +56,6 @@ SqlType textType(TypeKind kind, int length);
 
 /// \throws AdoError for a type that does not exist, and for decimals wider than 18 digits.
 SqlType resolveType(const tsql::DataType& type);
-tsql::DataType toDataType(const SqlType& type);
 /// The type in lower case as messages name it: "int", "numeric", "nvarchar".
 std::string typeName(const SqlType& type);
 /// The type with its sizes, as T-SQL writes it: "NCHAR(10)".
