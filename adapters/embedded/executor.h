@@ -48,11 +48,10 @@ public:
     void bind(const tsql::Statement& statement, Activation& activation);
     /// \throws AdoError 2812 when there is no such procedure
     std::shared_ptr<Plan> procedure(const tsql::QualifiedName& name);
-    /// \param plan of the procedure
+    /// \param procedure its plan, which the caller keeps: the procedure may be altered while it runs
     /// \param arguments one a parameter, in their order
     /// \param results what the parameters are in the end, unless null
-    std::optional<std::int64_t> callProcedure(const std::shared_ptr<Plan>& plan,
-                                              std::vector<VariableValue> arguments,
+    std::optional<std::int64_t> callProcedure(Plan& procedure, std::vector<VariableValue> arguments,
                                               std::vector<VariableValue>* results);
 
     /// The default value of a procedure's parameter. \throws AdoError 201 when it has none

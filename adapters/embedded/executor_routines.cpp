@@ -50,20 +50,19 @@ std::shared_ptr<Plan> Executor::procedure(const tsql::QualifiedName& name) {
     return session_.planOf(found);
 }
 
-std::optional<std::int64_t> Executor::callProcedure(const std::shared_ptr<Plan>& plan,
-                                                    std::vector<VariableValue> arguments,
+std::optional<std::int64_t> Executor::callProcedure(Plan& procedure, std::vector<VariableValue> arguments,
                                                     std::vector<VariableValue>* results) {
     if (session_.nesting >= maximumNesting) {
         fail(217, "42000", "È stato superato il livello massimo di annidamento delle stored procedure (32).");
     }
     const NestingGuard guard(session_);
-    Activation activation(*plan, session_);
-    activation.text = plan->text;
+    Activation activation(procedure, session_);
+    activation.text = procedure.text;
     for (VariableValue& argument : arguments) {
         activation.declare(argument.name, argument.type, std::move(argument.value));
     }
     try {
-        run(plan->body(), activation);
+        run(procedure.body(), activation);
     } catch (...) {
         session_.endScopedTables();
         throw;
@@ -109,7 +108,7 @@ void Executor::execute(const tsql::ExecuteStatement& statement, Activation& acti
             {name, type, isDefault ? defaultOf(*plan, i) : evaluate(given[i]->value, &type, activation)});
     }
     std::vector<VariableValue> results;
-    const auto returned = callProcedure(plan, std::move(arguments), &results);
+    const auto returned = callProcedure(*plan, std::move(arguments), &results);
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const auto* target = given[i] != nullptr && given[i]->output && parameters[i].output
                                  ? std::get_if<tsql::Variable>(&given[i]->value.node)

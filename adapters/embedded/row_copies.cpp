@@ -16,7 +16,7 @@ constexpr std::int64_t sparse = 8;
 } // namespace
 
 void RowCopies::made(const RowCopy& copy, std::int64_t rows, std::int64_t originalRows) {
-    forget(copy.to); // and the state is another one
+    forget(copy.to); // counts as a change of what is answered, too
     Pair& pair = pairs_.emplace_back(Pair{copy.from, copy.to, rows, originalRows, {}});
     for (const std::string& column : copy.columns) {
         pair.changed[column];

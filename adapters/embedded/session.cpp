@@ -231,7 +231,9 @@ ado::StatementResult EmbeddedSession::callProcedure(std::string_view name,
                  parameter.info.name + " non è un parametro per la procedura '" + routine.name + "'.");
         }
         const Value*& value = given[static_cast<std::size_t>(found - declared.begin())];
-        value = value == nullptr ? &parameter.value : value;
+        if (value == nullptr) { // given twice, the first one counts
+            value = &parameter.value;
+        }
     }
     std::vector<VariableValue> arguments;
     arguments.reserve(declared.size());
@@ -243,7 +245,7 @@ ado::StatementResult EmbeddedSession::callProcedure(std::string_view name,
                                  : toStored(*given[i], type, routine.procedure().parameters[i].name)});
     }
     const Clock clock(state_, settings.commandTimeout);
-    executor.callProcedure(plan, std::move(arguments), nullptr);
+    executor.callProcedure(*plan, std::move(arguments), nullptr);
     return executor.takeResult();
 }
 

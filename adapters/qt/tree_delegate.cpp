@@ -12,8 +12,8 @@ namespace veldran::qt {
 namespace {
 
 constexpr int textPadding = 6; ///< pixels about the text of a row
-constexpr int edgeOfBox =
-    55;                    ///< per cent of the colour of the text: the style's own edge is hardly to be seen
+/// Per cent of the colour of the text: the style's own edge of a box is hardly to be seen.
+constexpr int edgeOfBox = 55;
 constexpr int dark = 128;  ///< lightness below which a ground is dark
 constexpr int lifted = 45; ///< per cent of white that a colour gets on a dark ground
 
