@@ -102,4 +102,18 @@ const tsql::ColumnReference* ungroupedColumn(const tsql::Expression& expression,
     return found;
 }
 
+const tsql::Expression* firstSubquery(const tsql::Expression& value) {
+    if (std::holds_alternative<tsql::ScalarSubquery>(value.node) ||
+        std::holds_alternative<tsql::Exists>(value.node)) {
+        return &value;
+    }
+    const tsql::Expression* found = nullptr;
+    forEachOperand(value, [&](const tsql::Expression& operand) {
+        if (found == nullptr) {
+            found = firstSubquery(operand);
+        }
+    });
+    return found;
+}
+
 } // namespace veldran::embedded

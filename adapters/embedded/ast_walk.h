@@ -11,4 +11,7 @@ namespace veldran::embedded {
 const tsql::ColumnReference* ungroupedColumn(const tsql::Expression& expression,
                                              const std::vector<tsql::Expression>& groupBy);
 
+/// The first subquery in the value that is a value or EXISTS; null when there is none.
+const tsql::Expression* firstSubquery(const tsql::Expression& value);
+
 } // namespace veldran::embedded

@@ -43,6 +43,7 @@ BulkLoader::BulkLoader(ado::Session& session, const std::string& table,
     state_->insert = state.database().prepare("INSERT INTO " + found->sqlName() + " (" + names +
                                               ") VALUES (" + markers + ")");
     state_->scope.emplace(state, !found->isTemporary());
+    state.rowCopies().forget(found->name);
 }
 
 BulkLoader::~BulkLoader() = default;

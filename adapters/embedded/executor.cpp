@@ -162,6 +162,10 @@ bool Executor::isCurrent(Compiled& entry) {
         const Program& program = entry.program();
         if (!std::all_of(program.relies.begin(), program.relies.end(),
                          [&](const CopiedColumn& column) { return copies.isAlike(column); }) ||
+            !std::all_of(program.uniform.begin(), program.uniform.end(),
+                         [&](const UniformColumn& known) {
+                             return copies.uniform().valueOf(known.table, known.column) == known.value;
+                         }) ||
             !std::all_of(program.shares.begin(), program.shares.end(), [&](const CopyShare& share) {
                 return copies.isSparse(share.copy) == share.sparse;
             })) {

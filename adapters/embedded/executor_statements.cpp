@@ -189,8 +189,9 @@ void Executor::runChange(Compiled& entry) {
     } else if (program.updates.empty()) {
         copies.forget(program.changesTable);
     }
-    counted(entry.program().sparesRows ? session_.database().functions().comparedRows
-                                       : sqlite3_changes64(handle));
+    counted(!program.counts.empty() ? session_.database().integer(program.counts)
+            : program.sparesRows    ? session_.database().functions().comparedRows
+                                    : sqlite3_changes64(handle));
     if (entry.program().inserts) {
         session_.lastIdentity =
             entry.program().numbersRows ? std::optional(sqlite3_last_insert_rowid(handle)) : std::nullopt;
@@ -273,6 +274,7 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
             session_.database().integer("SELECT max(rowid) FROM " + original->sqlName()));
         session_.catalogue().buildIndexes(*original);
     }
+    session_.rowCopies().filled(into.uniform);
     noteWorkingTable(into.table);
     counted(rows);
 }

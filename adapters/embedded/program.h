@@ -45,6 +45,7 @@ struct Program {
     std::vector<Sought> sought;
     std::vector<CopiedColumn> relies;    ///< what must be alike for the text to find the right rows
     std::vector<CopyShare> shares;       ///< what the way to the rows was chosen by
+    std::vector<UniformColumn> uniform;  ///< what every row must have for the text to find the right ones
     std::string changesTable;            ///< the working table that it changes; empty for one of the file
     std::vector<std::string> updates;    ///< of an UPDATE of a working table: the columns it assigns
     std::optional<RowCopy> copies;       ///< of an INSERT
@@ -53,12 +54,14 @@ struct Program {
     bool inserts = false;                ///< it is an INSERT
     bool numbersRows = false;            ///< into a table with an identity column
     bool sparesRows = false; ///< rows that have their new values already are counted and left as they are
+    std::string counts;      ///< counts the rows met, where the text looks at fewer; else empty
 };
 
 /// SELECT ... INTO: the table to make, and the statement that fills it.
 struct IntoProgram {
     Table table;
     Program fill;
+    std::vector<UniformColumn> uniform; ///< what it puts into every row
 };
 
 /// An update that moves keys: what to do when rows collide half-way. The statements share the slots of

@@ -25,6 +25,7 @@ void RowCopies::made(const RowCopy& copy, std::int64_t rows, std::int64_t origin
 
 void RowCopies::added(const RowCopy& copy, std::int64_t rows) {
     ++state_;
+    uniform_.forget(copy.to);
     std::erase_if(pairs_, [&](Pair& pair) {
         if (pair.from == copy.to) {
             return true; // it has rows now that its own copy lacks
@@ -42,12 +43,24 @@ void RowCopies::added(const RowCopy& copy, std::int64_t rows) {
 
 void RowCopies::forget(std::string_view table) {
     ++state_;
+    uniform_.forget(table);
     std::erase_if(pairs_, [&](const Pair& pair) { return pair.from == table || pair.to == table; });
 }
 
 void RowCopies::forgetAll() {
     ++state_;
+    uniform_.forgetAll();
     pairs_.clear();
+}
+
+void RowCopies::filled(const std::vector<UniformColumn>& columns) {
+    if (columns.empty()) {
+        return;
+    }
+    ++state_;
+    for (const UniformColumn& column : columns) {
+        uniform_.add(column);
+    }
 }
 
 const std::string* RowCopies::originalOf(std::string_view copy) const {
@@ -107,6 +120,9 @@ void RowCopies::settle(const WriteBack& writeBack) {
 RowCopies::Watch::Watch(RowCopies& copies, SqliteDatabase& database, const std::string& table,
                         const std::vector<std::string>& columns)
     : copies_(copies), database_(database), table_(table) {
+    if (copies.uniform_.forget(table, columns)) {
+        ++copies.state_;
+    }
     for (Pair& pair : copies.pairs_) {
         if (pair.from != table && pair.to != table) {
             continue;

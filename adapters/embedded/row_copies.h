@@ -1,6 +1,7 @@
 #pragma once
 
 #include "adapters/embedded/sqlite.h"
+#include "adapters/embedded/uniform_columns.h"
 
 #include <cstdint>
 #include <map>
@@ -53,8 +54,10 @@ public:
     /// A statement other than a copy and an UPDATE has changed the table, or it is gone.
     void forget(std::string_view table);
     void forgetAll();
+    /// A new table was filled with rows that all have these.
+    void filled(const std::vector<UniformColumn>& columns);
 
-    /// Grows whenever an answer of the following three may have changed; never 0.
+    /// Grows whenever an answer of the following four may have changed; never 0.
     std::uint64_t state() const { return state_; }
 
     /// The working table that all rows of this one were copied from; nullptr when there is none.
@@ -64,6 +67,8 @@ public:
     bool isSparse(std::string_view copy) const;
     /// Whether every row of the copy has the column as the row of its number has it in the original.
     bool isAlike(const CopiedColumn& column) const;
+    /// Columns of working tables that have one value in all rows.
+    const UniformColumns& uniform() const { return uniform_; }
 
     /// Numbers of the rows that may differ, ascending and each once; nullptr when that is not known.
     const std::vector<std::int64_t>* differing(const WriteBack& writeBack);
@@ -103,6 +108,7 @@ private:
     Pair* find(const WriteBack& writeBack);
 
     std::vector<Pair> pairs_;
+    UniformColumns uniform_;
     std::uint64_t state_ = 1;
 };
 

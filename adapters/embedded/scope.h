@@ -85,4 +85,21 @@ struct BoundQuery {
     bool isPlain() const { return arms.size() == 1 && !arms.front().distinct; }
 };
 
+/// What a change looks for beside each row of its target, the row's columns being compared with its own.
+struct Partner {
+    const tsql::Expression* subquery = nullptr; ///< that looks for it; a join has none
+    SqlType type;                               ///< of the subquery's value
+    std::string from;
+    Condition condition;
+    std::string alias;  ///< by which `condition` calls the target
+    int occurrence = 0; ///< of the target there
+};
+
+/// The rows of the target that partners lead to.
+struct ReachedRows {
+    std::string numbers;               ///< the query for them
+    std::vector<std::string> columns;  ///< by which an index finds them
+    std::vector<UniformColumn> relies; ///< what the query takes for granted
+};
+
 } // namespace veldran::embedded

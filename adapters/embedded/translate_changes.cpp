@@ -63,6 +63,13 @@ bool tellRowsApart(const Source& source, const std::set<std::size_t>& columns) {
     });
 }
 
+// Whether the value of a row that has to be written is the flag that it does not have: then the query that
+// tells it need not be run once more.
+bool isOtherFlag(const Column& column, const Fragment& value) {
+    return column.type.kind == TypeKind::Bit && !column.nullable && value.type == column.type &&
+           !value.nullable && value.sql.find("SELECT ") != std::string::npos;
+}
+
 std::string locatorList(const Table& table, const std::string& prefix) {
     std::string list;
     for (const std::string& column : table.locator()) {
@@ -280,6 +287,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     const bool spares =
         !movesKeys && where.sql.find("SELECT ") == std::string::npos && meetsOnce(statement, target, scope);
     const std::string joinCondition = where.sql;
+    std::string counts;
     if (spares) {
         std::string changes;
         for (const AssignedColumn& column : assigned) {
@@ -290,7 +298,15 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         if (!where.isTrue()) {
             changes = "CASE WHEN " + where.sql + " THEN " + changes + " END";
         }
-        where = allOf({where, {std::move(changes), Condition::Form::Predicate, std::nullopt}});
+        const auto rows = where.isTrue() && assigned.size() == 1
+                              ? rowsToWrite(statement, target, assigned.front(), scope)
+                              : std::nullopt;
+        if (rows) {
+            counts = "SELECT count(*) FROM " + table.sqlName();
+        }
+        where = allOf({where,
+                       rows.value_or(makeKnown(Truth::True)),
+                       {std::move(changes), Condition::Form::Predicate, std::nullopt}});
     }
     where = allOf({where, implied(where, scope)});
     const bool direct = joinsInnerOnly(statement.from);
@@ -300,8 +316,12 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     std::string values;
     for (std::size_t i = 0; i < assigned.size(); ++i) {
         const std::string place = "\"v" + std::to_string(i) + "\"";
-        sql += (i == 0 ? "" : ", ") + quoteName(table.columns[assigned[i].column].name) + " = " +
-               (direct ? assigned[i].value.sql : "\"$\"." + place);
+        const Column& column = table.columns[assigned[i].column];
+        const std::string name = quoteName(column.name);
+        const std::string value = spares && assigned.size() == 1 && isOtherFlag(column, assigned[i].value)
+                                      ? "1 - " + quoteName(alias) + "." + name
+                                      : assigned[i].value.sql;
+        sql += (i == 0 ? "" : ", ") + name + " = " + (direct ? value : "\"$\"." + place);
         values += ", " + assigned[i].value.sql + " AS " + place;
     }
     const std::string prefix = quoteName(alias) + ".";
@@ -322,6 +342,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     if (!movesKeys) {
         Program program = finishChange(std::move(sql), table);
         program.sparesRows = spares;
+        program.counts = std::move(counts);
         for (const AssignedColumn& column : assigned) {
             program.updates.push_back(table.columns[column.column].name);
         }

@@ -48,7 +48,10 @@ Condition Translator::truth(const tsql::Expression& node) {
                 return isLike(value, pattern, escape, n.negated);
             },
             [&](const tsql::IsNull& n) { return isNull(n); },
-            [&](const tsql::Exists& n) { return exists(n); },
+            [&](const tsql::Exists& n) {
+                return missing_ != nullptr && missing_->subquery == &node ? makeKnown(Truth::False)
+                                                                          : exists(n);
+            },
             [&](const auto&) -> Condition { refuse(node.span, "Un valore non è una condizione"); },
         },
         node.node);

@@ -504,10 +504,11 @@ TranslatedStatement Translator::selectInto(const tsql::SelectSpecification& node
     }
     const std::optional<RowCopy> copies =
         select.identity == nullptr ? rowCopyOf(query, table, names) : std::nullopt;
+    const std::vector<UniformColumn> uniform = uniformColumns(query, table);
     const auto filledBy = [&](std::string sql) {
         Program fill = finish(std::move(sql));
         fill.copies = copies;
-        return IntoProgram{table, std::move(fill)};
+        return IntoProgram{table, std::move(fill), uniform};
     };
     if (isWholeCopy(query)) {
         return filledBy("INSERT INTO " + table.sqlName() + " SELECT * FROM " + select.from);

@@ -82,6 +82,7 @@ Program Translator::finish(std::string sql) {
     program.sought = sought_;
     program.relies = relies_;
     program.shares = shares_;
+    program.uniform = uniform_;
     return program;
 }
 

@@ -133,6 +133,17 @@ private:
                                                 const std::string& sql, const Scope& scope);
     static std::optional<RowCopy> rowCopyOf(const BoundQuery& query, const Table& target,
                                             const std::vector<std::string>& names);
+    /// Which rows an UPDATE of a whole table may have to write, where that is known without asking each.
+    std::optional<Condition> rowsToWrite(const tsql::UpdateStatement& statement, const Target& target,
+                                         const AssignedColumn& assigned, const Scope& scope);
+    std::optional<Partner> subqueryPartner(const tsql::Expression& value, const Target& target,
+                                           const Scope& scope);
+    std::optional<Partner> joinedPartner(const tsql::UpdateStatement& statement, const Target& target,
+                                         const Scope& scope);
+    std::optional<ReachedRows> rowsReached(const Partner& partner, const Table& target);
+    std::optional<std::int64_t> valueWithout(const Partner& partner, const tsql::Expression& value,
+                                             const Scope& scope);
+    static std::vector<UniformColumn> uniformColumns(const BoundQuery& query, const Table& table);
     TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                     const std::vector<AssignedColumn>& assigned, const std::string& from,
                                     Condition where, const Scope& scope);
@@ -176,6 +187,8 @@ private:
     std::vector<Sought> sought_;
     std::vector<CopiedColumn> relies_;
     std::vector<CopyShare> shares_;
+    std::vector<UniformColumn> uniform_;
+    const Partner* missing_ = nullptr; ///< what is taken to find nothing
 };
 
 } // namespace veldran::embedded
