@@ -11,6 +11,9 @@ namespace {
 
 using tsql::ArithmeticOperator;
 
+// A function of SQLite's has a hundred arguments at most.
+constexpr std::size_t mostParts = 40;
+
 const char* symbolOf(ArithmeticOperator op) {
     constexpr std::array symbols{"+", "-", "*", "/", "%", "&", "|", "^"};
     return symbols[static_cast<std::size_t>(op)];
@@ -31,6 +34,33 @@ Fragment infix(ArithmeticOperator op, const Fragment& a, const Fragment& b, cons
     return result;
 }
 
+// SQLite makes a text of its own of each part and each "||". \return null unless both are parts of one text
+// or constants
+std::shared_ptr<const Composition> composed(const Fragment& a, const Fragment& b) {
+    Composition result;
+    for (const Fragment* side : {&a, &b}) {
+        const Composition* known = side->composition.get();
+        if (side->textConstant() != nullptr) {
+            result.parts.push_back(side->sql);
+        } else if (known != nullptr && known->sql == side->sql &&
+                   (result.base.empty() || result.base == known->base)) {
+            result.base = known->base;
+            result.parts.insert(result.parts.end(), known->parts.begin(), known->parts.end());
+        } else {
+            return nullptr;
+        }
+    }
+    if (result.parts.size() > mostParts) {
+        return nullptr;
+    }
+    result.sql = "ts_compose(" + result.base;
+    for (const std::string& part : result.parts) {
+        result.sql.append(", ").append(part);
+    }
+    result.sql += ")";
+    return std::make_shared<const Composition>(std::move(result));
+}
+
 Fragment concatenated(const Fragment& a, const Fragment& b) {
     const bool wide = std::max(a.type.kind, b.type.kind) >= TypeKind::NChar;
     const bool fixed = a.type.isFixedText() && b.type.isFixedText();
@@ -42,9 +72,10 @@ Fragment concatenated(const Fragment& a, const Fragment& b) {
         return makeConstant(*a.textConstant() + *b.textConstant(), type);
     }
     Fragment result;
-    result.sql = a.operand() + " || " + b.operand();
+    result.composition = composed(a, b);
+    result.sql = result.composition ? result.composition->sql : a.operand() + " || " + b.operand();
     result.type = type;
-    result.simple = false;
+    result.simple = result.composition != nullptr;
     result.nullable = a.nullable || b.nullable;
     result.minimumLength = a.minimumLength + b.minimumLength;
     return result;

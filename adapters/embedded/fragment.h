@@ -2,6 +2,7 @@
 
 #include "adapters/embedded/types.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,13 @@ namespace veldran::embedded {
 
 struct Table;
 struct Column;
+
+/// A text made of parts of one other text and of constants.
+struct Composition {
+    std::string sql;                ///< the fragment that it is
+    std::string base;               ///< the other text
+    std::vector<std::string> parts; ///< "first, count" in characters, or 'constant'
+};
 
 /// A T-SQL value rendered as SQLite text, with what the binder knows of it.
 struct Fragment {
@@ -25,7 +33,8 @@ struct Fragment {
     int minimumLength = 0;        ///< characters that the text surely has
     const Table* table = nullptr; ///< the base table's column that it stands for, if it does
     const Column* column = nullptr;
-    int occurrence = 0; ///< of that table in the statement
+    int occurrence = 0;                               ///< of that table in the statement
+    std::shared_ptr<const Composition> composition{}; ///< shared by copies; of another `sql` it says nothing
 
     Range bounds() const { return range ? *range : rangeOf(type); }
     bool isNullConstant() const { return constant && isNull(*constant); }

@@ -15,6 +15,7 @@ public:
     int count() const { return count_; }
     bool isNull(int argument) const { return sqlite3_value_type(values_[argument]) == SQLITE_NULL; }
     bool anyNull() const;
+    bool isText(int argument) const { return sqlite3_value_type(values_[argument]) == SQLITE_TEXT; }
     std::string_view text(int argument) const;
     std::int64_t integer(int argument) const { return sqlite3_value_int64(values_[argument]); }
     int smallInteger(int argument) const { return sqlite3_value_int(values_[argument]); }

@@ -73,6 +73,26 @@ void substring(FunctionCall& call) {
     call.set(rest.substr(0, bytesOf(rest, std::max<std::int64_t>(wanted, 0))));
 }
 
+// (text, part, ...): parts of the text, each given by its first character and their number, and constants.
+void compose(FunctionCall& call) {
+    const std::string_view text = call.text(0);
+    const bool plain = std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
+    std::string result;
+    for (int i = 1; i < call.count(); ++i) {
+        if (call.isText(i)) {
+            result += call.text(i);
+            continue;
+        }
+        const std::int64_t skipped = call.integer(i) - 1;
+        const std::int64_t count = call.integer(++i);
+        const std::size_t begin =
+            plain ? std::min(static_cast<std::size_t>(skipped), text.size()) : bytesOf(text, skipped);
+        const std::string_view rest = text.substr(begin);
+        result += rest.substr(0, plain ? static_cast<std::size_t>(count) : bytesOf(rest, count));
+    }
+    call.set(std::string_view(result));
+}
+
 void left(FunctionCall& call) {
     const std::int64_t count = call.integer(1);
     if (count < 0) {
@@ -213,7 +233,8 @@ void objectId(FunctionCall& call) {
     }
 }
 
-constexpr std::array<FunctionEntry, 18> entries{{
+constexpr std::array<FunctionEntry, 19> entries{{
+    {"ts_compose", -1, &compose},
     {"ts_nvarchar", 3, &assignVariable},
     {"ts_nchar", 3, &assignFixed},
     {"ts_cut", 2, &cut},

@@ -47,6 +47,10 @@ Fragment substring(const Fragment& text, const Fragment& start, const Fragment& 
     if (fixed) {
         const std::int64_t sure = text.minimumLength - (*from - 1);
         result.minimumLength = static_cast<int>(std::clamp<std::int64_t>(sure, 0, *count));
+        if (text.column != nullptr) {
+            result.composition = std::make_shared<const Composition>(
+                Composition{result.sql, text.sql, {start.sql + ", " + length.sql}});
+        }
     }
     return result;
 }

@@ -1,6 +1,7 @@
 // An UPDATE of a whole working table that gives a constant to rows without a partner looks at those that
 // partners lead to and at those that do not have the constant: what is written for it, when it is not, and
 // that its effect is that of the statement as it stands.
+#include "adapters/embedded/bulk_loader.h"
 #include "tests/embedded/session_fixture.h"
 
 #include <random>
@@ -246,6 +247,14 @@ TEST_F(RowsToWrite, AreNoLongerKnownWhenRowsCome) {
     EXPECT_EQ(affected(markNoted), 6);
     EXPECT_EQ(flags("ATTIVO"), "010010");
     EXPECT_EQ(flags("ANNOTATO"), "010100");
+}
+
+TEST_F(RowsToWrite, AreNoLongerKnownWhenRowsAreLoaded) {
+    BulkLoader loader(*session_, "#T", {"GRUPPO", "CONTO", "ATTIVO", "ANNOTATO", "CONTEGGIO", "TESTO"});
+    loader.append(std::vector<Value>{1, "0300", true, false, 0, "x"});
+    EXPECT_EQ(loader.finish(), 1);
+    EXPECT_EQ(affected(markActive), 6);
+    EXPECT_EQ(flags("ATTIVO"), "010010");
 }
 
 TEST_F(RowsToWrite, AreNoLongerKnownAfterARollback) {
