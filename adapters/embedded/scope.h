@@ -89,10 +89,17 @@ struct BoundQuery {
 struct Partner {
     const tsql::Expression* subquery = nullptr; ///< that looks for it; a join has none
     SqlType type;                               ///< of the subquery's value
+    std::optional<Fragment> found; ///< that value wherever there is one, if it is always the same
     std::string from;
     Condition condition;
     std::string alias;  ///< by which `condition` calls the target
     int occurrence = 0; ///< of the target there
+};
+
+/// The rows of the target that an UPDATE may have to write.
+struct RowsToWrite {
+    Condition condition;
+    std::optional<std::int64_t> value; ///< what they all get, none of them having it yet
 };
 
 /// The rows of the target that partners lead to.

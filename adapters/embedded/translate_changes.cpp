@@ -304,8 +304,17 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         if (rows) {
             counts = "SELECT count(*) FROM " + table.sqlName();
         }
+        if (rows && rows->value) {
+            const std::string& name = table.columns[assigned.front().column].name;
+            Program program = finishChange("UPDATE " + named + " SET " + quoteName(name) + " = " +
+                                               std::to_string(*rows->value) + " WHERE " + rows->condition.sql,
+                                           table);
+            program.counts = std::move(counts);
+            program.updates = {name};
+            return program;
+        }
         where = allOf({where,
-                       rows.value_or(makeKnown(Truth::True)),
+                       rows ? rows->condition : makeKnown(Truth::True),
                        {std::move(changes), Condition::Form::Predicate, std::nullopt}});
     }
     where = allOf({where, implied(where, scope)});

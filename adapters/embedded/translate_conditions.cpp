@@ -49,8 +49,8 @@ Condition Translator::truth(const tsql::Expression& node) {
             },
             [&](const tsql::IsNull& n) { return isNull(n); },
             [&](const tsql::Exists& n) {
-                return missing_ != nullptr && missing_->subquery == &node ? makeKnown(Truth::False)
-                                                                          : exists(n);
+                return taken_ == &node ? makeKnown(takenFor_.isNullConstant() ? Truth::False : Truth::True)
+                                       : exists(n);
             },
             [&](const auto&) -> Condition { refuse(node.span, "Un valore non è una condizione"); },
         },

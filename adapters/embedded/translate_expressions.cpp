@@ -80,9 +80,7 @@ Fragment Translator::expression(const tsql::Expression& node) {
             [&](const tsql::Unary& n) { return unary(n, node.span); },
             [&](const tsql::Arithmetic& n) { return arithmetic(n); },
             [&](const tsql::ScalarSubquery& n) {
-                return missing_ != nullptr && missing_->subquery == &node
-                           ? makeConstant(std::monostate{}, missing_->type)
-                           : scalarSubquery(n, node.span);
+                return taken_ == &node ? takenFor_ : scalarSubquery(n, node.span);
             },
             [&](const tsql::Case& n) { return caseValue(n); },
             [&](const tsql::Cast& n) { return castValue(n, node.span); },

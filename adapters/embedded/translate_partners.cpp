@@ -80,9 +80,11 @@ std::vector<UniformColumn> Translator::uniformColumns(const BoundQuery& query, c
 // a row gets a constant. Rows that have to be written are then among those that S leads to and those that do
 // not have the constant yet, and looking for these costs less than asking S for each row of the table. They
 // are asked for their new value as ever, so that the others alone must be known: their value is what binding
-// makes of it when the query finds nothing.
-std::optional<Condition> Translator::rowsToWrite(const tsql::UpdateStatement& statement, const Target& target,
-                                                 const AssignedColumn& assigned, const Scope& scope) {
+// makes of it when the query finds nothing. Where every row has the constant and every partner gives the same
+// value, nothing need be asked.
+std::optional<RowsToWrite> Translator::rowsToWrite(const tsql::UpdateStatement& statement,
+                                                   const Target& target, const AssignedColumn& assigned,
+                                                   const Scope& scope) {
     const Column& column = target.table->columns[assigned.column];
     // Of texts that are equal one may differ from the constant. The rows of a table of the file cannot be
     // counted under the same lock.
@@ -95,15 +97,20 @@ std::optional<Condition> Translator::rowsToWrite(const tsql::UpdateStatement& st
         target.joined ? joinedPartner(statement, target, scope) : subqueryPartner(value, target, scope);
     const auto reached = partner ? rowsReached(*partner, *target.table) : std::nullopt;
     const auto constant = reached ? valueWithout(*partner, value, scope) : std::nullopt;
+    const auto held = context_.copies.uniform().valueOf(target.table->name, column.name);
+    const bool alike = constant && held == *constant; // what every row has already
+    const auto common = alike ? valueWith(*partner, value, scope) : std::nullopt;
     sought_ = soughtBefore; // what was bound once more is not looked for twice
-    if (!constant || !rangeOf(column.type).contains({*constant, *constant})) {
+    const auto fits = [&](std::int64_t number) { return rangeOf(column.type).contains({number, number}); };
+    if (!constant || !fits(*constant)) {
         return std::nullopt;
     }
     sought_.push_back({target.table->name, partner->occurrence, reached->columns});
     uniform_.insert(uniform_.end(), reached->relies.begin(), reached->relies.end());
     const std::string alias = quoteName(scope.sources[target.source].alias);
+    const std::string own = alias + "." + quoteName(column.name);
     std::string rows = alias + ".rowid IN (";
-    if (context_.copies.uniform().valueOf(target.table->name, column.name) == *constant) {
+    if (alike) {
         uniform_.push_back({target.table->name, column.name, *constant});
     } else {
         const std::string other = quoteName(target.table->name + "$" + std::to_string(++aliases_));
@@ -112,7 +119,13 @@ std::optional<Condition> Translator::rowsToWrite(const tsql::UpdateStatement& st
         rows.append(quoteName(column.name)).append(" IS NOT ").append(std::to_string(*constant));
         rows.append(" UNION ALL ");
     }
-    return Condition{rows.append(reached->numbers).append(")"), Condition::Form::Predicate, std::nullopt};
+    rows.append(reached->numbers).append(")");
+    const bool together = common && fits(*common);
+    if (together) {
+        rows.append(" AND ").append(own).append(" IS NOT ").append(std::to_string(*common));
+    }
+    return RowsToWrite{{std::move(rows), Condition::Form::Predicate, std::nullopt},
+                       together ? common : std::nullopt};
 }
 
 std::optional<Partner> Translator::subqueryPartner(const tsql::Expression& value, const Target& target,
@@ -141,6 +154,13 @@ std::optional<Partner> Translator::subqueryPartner(const tsql::Expression& value
         return std::nullopt;
     }
     partner.type = bound.items.front().value.type;
+    // Without TOP 1 more than one row is an error.
+    const Fragment& item = bound.items.front().value;
+    if (exists != nullptr) {
+        partner.found = makeConstant(std::int64_t{1}, integerType(TypeKind::Int));
+    } else if (item.constant && !item.isNullConstant() && bound.limit == " LIMIT 1") {
+        partner.found = item;
+    }
     partner.from = bound.from;
     partner.condition = bound.condition;
     return partner;
@@ -217,10 +237,32 @@ std::optional<std::int64_t> Translator::valueWithout(const Partner& partner, con
             column.value = makeConstant(std::monostate{}, column.value.type);
         }
     }
-    const ScopeFrame frame(*this, alone);
-    const Partner* saved = std::exchange(missing_, &partner);
+    return valueTaking(partner, makeConstant(std::monostate{}, partner.type), value, alone);
+}
+
+// What a row with a partner gets, if it is the same for all. What equals something is not NULL.
+std::optional<std::int64_t> Translator::valueWith(const Partner& partner, const tsql::Expression& value,
+                                                  const Scope& scope) {
+    if (partner.subquery != nullptr) {
+        return partner.found ? valueTaking(partner, *partner.found, value, scope) : std::nullopt;
+    }
+    Scope together = scope;
+    for (SourceColumn& column : together.sources.back().columns) {
+        const bool equals = std::any_of(
+            partner.condition.tests.begin(), partner.condition.tests.end(),
+            [&](const ColumnTest& test) { return test.equality && test.other == column.value.sql; });
+        column.value.nullable = column.value.nullable && !equals;
+    }
+    return valueTaking(partner, {}, value, together);
+}
+
+std::optional<std::int64_t> Translator::valueTaking(const Partner& partner, const Fragment& found,
+                                                    const tsql::Expression& value, const Scope& scope) {
+    const ScopeFrame frame(*this, scope);
+    taken_ = partner.subquery;
+    takenFor_ = found;
     const Fragment result = expression(value);
-    missing_ = saved;
+    taken_ = nullptr;
     const auto* constant = result.integerConstant();
     return constant != nullptr && result.type.isInteger() ? std::optional(*constant) : std::nullopt;
 }

@@ -134,8 +134,8 @@ private:
     static std::optional<RowCopy> rowCopyOf(const BoundQuery& query, const Table& target,
                                             const std::vector<std::string>& names);
     /// Which rows an UPDATE of a whole table may have to write, where that is known without asking each.
-    std::optional<Condition> rowsToWrite(const tsql::UpdateStatement& statement, const Target& target,
-                                         const AssignedColumn& assigned, const Scope& scope);
+    std::optional<RowsToWrite> rowsToWrite(const tsql::UpdateStatement& statement, const Target& target,
+                                           const AssignedColumn& assigned, const Scope& scope);
     std::optional<Partner> subqueryPartner(const tsql::Expression& value, const Target& target,
                                            const Scope& scope);
     std::optional<Partner> joinedPartner(const tsql::UpdateStatement& statement, const Target& target,
@@ -143,6 +143,10 @@ private:
     std::optional<ReachedRows> rowsReached(const Partner& partner, const Table& target);
     std::optional<std::int64_t> valueWithout(const Partner& partner, const tsql::Expression& value,
                                              const Scope& scope);
+    std::optional<std::int64_t> valueWith(const Partner& partner, const tsql::Expression& value,
+                                          const Scope& scope);
+    std::optional<std::int64_t> valueTaking(const Partner& partner, const Fragment& found,
+                                            const tsql::Expression& value, const Scope& scope);
     static std::vector<UniformColumn> uniformColumns(const BoundQuery& query, const Table& table);
     TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                     const std::vector<AssignedColumn>& assigned, const std::string& from,
@@ -188,7 +192,8 @@ private:
     std::vector<CopiedColumn> relies_;
     std::vector<CopyShare> shares_;
     std::vector<UniformColumn> uniform_;
-    const Partner* missing_ = nullptr; ///< what is taken to find nothing
+    const tsql::Expression* taken_ = nullptr; ///< the subquery whose value is taken for known
+    Fragment takenFor_;                       ///< that value: NULL where it finds nothing
 };
 
 } // namespace veldran::embedded
