@@ -85,12 +85,16 @@ std::string Table::sqlName() const {
 }
 
 std::optional<std::size_t> Table::indexOf(std::string_view column) const {
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (equalsIgnoringAsciiCase(columns[i].name, column)) {
-            return i;
-        }
-    }
-    return std::nullopt;
+    const auto place = [&](auto isNamed) {
+        const auto found = std::find_if(columns.begin(), columns.end(), isNamed);
+        return found == columns.end() ? std::nullopt
+                                      : std::optional(static_cast<std::size_t>(found - columns.begin()));
+    };
+    // Most names are spelt as they were declared.
+    const auto exact = place([&](const Column& candidate) { return candidate.name == column; });
+    return exact ? exact : place([&](const Column& candidate) {
+        return equalsIgnoringAsciiCase(candidate.name, column);
+    });
 }
 
 const Column* Table::identityColumn() const {

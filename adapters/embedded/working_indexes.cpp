@@ -12,7 +12,7 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-bool isCode(const Table& table, const std::string& name) {
+bool isCode(const Table& table, std::string_view name) {
     const auto column = table.indexOf(name);
     return column && table.columns[*column].type.isFixedText();
 }
@@ -39,8 +39,8 @@ bool isSteppedOver(const TableIndex& index, std::size_t column) {
 
 /// What an index is worth to a condition.
 struct Service {
-    std::size_t columns = 0;       ///< of the index, from its first, that the condition tests
-    std::set<std::string> telling; ///< those of them that have more than two values
+    std::size_t columns = 0;               ///< of the index, from its first, that the condition tests
+    std::vector<std::string_view> telling; ///< those of them that have more than two values, sorted
 };
 
 Service serviceOf(const TableIndex& index, const Table& table, const std::vector<std::string>& sought) {
@@ -49,9 +49,10 @@ Service serviceOf(const TableIndex& index, const Table& table, const std::vector
     for (std::size_t i = 0; i < service.columns; ++i) {
         const auto column = table.indexOf(index.columns[i]);
         if (column && table.columns[*column].type.kind != TypeKind::Bit) {
-            service.telling.insert(index.columns[i]);
+            service.telling.emplace_back(index.columns[i]);
         }
     }
+    std::sort(service.telling.begin(), service.telling.end());
     return service;
 }
 
@@ -71,7 +72,7 @@ std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& tabl
         Service service;
         Rank rank;
     };
-    const auto code = [&](const std::string& column) { return isCode(table, column); };
+    const auto code = [&](std::string_view column) { return isCode(table, column); };
     const bool namesCode = std::any_of(sought.begin(), sought.end(), code);
     std::vector<Candidate> candidates;
     std::vector<Service> present;
@@ -95,7 +96,7 @@ std::vector<TableIndex*> indexesToBuild(TableIndexes& indexes, const Table& tabl
                      [](const Candidate& a, const Candidate& b) { return a.rank < b.rank; });
     std::vector<TableIndex*> result;
     for (Candidate& candidate : candidates) {
-        const std::set<std::string>& telling = candidate.service.telling;
+        const std::vector<std::string_view>& telling = candidate.service.telling;
         const bool served = std::any_of(present.begin(), present.end(), [&](const Service& other) {
             return std::includes(other.telling.begin(), other.telling.end(), telling.begin(), telling.end());
         });
