@@ -57,8 +57,13 @@ struct ColumnTest {
     bool equality = false; ///< otherwise the value is an end of a range
     std::string before;
     std::string after;
-    std::string other;    ///< the value
-    bool byQuery = false; ///< the value is any of a query's
+    std::string other; ///< the value
+    /// Where the value is any of a query's: the query as a source, which may give a value twice, and the
+    /// condition that says the same without it.
+    std::string query{};
+    std::string stated{};
+
+    bool byQuery() const { return !query.empty(); }
 };
 
 /// A T-SQL condition rendered as SQLite text; `known` when binding already decides it.

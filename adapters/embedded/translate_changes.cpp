@@ -254,9 +254,11 @@ bool Translator::joinsRowNumbers(const Target& target, const std::string& condit
 }
 
 // Of an UPDATE that joins row numbers: what it carries back, if that is one column to the one of its name.
+// For the rows of a range the other table is asked row by row: for a join SQLite would lay the rows aside in
+// a table first.
 std::optional<WriteBack> Translator::writeBackOf(const Target& target,
                                                  const std::vector<AssignedColumn>& assigned,
-                                                 const std::string& sql, const Scope& scope) {
+                                                 const Scope& scope) {
     const Source& own = scope.sources[target.source];
     const Source& other = scope.sources[1 - target.source];
     const Column& column = target.table->columns[assigned.front().column];
@@ -265,9 +267,17 @@ std::optional<WriteBack> Translator::writeBackOf(const Target& target,
         assigned.front().value.sql != quoteName(other.alias) + "." + quoteName(column.name)) {
         return std::nullopt;
     }
+    const std::string name = quoteName(column.name);
+    const std::string mine = quoteName(own.alias) + ".";
+    const std::string theirs = quoteName(other.alias) + ".";
+    const std::string number = mine + quoteName(target.table->identityColumn()->name);
+    const std::string row = " FROM " + other.table->sqlName() + " AS " + quoteName(other.alias) + " WHERE " +
+                            theirs + quoteName(other.table->identityColumn()->name) + " = " + number;
     return WriteBack{other.table->name, target.table->name, column.name,
-                     sql + " AND " + quoteName(own.alias) + "." +
-                         quoteName(target.table->identityColumn()->name) + " BETWEEN ?1 AND ?2"};
+                     "UPDATE " + target.table->sqlName() + " AS " + quoteName(own.alias) + " SET " + name +
+                         " = (SELECT " + theirs + name + row + ") WHERE " + number +
+                         " BETWEEN ?1 AND ?2 AND EXISTS (SELECT 1" + row + " AND ts_changed(" + mine + name +
+                         ", " + theirs + name + "))"};
 }
 
 TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
@@ -275,7 +285,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
                                             const std::string& from, Condition where, const Scope& scope) {
     const Table& table = *target.table;
     const std::string alias = scope.sources[target.source].alias;
-    const std::string named = table.sqlName() + (alias == table.name ? "" : " AS " + quoteName(alias));
+    std::string named = table.sqlName() + (alias == table.name ? "" : " AS " + quoteName(alias));
     const bool movesKeys = std::any_of(assigned.begin(), assigned.end(), [&](const AssignedColumn& column) {
         return std::any_of(table.keys.begin(), table.keys.end(), [&](const Key& key) {
             return std::find(key.columns.begin(), key.columns.end(), column.column) != key.columns.end();
@@ -317,7 +327,11 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
                        rows ? rows->condition : makeKnown(Truth::True),
                        {std::move(changes), Condition::Form::Predicate, std::nullopt}});
     }
-    where = allOf({where, implied(where, scope)});
+    const auto span = spanInOriginal(where, scope);
+    where = span ? allOf({where, *span}) : withImplied(where, scope);
+    if (span) {
+        named += " NOT INDEXED"; // SQLite would rather have all accounts of a nature by an index
+    }
     const bool direct = joinsInnerOnly(statement.from);
     const bool carriesBack =
         spares && direct && slots_.empty() && joinsRowNumbers(target, joinCondition, scope);
@@ -356,7 +370,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
             program.updates.push_back(table.columns[column.column].name);
         }
         if (carriesBack) {
-            program.writesBack = writeBackOf(target, assigned, program.sql, scope);
+            program.writesBack = writeBackOf(target, assigned, scope);
         }
         return program;
     }

@@ -82,7 +82,7 @@ Condition Translator::exists(const tsql::Exists& node) {
     Condition result{"EXISTS (" + write(bound, false, false) + ")", Condition::Form::Predicate, std::nullopt};
     if (bound.arms.size() == 1 && !first.grouped && first.having.empty() && first.limit.empty() &&
         first.onlyTable) {
-        result.tests = membership(first);
+        result.tests = membership(first, result.sql);
     }
     return result;
 }

@@ -21,6 +21,17 @@ const Source* sourceOf(const ColumnTest& test, const Scope& scope) {
     return found == scope.sources.end() ? nullptr : &*found;
 }
 
+// What is left to be asked of the copy, each part after an AND.
+std::string unsettled(const Condition& where, const OriginalRows& rows) {
+    std::string left;
+    for (const std::string& part : where.conjuncts()) {
+        if (std::find(rows.settles.begin(), rows.settles.end(), part) == rows.settles.end()) {
+            left += " AND " + part;
+        }
+    }
+    return left;
+}
+
 } // namespace
 
 // An index of the original finds the rows of a copy as well: they have the same numbers. So the indexes of a
@@ -61,7 +72,7 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
         }
         SearchedColumns searched;
         for (const ColumnTest* test : tests) {
-            if (!test->byQuery || byQuery) {
+            if (!test->byQuery() || byQuery) {
                 (test->equality ? searched.equal : searched.ranged).push_back(test->column->name);
             }
         }
@@ -74,7 +85,7 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
         }
         if (!columns.empty()) {
             std::erase_if(tests, [&](const ColumnTest* test) {
-                return (test->byQuery && !byQuery) ||
+                return (test->byQuery() && !byQuery) ||
                        std::find(columns.begin(), columns.end(), test->column->name) == columns.end();
             });
             return searchIn(*original, source, columns, tests);
@@ -109,7 +120,10 @@ OriginalRows Translator::searchIn(const Table& original, const Source& source,
             return text.append(row).append(column).append(test->after);
         };
         rows.where += (rows.where.empty() ? "" : " AND ") + testOf(alias);
-        rows.settles.push_back(testOf(quoteName(source.alias)));
+        rows.settles.push_back(test->byQuery() ? test->stated : testOf(quoteName(source.alias)));
+        if (test->byQuery()) {
+            rows.from.insert(0, test->query + " CROSS JOIN ");
+        }
     }
     for (const std::string& flag : flagsBetween(context_.catalogue.indexesOf(original), original, columns)) {
         rows.where += " AND " + alias + "." + quoteName(flag) + " IN (0, 1)";
@@ -142,24 +156,20 @@ bool Translator::ledByOriginal(BoundSelect& select, Scope& scope) {
             column.value.sql = rows->number;
         }
     }
-    select.where = rows->where + " AND " + quoteName(source.alias) + ".rowid = " + rows->number;
-    for (const std::string& part : select.condition.conjuncts()) {
-        if (std::find(rows->settles.begin(), rows->settles.end(), part) == rows->settles.end()) {
-            select.where += " AND " + part;
-        }
-    }
+    select.where = rows->where + " AND " + quoteName(source.alias) + ".rowid = " + rows->number +
+                   unsettled(select.condition, *rows);
     return true;
 }
 
 // EXISTS (SELECT ... FROM B WHERE B.x = A.y AND ...) says of A.y that it is among the x of those rows of B.
 // The flags that an index of B has before x are selected beside it: then SQLite goes from one value to the
 // next and passes over the rows between.
-std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const {
+std::vector<ColumnTest> Translator::membership(const BoundSelect& select, const std::string& exists) {
     std::vector<ColumnTest> result;
     const Condition& condition = select.condition;
     for (const ColumnTest& test : condition.tests) {
         const Source* outer = scope_ == nullptr ? nullptr : sourceOf(test, *scope_);
-        if (outer == nullptr || !test.equality || test.byQuery || mentions(test.other, *scope_)) {
+        if (outer == nullptr || !test.equality || test.byQuery() || mentions(test.other, *scope_)) {
             continue;
         }
         const std::string same =
@@ -184,13 +194,14 @@ std::vector<ColumnTest> Translator::membership(const BoundSelect& select) const 
              flagsBetween(context_.catalogue.indexesOf(*select.onlyTable), *select.onlyTable, equal)) {
             flags += select.onlyAlias + "." + quoteName(flag) + ", ";
         }
+        const std::string values = quoteName("$" + std::to_string(++aliases_));
         ColumnTest among = test;
         among.before.clear();
-        among.other = "(SELECT \"v\" FROM (SELECT DISTINCT ";
-        among.other.append(flags).append(test.other).append(" AS \"v\" FROM ").append(select.from);
-        among.other.append(" WHERE ").append(rest).append("))");
-        among.after = " IN " + among.other;
-        among.byQuery = true;
+        among.other = values + ".\"v\"";
+        among.after = " = " + among.other;
+        among.query = "(SELECT DISTINCT " + flags + test.other + " AS \"v\" FROM " + select.from;
+        among.query.append(" WHERE ").append(rest).append(") AS ").append(values);
+        among.stated = exists;
         result.push_back(std::move(among));
     }
     return result;
@@ -219,13 +230,36 @@ std::optional<Condition> Translator::flagsSteppedOver(const Condition& where, co
     return conditions.empty() ? std::nullopt : std::optional(allOf(std::move(conditions)));
 }
 
-Condition Translator::implied(const Condition& where, const Scope& scope) {
-    std::vector<Condition> conditions;
+// The rows of a branch stand together in a copy, so an UPDATE goes from the first to the last number that the
+// original's index finds, and what else lies between is passed over by the condition itself. For a list of
+// the numbers SQLite would make a table first, which costs more than the one row that is mostly meant.
+std::optional<Condition> Translator::spanInOriginal(const Condition& where, const Scope& scope) {
+    if (scope.sources.size() != 1) {
+        return std::nullopt;
+    }
+    const Source& source = scope.sources.front();
+    const auto rows = soughtInOriginal(where, source, scope, false);
+    if (!rows) {
+        return std::nullopt;
+    }
+    const auto end = [&](const char* function) {
+        return std::string("(SELECT ") + function + "(" + rows->number + ") FROM " + rows->from + " WHERE " +
+               rows->where + ")";
+    };
+    return Condition{quoteName(source.alias) + ".rowid BETWEEN " + end("min") + " AND " + end("max"),
+                     Condition::Form::Predicate, std::nullopt};
+}
+
+Condition Translator::withImplied(const Condition& where, const Scope& scope) {
+    std::vector<Condition> conditions{where};
     for (const Source& source : scope.sources) {
         if (const auto rows = soughtInOriginal(where, source, scope, true)) {
-            conditions.push_back({quoteName(source.alias) + ".rowid IN (SELECT " + rows->number + " FROM " +
-                                      rows->from + " WHERE " + rows->where + ")",
-                                  Condition::Form::Predicate, std::nullopt});
+            const std::string among = quoteName(source.alias) + ".rowid IN (SELECT " + rows->number +
+                                      " FROM " + rows->from + " WHERE " + rows->where + ")";
+            if (scope.sources.size() == 1) {
+                return {among + unsettled(where, *rows), Condition::Form::And, std::nullopt};
+            }
+            conditions.push_back({among, Condition::Form::Predicate, std::nullopt});
         } else if (auto flags = flagsSteppedOver(where, source)) {
             conditions.push_back(std::move(*flags));
         }

@@ -67,7 +67,7 @@ std::vector<UniformColumn> Translator::uniformColumns(const BoundQuery& query, c
         for (const ColumnTest& test : select.condition.tests) {
             const auto number = wholeNumber(test.other);
             if (item.value.column != nullptr && test.column == item.value.column &&
-                test.occurrence == item.value.occurrence && test.equality && !test.byQuery && number) {
+                test.occurrence == item.value.occurrence && test.equality && !test.byQuery() && number) {
                 result.push_back({table.name, table.columns[*place].name, *number});
                 break;
             }

@@ -139,7 +139,7 @@ BoundSelect Translator::selectArm(const tsql::SelectSpecification& node, const S
     }
     select.condition = allOf(std::move(conditions));
     if (!ledByOriginal(select, scope)) {
-        const Condition where = allOf({select.condition, implied(select.condition, scope)});
+        const Condition where = withImplied(select.condition, scope);
         select.where = where.isTrue() ? "" : where.sql;
     }
     for (const tsql::Expression& item : node.groupBy) {

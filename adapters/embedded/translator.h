@@ -128,9 +128,8 @@ private:
     std::vector<AssignedColumn> assignments(const tsql::UpdateStatement& statement, const Target& target);
     bool meetsOnce(const tsql::UpdateStatement& statement, const Target& target, const Scope& scope);
     static bool joinsRowNumbers(const Target& target, const std::string& condition, const Scope& scope);
-    static std::optional<WriteBack> writeBackOf(const Target& target,
-                                                const std::vector<AssignedColumn>& assigned,
-                                                const std::string& sql, const Scope& scope);
+    static std::optional<WriteBack>
+    writeBackOf(const Target& target, const std::vector<AssignedColumn>& assigned, const Scope& scope);
     static std::optional<RowCopy> rowCopyOf(const BoundQuery& query, const Table& target,
                                             const std::vector<std::string>& names);
     /// Which rows an UPDATE of a whole table may have to write, where that is known without asking each.
@@ -157,8 +156,10 @@ private:
                                                     const std::vector<Fragment>& arguments,
                                                     const std::string& name, const tsql::NodeSpan& span);
     void noteSought(const Fragment& column);
-    /// What follows from the condition of a query or change and lets an index find its rows.
-    Condition implied(const Condition& where, const Scope& scope);
+    /// The condition of a query or change, with what follows from it and lets an index find its rows.
+    Condition withImplied(const Condition& where, const Scope& scope);
+    /// What follows from the condition of an UPDATE of one table: between which row numbers its rows are.
+    std::optional<Condition> spanInOriginal(const Condition& where, const Scope& scope);
     /// False when no original can lead to the rows that the SELECT reads.
     bool ledByOriginal(BoundSelect& select, Scope& scope);
     /// Whether an index of the copy, on `ownColumns`, serves as well as one of the original on `columns`, at
@@ -168,7 +169,7 @@ private:
     OriginalRows searchIn(const Table& original, const Source& source,
                           const std::vector<std::string>& columns,
                           const std::vector<const ColumnTest*>& tests);
-    std::vector<ColumnTest> membership(const BoundSelect& select) const;
+    std::vector<ColumnTest> membership(const BoundSelect& select, const std::string& exists);
     std::optional<Condition> flagsSteppedOver(const Condition& where, const Source& source);
     std::optional<OriginalRows> soughtInOriginal(const Condition& where, const Source& source,
                                                  const Scope& scope, bool evenByQuery);

@@ -70,14 +70,28 @@ TEST_F(ImpliedConditions, TheIndexesOfTheOriginalAreBuiltWithItsFirstCopy) {
 
 TEST_F(ImpliedConditions, ABeginningOfACodeIsSoughtBehindANumberThatNobodyNames) {
     const std::string update = "UPDATE #S SET ATTIVO = 1 WHERE CONTO LIKE '01%' AND NATURA = 1";
-    EXPECT_NE(emitted(update).find("rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE "
-                                   "\"#T$1\".\"CONTO\" >= '01' || char(1) AND \"#T$1\".\"CONTO\" <= '01' || "
-                                   "char(1114111))"),
-              std::string::npos)
-        << emitted(update);
+    const std::string sought = "\"#S\".\"CONTO\" >= '01' || char(1) AND \"#S\".\"CONTO\" <= '01' || "
+                               "char(1114111) AND \"#S\".\"NATURA\" = 1";
+    const std::string original = "FROM temp.\"#T\" AS \"#T$1\" WHERE \"#T$1\".\"CONTO\" >= '01' || char(1) "
+                                 "AND \"#T$1\".\"CONTO\" <= '01' || char(1114111))";
+    EXPECT_EQ(emitted(update),
+              "UPDATE temp.\"#S\" NOT INDEXED SET \"ATTIVO\" = 1 WHERE " + sought + " AND CASE WHEN " +
+                  sought +
+                  " THEN ts_changed(\"#S\".\"ATTIVO\", 1) END AND \"#S\".rowid BETWEEN (SELECT "
+                  "min(\"#T$1\".rowid) " +
+                  original + " AND (SELECT max(\"#T$1\".rowid) " + original);
     EXPECT_EQ(affected(update), 3);
     EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE ATTIVO = 1 ORDER BY INDICE"),
               (Rows{{"1"}, {"2"}, {"3"}, {"5"}}));
+}
+
+TEST_F(ImpliedConditions, ARowBetweenThoseThatAnUpdateMeansStaysAsItIs) {
+    run({"INSERT INTO #T VALUES (1, '0103', '0100', '0100', 1, 1, 0)", "DROP TABLE #S", copy + endOfCopy});
+    EXPECT_EQ(affected("UPDATE #S SET ATTIVO = 1 WHERE GRUPPO = 1 AND PADRE = '0100'"), 3);
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE ATTIVO = 1 ORDER BY INDICE"),
+              (Rows{{"2"}, {"3"}, {"5"}, {"7"}}))
+        << "5 was active before; 4 and 6 lie between";
+    EXPECT_EQ(affected("UPDATE #S SET ATTIVO = 0 WHERE CONTO = '0999'"), 0) << "no number at all";
 }
 
 TEST_F(ImpliedConditions, AColumnThatHasChangedIsSoughtInTheCopyItself) {
@@ -164,13 +178,14 @@ TEST_F(ImpliedConditions, AFlagThatMayBeNullIsNot) {
 }
 
 TEST_F(ImpliedConditions, WhatExistsForARowSaysWhereTheRowIs) {
-    EXPECT_NE(
-        emitted(rootsOfNature)
-            .find("rowid IN (SELECT \"#T$1\".rowid FROM temp.\"#T\" AS \"#T$1\" WHERE \"#T$1\".\"CONTO\" IN "
-                  "(SELECT \"v\" FROM (SELECT DISTINCT \"SUB\".\"ATTIVO\", \"SUB\".\"RADICE\" AS \"v\" FROM "
-                  "temp.\"#S\" AS \"SUB\" WHERE \"SUB\".\"NATURA\" = 2 AND \"SUB\".\"ANALITICO\" = 1)))"),
-        std::string::npos)
-        << emitted(rootsOfNature);
+    EXPECT_EQ(
+        emitted(rootsOfNature),
+        "SELECT \"#S\".\"CONTO\" FROM temp.\"#S\" WHERE \"#S\".rowid IN (SELECT \"#T$2\".rowid FROM "
+        "(SELECT DISTINCT \"SUB\".\"ATTIVO\", \"SUB\".\"RADICE\" AS \"v\" FROM temp.\"#S\" AS \"SUB\" "
+        "WHERE \"SUB\".\"NATURA\" = 2 AND \"SUB\".\"ANALITICO\" = 1) AS \"$1\" CROSS JOIN temp.\"#T\" AS "
+        "\"#T$2\" WHERE \"#T$2\".\"CONTO\" = \"$1\".\"v\") AND \"#S\".\"ANALITICO\" = 0 ORDER BY "
+        "\"#S\".\"INDICE\"")
+        << "being among them is the same as that one exists";
     EXPECT_EQ(rows(rootsOfNature), Rows{{"0200"}});
 }
 
