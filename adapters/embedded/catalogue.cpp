@@ -437,9 +437,12 @@ bool Catalogue::buildIndexes(const std::string& name, const std::vector<std::str
         const std::string ownName = std::string(ownIndexPrefix) + *code;
         const std::vector<std::size_t> own = ownIndexColumns(*entry.table, *code, columns);
         database_.execute(createIndexSql(*entry.table, ownName, columnList(*entry.table, own), false));
+        std::string definition;
         for (const std::size_t column : own) {
             entry.indexes[ownName].columns.push_back(entry.table->columns[column].name);
+            definition += entry.table->columns[column].name + "\n";
         }
+        store(entry.table->schema(), kindIndex, ownName, entry.table->name, definition);
     }
     if (!wanted.empty() || again) {
         weighIndexes(*entry.table);

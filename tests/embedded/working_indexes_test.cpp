@@ -175,4 +175,23 @@ TEST_F(WorkingIndexes, ThatGuardUniquenessAreBuiltAtOnce) {
     EXPECT_EQ(error("INSERT INTO #C VALUES (3, 1, '0101')").Number, 2601);
 }
 
+TEST_F(WorkingIndexes, OfTheDriversOwnAreKnownAfterARollback) {
+    run({"CREATE TABLE #D (NATURA DECIMAL(1) NOT NULL, CONTO NCHAR(4) NOT NULL)",
+         "INSERT INTO #D VALUES (1, '0101'), (2, '0201')"});
+    const auto search = [&] { return cell("SELECT NATURA FROM #D WHERE CONTO = '0201'"); };
+    search();
+    search();
+    ASSERT_EQ(builtIndexes("#D"), Names{"veldran_CONTO"});
+    session_->begin();
+    session_->rollback();
+    for (int times = 0; times < 3; ++times) {
+        EXPECT_EQ(search(), "2");
+    }
+    session_->begin();
+    run({"DROP TABLE #D", "CREATE TABLE #D (NATURA DECIMAL(1) NOT NULL, CONTO NCHAR(4) NOT NULL)"});
+    session_->rollback();
+    EXPECT_EQ(search(), "2");
+    EXPECT_EQ(builtIndexes("#D"), Names{"veldran_CONTO"});
+}
+
 } // namespace veldran::embedded::test
