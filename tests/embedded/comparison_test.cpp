@@ -127,6 +127,23 @@ TEST_F(SessionTest, ComputedTextComparesLikeStoredText) {
     EXPECT_EQ(cell("SELECT COUNT(*) FROM T WHERE ISNULL(A, '') = 'ABX'"), "1");
 }
 
+TEST_F(SessionTest, JoinsTextsThatDifferInTheBlanksAtTheirEnd) {
+    for (const std::string sign : {"", "#"}) {
+        const std::string codes = sign + "CODICI";
+        const std::string accounts = sign + "CONTI";
+        run({"CREATE TABLE " + codes + " (CODICE NVARCHAR(10) NULL)",
+             "CREATE TABLE " + accounts + " (CONTO NCHAR(6) NOT NULL)",
+             "DECLARE @N INT SET @N = 0 WHILE @N < 50 BEGIN INSERT INTO " + codes +
+                 " VALUES (CAST(@N AS NVARCHAR(10))) INSERT INTO " + accounts +
+                 " VALUES (CAST(@N AS NVARCHAR(10))) SET @N = @N + 1 END"});
+        EXPECT_EQ(cell("SELECT COUNT(*) FROM " + codes + " INNER JOIN " + accounts + " ON CODICE = CONTO"),
+                  "50");
+        EXPECT_EQ(cell("SELECT COUNT(*) FROM " + codes + " LEFT OUTER JOIN " + accounts +
+                       " ON CODICE = CONTO WHERE CONTO IS NULL"),
+                  "0");
+    }
+}
+
 TEST_F(SessionTest, LikeSeesTheBlanksOfFixedText) {
     run({"CREATE TABLE T (A NCHAR(5), B NVARCHAR(5))", "INSERT INTO T VALUES ('abc', 'abc')"});
     EXPECT_EQ(cell("SELECT COUNT(*) FROM T WHERE A LIKE 'abc'"), "0");
