@@ -18,6 +18,11 @@ std::string whereClause(const Condition& where) {
     return where.isTrue() ? "" : " WHERE " + where.sql;
 }
 
+// Whether a subquery in the text reads the table: nothing else names a table with its schema.
+bool readsTable(const std::string& sql, const Table& table) {
+    return sql.find(table.sqlName()) != std::string::npos;
+}
+
 bool joinsInnerOnly(const std::vector<tsql::TableSource>& from) {
     const auto inner = [](const tsql::JoinStep& step) {
         return (step.kind == tsql::JoinKind::Inner || step.kind == tsql::JoinKind::Cross) &&
@@ -332,7 +337,15 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     if (span) {
         named += " NOT INDEXED"; // SQLite would rather have all accounts of a nature by an index
     }
-    const bool direct = joinsInnerOnly(statement.from);
+    const bool joinsOnly = joinsInnerOnly(statement.from);
+    const std::string sources = joinsOnly ? named + (from.empty() ? "" : ", " + from) : from;
+    // Without FROM, SQLite writes a row before it looks at the next: a subquery would read what was written.
+    const bool readsItself =
+        from.empty() && (readsTable(joinCondition, table) ||
+                         std::any_of(assigned.begin(), assigned.end(), [&](const AssignedColumn& column) {
+                             return readsTable(column.value.sql, table);
+                         }));
+    const bool direct = joinsOnly && !readsItself;
     const bool carriesBack =
         spares && direct && slots_.empty() && joinsRowNumbers(target, joinCondition, scope);
     std::string sql = "UPDATE " + (direct ? named : table.sqlName()) + " SET ";
@@ -359,8 +372,8 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
             keys += (i == 0 ? "" : ", ") + prefix + locator[i] + " AS " + place;
             match += (i == 0 ? "" : " AND ") + quoteName(table.name) + "." + locator[i] + " = \"$\"." + place;
         }
-        sql += " FROM (SELECT " + keys + values + " FROM " + from + whereClause(where) + ") AS \"$\" WHERE " +
-               match;
+        sql += " FROM (SELECT " + keys + values + " FROM " + sources + whereClause(where) +
+               ") AS \"$\" WHERE " + match;
     }
     if (!movesKeys) {
         Program program = finishChange(std::move(sql), table);
@@ -385,7 +398,6 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
         columns += (i == 0 ? "" : ", ") + name;
         fresh += ", " + (changed == assigned.end() ? prefix + name : changed->value.sql);
     }
-    const std::string sources = direct ? named + (from.empty() ? "" : ", " + from) : from;
     const std::string locators = locatorList(table, prefix);
     std::string places;
     for (std::size_t i = 0; i < table.locator().size(); ++i) {
@@ -417,14 +429,16 @@ Program Translator::erase(const tsql::DeleteStatement& statement) {
     }
     const Condition where = allOf(std::move(conditions));
     const Table& table = *target.table;
-    if (!target.joined) {
+    // As in an UPDATE, what a subquery reads of the table has to be as it was before.
+    if (!target.joined && !readsTable(where.sql, table)) {
         const std::string& alias = scope.sources[target.source].alias;
         return finishChange("DELETE FROM " + table.sqlName() +
                                 (alias == table.name ? "" : " AS " + quoteName(alias)) + whereClause(where),
                             table);
     }
     const std::string prefix = quoteName(scope.sources[target.source].alias) + ".";
-    const std::string sources = from + (target.added ? ", " + table.sqlName() : "");
+    const std::string added = target.added ? table.sqlName() : std::string();
+    const std::string sources = from + (from.empty() || added.empty() ? "" : ", ") + added;
     return finishChange("DELETE FROM " + table.sqlName() + " WHERE " + tuple(locatorList(table, "")) +
                             " IN (SELECT " + locatorList(table, prefix) + " FROM " + sources +
                             whereClause(where) + ")",

@@ -179,6 +179,39 @@ TEST_F(SessionTest, AnUpdateMayTakeItsValuesFromAJoin) {
     EXPECT_EQ(rows("SELECT N FROM #T"), (Rows{{"1"}}));
 }
 
+TEST_F(SessionTest, WhatASubqueryOfAChangeReadsIsTheTableAsItWasBefore) {
+    for (const std::string table : {"LIVELLI", "#LIVELLI"}) {
+        const auto levels = [&] {
+            std::string result;
+            for (const auto& row : rows("SELECT CONTO, LIVELLO FROM " + table + " ORDER BY CONTO")) {
+                result += row[0] + row[1] + " ";
+            }
+            return result;
+        };
+        run({"CREATE TABLE " + table +
+                 " (CONTO NCHAR(1) NOT NULL PRIMARY KEY, PADRE NCHAR(1) NULL, LIVELLO INT NOT NULL)",
+             "INSERT INTO " + table + " VALUES ('1', NULL, 1), ('2', '1', 0), ('3', '2', 0), ('4', '3', 0)"});
+        const std::string above = " FROM " + table + " AS P WHERE P.CONTO = " + table + ".PADRE";
+        EXPECT_EQ(affected("UPDATE " + table + " SET LIVELLO = (SELECT P.LIVELLO + 1" + above +
+                           ") WHERE PADRE IS NOT NULL"),
+                  3);
+        EXPECT_EQ(levels(), "11 22 31 41 ");
+        EXPECT_EQ(affected("UPDATE " + table + " SET LIVELLO = 9 WHERE EXISTS (SELECT 1" + above +
+                           " AND P.LIVELLO = 1)"),
+                  2);
+        EXPECT_EQ(levels(), "11 29 31 49 ") << "the third was 1 when the fourth was asked about";
+        EXPECT_EQ(affected("UPDATE X SET LIVELLO = (SELECT COUNT(*) FROM " + table +
+                           " AS P WHERE P.LIVELLO = X.LIVELLO) FROM " + table + " AS X"),
+                  4);
+        EXPECT_EQ(levels(), "12 22 32 42 ");
+        EXPECT_EQ(affected("DELETE FROM " + table +
+                           " WHERE PADRE IS NULL OR CONTO > (SELECT MIN(P.CONTO) FROM " + table +
+                           " AS P) AND CONTO < '3'"),
+                  2);
+        EXPECT_EQ(levels(), "32 42 ") << "the first was there when the second was asked about";
+    }
+}
+
 TEST_F(SessionTest, ASubqueryMayNameTheTableAroundItByItsOwnName) {
     run({"CREATE TABLE #T (N INT, P INT)", "INSERT INTO #T VALUES (1, NULL), (2, 1), (3, 1), (4, 2)"});
     EXPECT_EQ(
