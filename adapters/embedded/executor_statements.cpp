@@ -269,9 +269,9 @@ void Executor::runInto(Compiled& entry, Activation& activation) {
     scope.complete();
     if (into.fill.copies) {
         const auto original = session_.catalogue().table({{}, {into.fill.copies->from}});
-        session_.rowCopies().made(
-            *into.fill.copies, rows,
-            session_.database().integer("SELECT max(rowid) FROM " + original->sqlName()));
+        session_.rowCopies().made(*into.fill.copies, rows,
+                                  session_.database().integer("SELECT max(" + original->rowNumber() +
+                                                              ") FROM " + original->sqlName()));
         session_.catalogue().buildIndexes(*original);
     }
     session_.rowCopies().filled(into.uniform);

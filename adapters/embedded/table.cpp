@@ -5,6 +5,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <array>
 
 namespace veldran::embedded {
 
@@ -113,9 +114,16 @@ bool Table::isClustered() const {
                        [](const Key& key) { return key.storage == KeyStorage::Clustered; });
 }
 
+std::string Table::rowNumber() const {
+    const std::array<const char*, 3> names{"rowid", "_rowid_", "oid"};
+    const auto* free = std::find_if(names.begin(), names.end() - 1,
+                                    [&](const char* candidate) { return !indexOf(candidate).has_value(); });
+    return *free;
+}
+
 std::vector<std::string> Table::locator() const {
     if (!isClustered()) {
-        return {"rowid"};
+        return {rowNumber()};
     }
     std::vector<std::string> names;
     for (const std::size_t column : primaryKey()->columns) {

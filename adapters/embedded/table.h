@@ -52,6 +52,8 @@ struct Table {
     const Column* identityColumn() const;
     const Key* primaryKey() const;
     bool isClustered() const;
+    /// What SQLite calls the row's number, by a name that none of the columns has.
+    std::string rowNumber() const;
     /// Columns that find one row: SQLite's row number, or the clustered key.
     std::vector<std::string> locator() const;
     bool isKeyColumn(std::size_t column) const;

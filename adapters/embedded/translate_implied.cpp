@@ -3,6 +3,7 @@
 #include "adapters/embedded/translator_frames.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace veldran::embedded {
 
@@ -19,6 +20,10 @@ const Source* sourceOf(const ColumnTest& test, const Scope& scope) {
         return source.occurrence() == test.occurrence;
     });
     return found == scope.sources.end() ? nullptr : &*found;
+}
+
+std::string numberOf(const Source& source) {
+    return quoteName(source.alias) + "." + source.table->rowNumber();
 }
 
 // What is left to be asked of the copy, each part after an AND.
@@ -64,19 +69,23 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
     }
     const std::vector<std::string> ownColumns =
         indexedColumns(context_.catalogue.indexesOf(*source.table), *source.table, own);
-    // Running a query for the value is for where nothing plainer finds the rows.
-    std::vector<std::string> columns;
-    for (const bool byQuery : {false, true}) {
-        if (byQuery && !evenByQuery) {
-            break;
-        }
+    // Running a query for the value is for where nothing plainer finds the rows, and one query at a time: for
+    // each value of one SQLite would go through all those of another.
+    std::vector<const ColumnTest*> queries{nullptr};
+    if (evenByQuery) {
+        std::copy_if(tests.begin(), tests.end(), std::back_inserter(queries),
+                     [](const ColumnTest* test) { return test->byQuery(); });
+    }
+    for (const ColumnTest* query : queries) {
+        const auto takesPart = [&](const ColumnTest* test) { return !test->byQuery() || test == query; };
         SearchedColumns searched;
         for (const ColumnTest* test : tests) {
-            if (!test->byQuery() || byQuery) {
+            if (takesPart(test)) {
                 (test->equality ? searched.equal : searched.ranged).push_back(test->column->name);
             }
         }
-        columns = indexedColumns(context_.catalogue.indexesOf(*original), *original, searched);
+        std::vector<std::string> columns =
+            indexedColumns(context_.catalogue.indexesOf(*original), *original, searched);
         if (columns.empty() && ownColumns.empty()) {
             columns = searchedCode(*original, searched); // then an index of the original is worth making
         }
@@ -85,7 +94,7 @@ std::optional<OriginalRows> Translator::soughtInOriginal(const Condition& where,
         }
         if (!columns.empty()) {
             std::erase_if(tests, [&](const ColumnTest* test) {
-                return (test->byQuery() && !byQuery) ||
+                return !takesPart(test) ||
                        std::find(columns.begin(), columns.end(), test->column->name) == columns.end();
             });
             return searchIn(*original, source, columns, tests);
@@ -111,7 +120,7 @@ OriginalRows Translator::searchIn(const Table& original, const Source& source,
                                   const std::vector<const ColumnTest*>& tests) {
     const std::string alias = quoteName(original.name + "$" + std::to_string(++aliases_));
     OriginalRows rows;
-    rows.number = alias + ".rowid";
+    rows.number = alias + "." + original.rowNumber();
     rows.from = original.sqlName() + " AS " + alias;
     for (const ColumnTest* test : tests) {
         const std::string column = "." + quoteName(test->column->name);
@@ -156,8 +165,8 @@ bool Translator::ledByOriginal(BoundSelect& select, Scope& scope) {
             column.value.sql = rows->number;
         }
     }
-    select.where = rows->where + " AND " + quoteName(source.alias) + ".rowid = " + rows->number +
-                   unsettled(select.condition, *rows);
+    select.where =
+        rows->where + " AND " + numberOf(source) + " = " + rows->number + unsettled(select.condition, *rows);
     return true;
 }
 
@@ -189,10 +198,11 @@ std::vector<ColumnTest> Translator::membership(const BoundSelect& select, const 
         if (rest.empty() || mentions(rest, *scope_)) {
             continue;
         }
-        std::string flags;
+        std::string flags; // named anew: one may have the name of the value
+        int count = 0;
         for (const std::string& flag :
              flagsBetween(context_.catalogue.indexesOf(*select.onlyTable), *select.onlyTable, equal)) {
-            flags += select.onlyAlias + "." + quoteName(flag) + ", ";
+            flags += select.onlyAlias + "." + quoteName(flag) + " AS \"f" + std::to_string(++count) + "\", ";
         }
         const std::string values = quoteName("$" + std::to_string(++aliases_));
         ColumnTest among = test;
@@ -246,7 +256,7 @@ std::optional<Condition> Translator::spanInOriginal(const Condition& where, cons
         return std::string("(SELECT ") + function + "(" + rows->number + ") FROM " + rows->from + " WHERE " +
                rows->where + ")";
     };
-    return Condition{quoteName(source.alias) + ".rowid BETWEEN " + end("min") + " AND " + end("max"),
+    return Condition{numberOf(source) + " BETWEEN " + end("min") + " AND " + end("max"),
                      Condition::Form::Predicate, std::nullopt};
 }
 
@@ -254,8 +264,8 @@ Condition Translator::withImplied(const Condition& where, const Scope& scope) {
     std::vector<Condition> conditions{where};
     for (const Source& source : scope.sources) {
         if (const auto rows = soughtInOriginal(where, source, scope, true)) {
-            const std::string among = quoteName(source.alias) + ".rowid IN (SELECT " + rows->number +
-                                      " FROM " + rows->from + " WHERE " + rows->where + ")";
+            const std::string among = numberOf(source) + " IN (SELECT " + rows->number + " FROM " +
+                                      rows->from + " WHERE " + rows->where + ")";
             if (scope.sources.size() == 1) {
                 return {among + unsettled(where, *rows), Condition::Form::And, std::nullopt};
             }

@@ -181,7 +181,8 @@ TEST_F(ImpliedConditions, WhatExistsForARowSaysWhereTheRowIs) {
     EXPECT_EQ(
         emitted(rootsOfNature),
         "SELECT \"#S\".\"CONTO\" FROM temp.\"#S\" WHERE \"#S\".rowid IN (SELECT \"#T$2\".rowid FROM "
-        "(SELECT DISTINCT \"SUB\".\"ATTIVO\", \"SUB\".\"RADICE\" AS \"v\" FROM temp.\"#S\" AS \"SUB\" "
+        "(SELECT DISTINCT \"SUB\".\"ATTIVO\" AS \"f1\", \"SUB\".\"RADICE\" AS \"v\" FROM temp.\"#S\" AS "
+        "\"SUB\" "
         "WHERE \"SUB\".\"NATURA\" = 2 AND \"SUB\".\"ANALITICO\" = 1) AS \"$1\" CROSS JOIN temp.\"#T\" AS "
         "\"#T$2\" WHERE \"#T$2\".\"CONTO\" = \"$1\".\"v\") AND \"#S\".\"ANALITICO\" = 0 ORDER BY "
         "\"#S\".\"INDICE\"")
@@ -202,6 +203,80 @@ TEST_F(ImpliedConditions, WhatExistsIsAskedRowByRowWhereItDependsOnMoreOfTheRow)
                    "SUB WHERE "
                    "SUB.NATURA = 2 AND SUB.ANALITICO = 1 AND SUB.RADICE = #S.CONTO)) ORDER BY INDICE"),
               (Rows{{"0100"}, {"0200"}}));
+}
+
+TEST_F(ImpliedConditions, AFlagMayHaveAnyNameBesideTheValueThatExists) {
+    run({"CREATE TABLE #A (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, CONTO NCHAR(4) NOT NULL, RADICE "
+         "NCHAR(4) NOT NULL, NATURA INT NOT NULL, V BIT NOT NULL)",
+         "INSERT INTO #A VALUES ('0100', '0100', 1, 0), ('0101', '0100', 2, 1), ('0200', '0200', 1, 0)",
+         "CREATE INDEX PER_CONTO ON #A (CONTO)",
+         "SELECT INDICE, CONTO, RADICE, NATURA, V INTO #C FROM #A CREATE INDEX PER_RADICE ON #C (NATURA, V, "
+         "RADICE)"});
+    EXPECT_EQ(rows("SELECT INDICE FROM #C WHERE EXISTS (SELECT 1 FROM #C AS SUB WHERE SUB.NATURA = 2 AND "
+                   "SUB.RADICE = #C.CONTO)"),
+              Rows{{"1"}});
+}
+
+TEST_F(ImpliedConditions, OfSeveralThatExistForARowOneSaysWhereItIsAndTheOthersAreAskedOfIt) {
+    const std::string text =
+        "SELECT CONTO FROM #S WHERE EXISTS (SELECT 1 FROM #S AS A WHERE A.NATURA = 2 AND A.RADICE = "
+        "#S.CONTO) AND EXISTS (SELECT 1 FROM #S AS B WHERE B.ATTIVO = 0 AND B.RADICE = #S.CONTO) ORDER BY "
+        "INDICE";
+    const std::string asked = emitted(text);
+    EXPECT_NE(
+        asked.find(
+            "FROM temp.\"#S\" AS \"A\" WHERE \"A\".\"NATURA\" = 2) AS \"$1\" CROSS JOIN temp.\"#T\" AS "
+            "\"#T$4\" WHERE \"#T$4\".\"CONTO\" = \"$1\".\"v\") AND EXISTS (SELECT 1 FROM temp.\"#T\" AS "
+            "\"#T$2\""),
+        std::string::npos)
+        << asked;
+    EXPECT_EQ(rows(text), (Rows{{"0200"}, {"0300"}}));
+}
+
+TEST_F(ImpliedConditions, WhatExistsMayBeACodeOfAnotherTypeWithOtherBlanksAndInOtherCase) {
+    run({"INSERT INTO #T VALUES (1, 'a1', NULL, 'a1', 1, 0, 0)", "DROP TABLE #S", copy + endOfCopy,
+         "CREATE TABLE #B (CODICE NVARCHAR(10) NULL, NATURA INT NOT NULL)",
+         "INSERT INTO #B VALUES (N'A1', 1), (N'a1    ', 1), (NULL, 1), (N'0102', 1), (N'0200', 2)"});
+    EXPECT_EQ(rows("SELECT INDICE FROM #S WHERE EXISTS (SELECT * FROM #B WHERE #B.CODICE = CONTO AND "
+                   "#B.NATURA = 1) ORDER BY INDICE"),
+              (Rows{{"3"}, {"7"}}));
+    EXPECT_EQ(affected("UPDATE #S SET ATTIVO = 0 WHERE EXISTS (SELECT * FROM #B WHERE #B.CODICE = CONTO AND "
+                       "#B.NATURA = 1)"),
+              2);
+}
+
+TEST_F(ImpliedConditions, SayTheSameInAProcedureThatRunsAgainAfterTheTablesHaveChanged) {
+    run({"CREATE PROCEDURE ATTIVA @PADRE NCHAR(4), @NATURA INT AS UPDATE #S SET ATTIVO = 1 - ATTIVO WHERE "
+         "GRUPPO = 1 AND PADRE = @PADRE SELECT @@ROWCOUNT AS RIGHE, COUNT(*) AS RADICI FROM #S WHERE EXISTS "
+         "(SELECT 1 FROM #S AS SUB WHERE SUB.NATURA = @NATURA AND SUB.RADICE = #S.CONTO)"});
+    const auto answer = [&] { return rows("EXECUTE ATTIVA '0100', 2").front(); };
+    using Row = std::vector<std::string>;
+    EXPECT_EQ(answer(), (Row{"2", "2"}));
+    run({"DROP TABLE #S", copy + "WHERE INDICE <> 2" + endOfCopy});
+    EXPECT_EQ(answer(), (Row{"1", "2"}));
+    run({"UPDATE #S SET PADRE = '0100', CONTO = 'X' WHERE INDICE = 6"});
+    EXPECT_EQ(answer(), (Row{"2", "1"}));
+    session_->begin();
+    run({"DROP TABLE #S", copy + "WHERE INDICE = 3" + endOfCopy});
+    EXPECT_EQ(answer(), (Row{"1", "0"}));
+    session_->rollback();
+    EXPECT_EQ(answer(), (Row{"2", "1"}));
+    run({"DELETE FROM #S WHERE INDICE = 6"});
+    EXPECT_EQ(answer(), (Row{"1", "1"}));
+}
+
+TEST_F(ImpliedConditions, DoNotTakeAColumnOfThatNameForTheNumberOfARow) {
+    run({"CREATE TABLE #A (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, CONTO NCHAR(4) NOT NULL, RowId "
+         "INT "
+         "NOT NULL)",
+         "INSERT INTO #A VALUES ('0100', 7), ('0101', 8)", "CREATE INDEX PER_CONTO ON #A (CONTO)",
+         "SELECT INDICE, CONTO, RowId INTO #C FROM #A", "UPDATE #C SET RowId = 2 WHERE INDICE = 1"});
+    EXPECT_EQ(rows("SELECT INDICE, RowId FROM #C WHERE CONTO = '0101'"), (Rows{{"2", "8"}}));
+    EXPECT_EQ(affected("UPDATE #C SET RowId = 9 WHERE CONTO LIKE '0101%'"), 1);
+    EXPECT_EQ(rows("SELECT RowId FROM #C ORDER BY INDICE"), (Rows{{"2"}, {"9"}}));
+    EXPECT_EQ(affected("DELETE X FROM #C AS X INNER JOIN #A ON #A.INDICE = X.INDICE WHERE #A.CONTO = '0101'"),
+              1);
+    EXPECT_EQ(rows("SELECT INDICE FROM #C"), Rows{{"1"}});
 }
 
 TEST_F(ImpliedConditions, GiveWhatTheStatementGivesHoweverTheTablesWereChanged) {

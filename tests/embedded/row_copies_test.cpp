@@ -167,6 +167,37 @@ TEST_F(RowCopiesTest, OfAColumnThatWasNotCopiedPlainlyAreAllLookedAt) {
     EXPECT_EQ(flags(), "11111");
 }
 
+TEST_F(RowCopiesTest, AreFoundWhenEachTableHasTheNameOfTheOther) {
+    run({"UPDATE #S SET ATTIVO = 1 WHERE CONTO = '3'"});
+    EXPECT_EQ(effect("UPDATE [#S] SET ATTIVO = [#T].ATTIVO FROM #T AS [#S] INNER JOIN #S AS [#T] ON "
+                     "[#T].INDICE = [#S].INDICE"),
+              (Effect{3, 1}));
+    EXPECT_EQ(flags(), "00100");
+}
+
+TEST_F(RowCopiesTest, CarryNullAndBlanksBackAsTheyAre) {
+    run({"CREATE TABLE #A (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, NOTA NVARCHAR(9) NULL)",
+         "INSERT INTO #A VALUES ('uno'), ('due'), (NULL)",
+         "SELECT INDICE, NOTA INTO #B FROM #A ALTER TABLE #B ADD PRIMARY KEY (INDICE)",
+         "UPDATE #B SET NOTA = CASE INDICE WHEN 1 THEN NULL WHEN 2 THEN 'Due  ' ELSE 'tre' END"});
+    EXPECT_EQ(effect("UPDATE #A SET NOTA = #B.NOTA FROM #A INNER JOIN #B ON #A.INDICE = #B.INDICE"),
+              (Effect{3, 3}));
+    EXPECT_EQ(rows("SELECT '<' + NOTA + '>' FROM #A ORDER BY INDICE"),
+              (Rows{{"NULL"}, {"<Due  >"}, {"<tre>"}}));
+}
+
+TEST_F(RowCopiesTest, OfACopyOfACopyGoBackToTheCopyAlone) {
+    run({"SELECT INDICE, CONTO, ATTIVO INTO #U FROM #S WHERE INDICE > 1 ALTER TABLE #U ADD PRIMARY KEY "
+         "(INDICE)",
+         "UPDATE #U SET ATTIVO = 1"});
+    EXPECT_EQ(effect("UPDATE #S SET ATTIVO = #U.ATTIVO FROM #S INNER JOIN #U ON #S.INDICE = #U.INDICE"),
+              (Effect{2, 2}));
+    EXPECT_EQ(flags("#S"), "011");
+    EXPECT_EQ(flags(), "00000");
+    EXPECT_EQ(effect(), (Effect{3, 2}));
+    EXPECT_EQ(flags(), "00101");
+}
+
 TEST_F(RowCopiesTest, EndWithTheTableThatTheyCameFrom) {
     run({"DROP TABLE #T",
          "CREATE TABLE #T (INDICE INT IDENTITY(1, 1) NOT NULL PRIMARY KEY, ATTIVO BIT NOT NULL)",
