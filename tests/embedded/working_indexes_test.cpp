@@ -175,6 +175,18 @@ TEST_F(WorkingIndexes, ThatGuardUniquenessAreBuiltAtOnce) {
     EXPECT_EQ(error("INSERT INTO #C VALUES (3, 1, '0101')").Number, 2601);
 }
 
+TEST_F(WorkingIndexes, LeadToTheGreatestOfTheValuesInAList) {
+    run({"CREATE TABLE #D (NATURA DECIMAL(1) NOT NULL, PADRE NCHAR(4) NULL, CONTO NCHAR(4) NOT NULL)",
+         "INSERT INTO #D VALUES (1, '0100', '0101'), (1, '0100', '0102'), (1, '0101', '0102'), (1, '0102', "
+         "'0102'), (1, '0200', '0102'), (2, NULL, '0300'), (1, '0300', '0102')",
+         "CREATE INDEX PER_PADRE ON #D (PADRE, CONTO)"});
+    const std::string greatest =
+        "SELECT MAX(CONTO) FROM #D WHERE NATURA = 1 AND PADRE = '0100' AND CONTO IN ('0101', '0102')";
+    EXPECT_EQ(cell(greatest), "0102");
+    EXPECT_EQ(builtIndexes("#D"), Names{"PER_PADRE"});
+    EXPECT_EQ(cell(greatest), "0102");
+}
+
 TEST_F(WorkingIndexes, OfTheDriversOwnAreKnownAfterARollback) {
     run({"CREATE TABLE #D (NATURA DECIMAL(1) NOT NULL, CONTO NCHAR(4) NOT NULL)",
          "INSERT INTO #D VALUES (1, '0101'), (2, '0201')"});
