@@ -58,8 +58,8 @@ struct ColumnTest {
     std::string before;
     std::string after;
     std::string other; ///< the value
-    /// Where the value is any of a query's: the query as a source, which may give a value twice, and the
-    /// condition that says the same without it.
+    /// When the value may be any of a query's: the query as FROM names it, which may give a value twice, and
+    /// the EXISTS, as it is written, that says neither more nor less than this test.
     std::string query{};
     std::string stated{};
 

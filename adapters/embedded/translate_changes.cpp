@@ -335,7 +335,7 @@ TranslatedStatement Translator::writeUpdate(const tsql::UpdateStatement& stateme
     const auto span = spanInOriginal(where, scope);
     where = span ? allOf({where, *span}) : withImplied(where, scope);
     if (span) {
-        named += " NOT INDEXED"; // SQLite would rather have all accounts of a nature by an index
+        named += " NOT INDEXED"; // SQLite would prefer any index of the copy, even of a flag
     }
     const bool joinsOnly = joinsInnerOnly(statement.from);
     const std::string sources = joinsOnly ? named + (from.empty() ? "" : ", " + from) : from;

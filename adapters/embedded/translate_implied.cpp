@@ -170,7 +170,8 @@ bool Translator::ledByOriginal(BoundSelect& select, Scope& scope) {
     return true;
 }
 
-// EXISTS (SELECT ... FROM B WHERE B.x = A.y AND ...) says of A.y that it is among the x of those rows of B.
+// EXISTS (SELECT ... FROM B WHERE B.x = A.y AND ...), where nothing else names A, is the same as that A.y is
+// among the x of those rows of B.
 // The flags that an index of B has before x are selected beside it: then SQLite goes from one value to the
 // next and passes over the rows between.
 std::vector<ColumnTest> Translator::membership(const BoundSelect& select, const std::string& exists) {
