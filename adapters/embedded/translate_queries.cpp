@@ -91,9 +91,12 @@ BoundQuery Translator::query(const tsql::Query& node, const Scope* outer) {
     unifyArms(result, node.span);
     if (!node.orderBy.empty()) {
         const ScopeFrame frame(*this, scope);
-        const bool aggregatesBefore = aggregates_;
+        const bool aggregatesBefore = std::exchange(aggregates_, false);
         result.orderBy = orderItems(node.orderBy, result, result.arms.size() == 1);
-        aggregates_ = aggregatesBefore;
+        if (std::exchange(aggregates_, aggregatesBefore) && !result.arms.front().grouped) {
+            refuse(node.orderBy.front().expression->span,
+                   "Una funzione di aggregazione in ORDER BY richiede GROUP BY");
+        }
     }
     return result;
 }

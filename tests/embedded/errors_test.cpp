@@ -80,6 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refusal{"SELECT 1 UNION SELECT 1, 2", 205, "42000", "UNION"},
         Refusal{"SELECT DISTINCT A FROM T ORDER BY B", 145, "42000", "ORDER BY"},
         Refusal{"SELECT A FROM T ORDER BY 2", 108, "42000", "2"},
+        Refusal{"SELECT TOP 1 1 FROM T ORDER BY COUNT(*)", 40517, "42000", "COUNT(*)"},
         Refusal{"SELECT * FROM (SELECT A + 1 FROM T) AS D", 8155, "42000", "D"},
         Refusal{"SELECT * FROM (SELECT A, A FROM T) AS D", 8156, "42000", "A"},
         Refusal{"SELECT A + 1 INTO #X FROM T", 1038, "42000", "SELECT"},
