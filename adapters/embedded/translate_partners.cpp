@@ -109,12 +109,13 @@ std::optional<RowsToWrite> Translator::rowsToWrite(const tsql::UpdateStatement& 
     uniform_.insert(uniform_.end(), reached->relies.begin(), reached->relies.end());
     const std::string alias = quoteName(scope.sources[target.source].alias);
     const std::string own = alias + "." + quoteName(column.name);
-    std::string rows = alias + ".rowid IN (";
+    const std::string number = "." + target.table->rowNumber();
+    std::string rows = alias + number + " IN (";
     if (alike) {
         uniform_.push_back({target.table->name, column.name, *constant});
     } else {
         const std::string other = quoteName(target.table->name + "$" + std::to_string(++aliases_));
-        rows.append("SELECT ").append(other).append(".rowid FROM ").append(target.table->sqlName());
+        rows.append("SELECT ").append(other).append(number + " FROM ").append(target.table->sqlName());
         rows.append(" AS ").append(other).append(" WHERE ").append(other).append(".");
         rows.append(quoteName(column.name)).append(" IS NOT ").append(std::to_string(*constant));
         rows.append(" UNION ALL ");
@@ -154,11 +155,11 @@ std::optional<Partner> Translator::subqueryPartner(const tsql::Expression& value
         return std::nullopt;
     }
     partner.type = bound.items.front().value.type;
-    // Without TOP 1 more than one row is an error.
+    // Without TOP 1 more than one row is an error, and TOP 0 gives none.
     const Fragment& item = bound.items.front().value;
-    if (exists != nullptr) {
+    if (exists != nullptr && (bound.limit.empty() || bound.limit == " LIMIT 1")) {
         partner.found = makeConstant(std::int64_t{1}, integerType(TypeKind::Int));
-    } else if (item.constant && !item.isNullConstant() && bound.limit == " LIMIT 1") {
+    } else if (exists == nullptr && item.constant && !item.isNullConstant() && bound.limit == " LIMIT 1") {
         partner.found = item;
     }
     partner.from = bound.from;
@@ -214,8 +215,8 @@ std::optional<ReachedRows> Translator::rowsReached(const Partner& partner, const
         return std::nullopt;
     }
     ReachedRows rows;
-    rows.numbers = "SELECT " + alias + ".rowid FROM " + partner.from + " CROSS JOIN " + target.sqlName() +
-                   " AS " + alias + " WHERE " + condition.sql;
+    rows.numbers = "SELECT " + alias + "." + target.rowNumber() + " FROM " + partner.from + " CROSS JOIN " +
+                   target.sqlName() + " AS " + alias + " WHERE " + condition.sql;
     for (const std::string& column : columns) {
         if (!contains(sought, column)) {
             const std::int64_t value = *uniform.valueOf(target.name, column);
