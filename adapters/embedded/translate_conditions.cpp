@@ -48,9 +48,13 @@ Condition Translator::truth(const tsql::Expression& node) {
                 return isLike(value, pattern, escape, n.negated);
             },
             [&](const tsql::IsNull& n) { return isNull(n); },
-            [&](const tsql::Exists& n) {
-                return taken_ == &node ? makeKnown(takenFor_.isNullConstant() ? Truth::False : Truth::True)
-                                       : exists(n);
+            [&](const tsql::Exists& n) -> Condition {
+                if (taken_ != &node) {
+                    return exists(n);
+                }
+                return takenFor_.constant
+                           ? makeKnown(takenFor_.isNullConstant() ? Truth::False : Truth::True)
+                           : Condition{takenFor_.sql, Condition::Form::Predicate, std::nullopt};
             },
             [&](const auto&) -> Condition { refuse(node.span, "Un valore non è una condizione"); },
         },

@@ -91,12 +91,17 @@ std::optional<RowsToWrite> Translator::rowsToWrite(const tsql::UpdateStatement& 
     if (!target.table->isTemporary() || target.table->isClustered() || !column.type.isInteger()) {
         return std::nullopt;
     }
-    const std::vector<Sought> soughtBefore = sought_;
     const tsql::Expression& value = statement.assignments.front().value;
+    if (std::holds_alternative<tsql::DefaultValue>(value.node)) {
+        return std::nullopt;
+    }
+    const std::vector<Sought> soughtBefore = sought_;
     const auto partner =
         target.joined ? joinedPartner(statement, target, scope) : subqueryPartner(value, target, scope);
     const auto reached = partner ? rowsReached(*partner, *target.table) : std::nullopt;
-    const auto constant = reached ? valueWithout(*partner, value, scope) : std::nullopt;
+    const auto constant = reached && !failsWithoutPartner(*partner, value, scope)
+                              ? valueWithout(*partner, value, scope)
+                              : std::nullopt;
     const auto held = context_.copies.uniform().valueOf(target.table->name, column.name);
     const bool alike = constant && held == *constant; // what every row has already
     const auto common = alike ? valueWith(*partner, value, scope) : std::nullopt;
@@ -259,13 +264,48 @@ std::optional<std::int64_t> Translator::valueWith(const Partner& partner, const 
 
 std::optional<std::int64_t> Translator::valueTaking(const Partner& partner, const Fragment& found,
                                                     const tsql::Expression& value, const Scope& scope) {
+    const auto result = bindTaking(partner, found, value, scope);
+    const auto* constant = result ? result->integerConstant() : nullptr;
+    return constant != nullptr && result->type.isInteger() ? std::optional(*constant) : std::nullopt;
+}
+
+// What is combined with NULL falls away when the text is bound, though asking a row for it may fail. So the
+// value is bound with something unknown instead, which keeps all of it; being 0, that fails nowhere itself.
+bool Translator::failsWithoutPartner(const Partner& partner, const tsql::Expression& value,
+                                     const Scope& scope) {
+    const auto makeUnknown = [](Fragment& column) {
+        if (column.type.isExact()) {
+            column.range = Range{0, 0};
+        }
+    };
+    Fragment unknown;
+    unknown.sql = "\"$\"";
+    unknown.type = partner.type;
+    makeUnknown(unknown);
+    Scope together = scope;
+    if (partner.subquery == nullptr) {
+        for (SourceColumn& column : together.sources.back().columns) {
+            makeUnknown(column.value);
+        }
+    }
+    const auto result = bindTaking(partner, unknown, value, together);
+    return !result || canFail(result->sql);
+}
+
+// Nothing when binding refuses the value, which the database does no sooner than a row gets it.
+std::optional<Fragment> Translator::bindTaking(const Partner& partner, const Fragment& found,
+                                               const tsql::Expression& value, const Scope& scope) {
     const ScopeFrame frame(*this, scope);
     taken_ = partner.subquery;
     takenFor_ = found;
-    const Fragment result = expression(value);
+    std::optional<Fragment> result;
+    try {
+        result = expression(value);
+    } catch (const ado::AdoError&) {
+        result.reset();
+    }
     taken_ = nullptr;
-    const auto* constant = result.integerConstant();
-    return constant != nullptr && result.type.isInteger() ? std::optional(*constant) : std::nullopt;
+    return result;
 }
 
 } // namespace veldran::embedded

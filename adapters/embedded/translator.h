@@ -146,6 +146,9 @@ private:
                                           const Scope& scope);
     std::optional<std::int64_t> valueTaking(const Partner& partner, const Fragment& found,
                                             const tsql::Expression& value, const Scope& scope);
+    bool failsWithoutPartner(const Partner& partner, const tsql::Expression& value, const Scope& scope);
+    std::optional<Fragment> bindTaking(const Partner& partner, const Fragment& found,
+                                       const tsql::Expression& value, const Scope& scope);
     static std::vector<UniformColumn> uniformColumns(const BoundQuery& query, const Table& table);
     TranslatedStatement writeUpdate(const tsql::UpdateStatement& statement, const Target& target,
                                     const std::vector<AssignedColumn>& assigned, const std::string& from,
@@ -194,7 +197,7 @@ private:
     std::vector<CopyShare> shares_;
     std::vector<UniformColumn> uniform_;
     const tsql::Expression* taken_ = nullptr; ///< the subquery whose value is taken for known
-    Fragment takenFor_;                       ///< that value: NULL where it finds nothing
+    Fragment takenFor_;                       ///< that value: NULL where it finds nothing, or an unknown one
 };
 
 } // namespace veldran::embedded

@@ -106,4 +106,37 @@ TEST_F(RowsOfPartners, AreFoundInATableWithAColumnNamedRowid) {
     EXPECT_EQ(rows("SELECT CONTO FROM #T WHERE ATTIVO = 1 ORDER BY CONTO"), (Rows{{"0200"}, {"0201"}}));
 }
 
+TEST_F(RowsOfPartners, MayGetTheDefaultBesideAnOuterJoin) {
+    fill("#T", "WHERE GRUPPO = 1");
+    EXPECT_EQ(outcome("UPDATE #T SET FORSE = DEFAULT FROM #T LEFT OUTER JOIN UNICI ON C = CONTO"), "6");
+    EXPECT_EQ(cell("SELECT COUNT(*) FROM #T WHERE FORSE = 1"), "6");
+}
+
+TEST_F(RowsOfPartners, AreRefusedAValueThatDoesNotFitNoSoonerThanTheyGetIt) {
+    fill("#T", "WHERE GRUPPO = 1");
+    const std::string text =
+        "UPDATE #T SET LUNGO = ISNULL(CAST((SELECT TOP 1 300 FROM NOTE AS P WHERE P.GRUPPO "
+        "= 1 AND P.CONTO = #T.CONTO) AS TINYINT), 0)";
+    EXPECT_EQ(outcome(text), "6");
+    run({"INSERT INTO NOTE VALUES (7, 1, '0101', 1)"});
+    EXPECT_EQ(outcome(text), "error 8115");
+    EXPECT_EQ(cell("SELECT SUM(LUNGO) FROM #T"), "0");
+}
+
+TEST_F(RowsOfPartners, DoNotHideWhatFailsInTheOthers) {
+    fill("#T", "WHERE GRUPPO = 1");
+    run({"INSERT INTO NOTE VALUES (7, 1, '0101', 1)", "UPDATE #T SET TESTO = 'x' WHERE CONTO = '0200'"});
+    const std::string partner = "(SELECT TOP 1 1 FROM NOTE AS P WHERE P.GRUPPO = 1 AND P.CONTO = #T.CONTO)";
+    const std::vector<std::string> texts{"ISNULL(" + partner + " + CAST(TESTO AS INT), 0)",
+                                         "CASE WHEN " + partner + " = CAST(TESTO AS INT) THEN 1 ELSE 0 END",
+                                         "ISNULL(CASE WHEN EXISTS " + partner +
+                                             " THEN 1 END + CAST(TESTO AS INT), 0)",
+                                         "CASE WHEN UNICI.G = CAST(TESTO AS INT) THEN 1 ELSE 0 END FROM #T "
+                                         "LEFT OUTER JOIN UNICI ON C = CONTO"};
+    for (const std::string& text : texts) {
+        EXPECT_EQ(outcome("UPDATE #T SET LUNGO = " + text), "error 245") << text;
+    }
+    EXPECT_EQ(cell("SELECT SUM(LUNGO) FROM #T"), "0");
+}
+
 } // namespace veldran::embedded::test
