@@ -160,11 +160,14 @@ std::optional<Partner> Translator::subqueryPartner(const tsql::Expression& value
         return std::nullopt;
     }
     partner.type = bound.items.front().value.type;
-    // Without TOP 1 more than one row is an error, and TOP 0 gives none.
+    // Without TOP 1 more than one row is an error, TOP 0 gives none, and an order may fail.
     const Fragment& item = bound.items.front().value;
-    if (exists != nullptr && (bound.limit.empty() || bound.limit == " LIMIT 1")) {
-        partner.found = makeConstant(std::int64_t{1}, integerType(TypeKind::Int));
-    } else if (exists == nullptr && item.constant && !item.isNullConstant() && bound.limit == " LIMIT 1") {
+    const bool first = bound.limit == " LIMIT 1";
+    if (exists != nullptr) {
+        if (first || bound.limit.empty()) {
+            partner.found = makeConstant(std::int64_t{1}, integerType(TypeKind::Int));
+        }
+    } else if (first && query.orderBy.empty() && item.constant && !item.isNullConstant()) {
         partner.found = item;
     }
     partner.from = bound.from;

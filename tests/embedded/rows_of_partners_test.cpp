@@ -287,6 +287,19 @@ TEST_F(RowsOfPartners, AreRefusedAValueThatDoesNotFitNoSoonerThanTheyGetIt) {
     EXPECT_EQ(cell("SELECT SUM(LUNGO) FROM #T"), "0");
 }
 
+TEST_F(RowsOfPartners, DoNotHideWhatFailsInTheOrderOfTheirs) {
+    fill("#T", "WHERE GRUPPO = 1");
+    const std::string text =
+        "UPDATE #T SET LUNGO = ISNULL((SELECT TOP 1 1 FROM #B AS P WHERE P.CODICE = #T.CONTO "
+        "ORDER BY CAST(P.BREVE AS INT)), 0)";
+    EXPECT_TRUE(isNarrowed(text));
+    run({"INSERT INTO #B VALUES ('9999', 'x', 1, 1, 1), ('0101', 'x', 1, 1, 1)"});
+    EXPECT_EQ(outcome(text), "error 245");
+    run({"UPDATE #B SET BREVE = '1' WHERE CODICE = '0101'"});
+    EXPECT_EQ(outcome(text), "6");
+    EXPECT_EQ(rows("SELECT CONTO FROM #T WHERE LUNGO = 1"), (Rows{{"0101"}}));
+}
+
 TEST_F(RowsOfPartners, DoNotHideWhatFailsInTheOthers) {
     fill("#T", "WHERE GRUPPO = 1");
     run({"INSERT INTO NOTE VALUES (7, 1, '0101', 1)", "UPDATE #T SET TESTO = 'x' WHERE CONTO = '0200'"});
