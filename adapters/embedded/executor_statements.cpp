@@ -177,6 +177,8 @@ void Executor::runChange(Compiled& entry) {
     }
     RowCopies& copies = session_.rowCopies();
     sqlite3* handle = session_.database().handle();
+    // Counted before anything is written: what fails from then on cannot be taken back.
+    const std::int64_t met = program.counts.empty() ? 0 : session_.database().integer(program.counts);
     session_.database().functions().comparedRows = 0;
     {
         const RowCopies::Watch watch(copies, session_.database(), program.changesTable, program.updates);
@@ -189,7 +191,7 @@ void Executor::runChange(Compiled& entry) {
     } else if (program.updates.empty()) {
         copies.forget(program.changesTable);
     }
-    counted(!program.counts.empty() ? session_.database().integer(program.counts)
+    counted(!program.counts.empty() ? met
             : program.sparesRows    ? session_.database().functions().comparedRows
                                     : sqlite3_changes64(handle));
     if (entry.program().inserts) {

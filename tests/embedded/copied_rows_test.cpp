@@ -69,7 +69,9 @@ public:
             of({"ATTIVO = " + number(2), "ATTIVO = 1 - ATTIVO", "CONTO = " + code(), "CONTO = RADICE",
                 "PADRE = CONTO", "PADRE = NULL", "ATTIVO = ANALITICO, ANALITICO = ATTIVO",
                 "NATURA = 3 - NATURA", "CONTO = PADRE, ATTIVO = 1"});
-        switch (among(4)) {
+        switch (among(5)) {
+        case 4:
+            return ofPartners(of({"{S}", "{T}"}));
         case 0:
             return "UPDATE X SET " + value + " FROM {S} AS X WHERE " + conjunction("X", 2);
         case 1:
@@ -77,6 +79,14 @@ public:
         default:
             return "UPDATE {S} SET " + value + " WHERE " + conjunction("{S}", 2);
         }
+    }
+
+    std::string ofPartners(const std::string& table) {
+        const std::string query = " FROM #B WHERE CODICE = " + table + "." + of({"PADRE", "CONTO"}) +
+                                  " AND " + of({table + ".GRUPPO = 1", "V = 1"}) + ")";
+        return "UPDATE " + table + " SET ATTIVO = " +
+               of({"ISNULL((SELECT TOP 1 1" + query + ", 0)",
+                   "CASE WHEN EXISTS (SELECT *" + query + " THEN 0 ELSE 1 END"});
     }
 
     std::string writeBack() {
