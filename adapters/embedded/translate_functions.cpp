@@ -216,14 +216,17 @@ std::optional<Fragment> Translator::textFunction(const std::string& name,
     }
     const Fragment text = asText(name == "CHARINDEX" ? arguments[1] : arguments[0]);
     const SqlType open = textType(variableKind(text.type), text.type.length);
+    const auto whole = [&](std::size_t argument) {
+        return convert(arguments[argument], integerType(TypeKind::BigInt), ConversionMode::Cast);
+    };
     if (name == "SUBSTRING") {
-        return substring(text, arguments[1], arguments[2]);
+        return substring(text, whole(1), whole(2));
     }
     if (name == "LEFT") {
-        return leftPart(text, arguments[1]);
+        return leftPart(text, whole(1));
     }
     if (name == "RIGHT") {
-        return makeCall("ts_right", {text.sql, arguments[1].sql}, open, nullable);
+        return makeCall("ts_right", {text.sql, whole(1).sql}, open, nullable);
     }
     if (name == "LEN") {
         Fragment result =

@@ -171,6 +171,13 @@ TEST_F(ComposedTexts, AreTheCharactersThatTheTextSaysWhateverItIsMadeOf) {
     EXPECT_GT(composed, 200);
 }
 
+TEST_F(ComposedTexts, TakePlacesWithDecimalsForTheWholeNumbersInThem) {
+    run({"INSERT INTO #TESTI VALUES (1, 'abcdefgh', NULL, NULL, NULL, NULL)"});
+    EXPECT_EQ(rows("SELECT SUBSTRING(T, 2.7, 2.0) + '/' + LEFT(T, 1.9), RIGHT(T, 1.2), LEFT(T, '3'), LEFT(T, "
+                   "CAST(2.5 AS DECIMAL(4, 2))), LEFT(T, N * 2.5) FROM #TESTI"),
+              (Rows{{"bc/a", "h", "abc", "ab", "ab"}}));
+}
+
 TEST_F(ComposedTexts, AreStoredAndRefusedAsAnyText) {
     run({"INSERT INTO #TESTI VALUES (1, 'abcdefgh', 'é', NULL, NULL, NULL)"});
     const std::string twice = "LEFT(T, 4) + '-' + SUBSTRING(T, 3, 2)";
