@@ -49,11 +49,14 @@ struct NumberRange {
     std::int64_t last;
 };
 
-// Of ascending numbers: those that follow one another together.
+// A statement for a range costs about as much as passing over so many rows.
+constexpr std::int64_t rowsForARange = 20;
+
+// Of ascending numbers: those that are near enough to one another for one statement.
 std::vector<NumberRange> rangesOf(const std::vector<std::int64_t>& numbers) {
     std::vector<NumberRange> ranges;
     for (const std::int64_t number : numbers) {
-        if (!ranges.empty() && number == ranges.back().last + 1) {
+        if (!ranges.empty() && number <= ranges.back().last + rowsForARange) {
             ranges.back().last = number;
         } else {
             ranges.push_back({number, number});
@@ -62,8 +65,6 @@ std::vector<NumberRange> rangesOf(const std::vector<std::int64_t>& numbers) {
     return ranges;
 }
 
-// A statement for a range costs about as much as passing over so many rows.
-constexpr std::int64_t rowsForARange = 20;
 constexpr std::size_t fewRanges = 100;
 
 } // namespace
