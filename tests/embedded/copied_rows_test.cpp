@@ -1,9 +1,9 @@
 // Statements on working tables that are copies of others, at random, beside the same statements on tables of
 // whose origin nothing is known: every answer, every count and every row has to be the same.
+#include "tests/embedded/random_texts.h"
 #include "tests/embedded/session_fixture.h"
 
 #include <algorithm>
-#include <random>
 
 namespace veldran::embedded::test {
 
@@ -25,15 +25,10 @@ std::string about(const std::string& text, const std::string& original, const st
 }
 
 /// Texts on {S}, {T} and #B, at random.
-class Texts {
+class Texts : public RandomTexts {
 public:
-    explicit Texts(unsigned seed) : random_(seed) {}
+    using RandomTexts::RandomTexts;
 
-    int among(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
-    std::string number(int count) { return std::to_string(among(count)); }
-    std::string of(const std::vector<std::string>& texts) {
-        return texts[static_cast<std::size_t>(among(static_cast<int>(texts.size())))];
-    }
     std::string value() { return of({"0100", "0101", "01a1", "01A1", "0200", "0201", "0300", "03  ", "03"}); }
     /// One of them, or a marker for one.
     std::string code() { return among(4) == 0 ? "?" : "'" + value() + "'"; }
@@ -180,7 +175,7 @@ private:
         if (parts.empty()) {
             parts.push_back("1 = 1");
         }
-        std::shuffle(parts.begin(), parts.end(), random_);
+        shuffle(parts);
         for (std::size_t i = 0; i < parts.size(); ++i) {
             text += (i == 0 ? "" : " AND ") + parts[i];
         }
@@ -189,8 +184,6 @@ private:
         }
         return text + ")";
     }
-
-    std::mt19937 random_;
 };
 
 class CopiedRows : public SessionTest {

@@ -1,9 +1,9 @@
 // An UPDATE of a whole working table that gives a constant to rows without a partner, beside the same UPDATE
 // of every row one by one: each row, each count and each error has to be the same.
+#include "tests/embedded/random_texts.h"
 #include "tests/embedded/session_fixture.h"
 
 #include <algorithm>
-#include <random>
 
 namespace veldran::embedded::test {
 
@@ -13,15 +13,10 @@ const std::string columns =
     "INDICE, ROWID, GRUPPO, CONTO, PADRE, ATTIVO, FORSE, CONTEGGIO, LUNGO, LIVELLO, TESTO";
 
 /// Texts on @, which stands for the table, #B and NOTE, at random.
-class Texts {
+class Texts : public RandomTexts {
 public:
-    explicit Texts(unsigned seed) : random_(seed) {}
+    using RandomTexts::RandomTexts;
 
-    int among(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
-    std::string number(int count) { return std::to_string(among(count)); }
-    std::string of(const std::vector<std::string>& texts) {
-        return texts[static_cast<std::size_t>(among(static_cast<int>(texts.size())))];
-    }
     std::string code() {
         return of({"'0100'", "'0101'", "'01a1'", "'01A1'", "'0200'", "'03'", "'03  '", "NULL", "'à0'"});
     }
@@ -128,7 +123,7 @@ private:
         if (among(12) == 0) {
             parts.push_back(of({"(1 = 1 OR P.CONTO = '0')", "1 = 1", "@.TESTO = 1"}));
         }
-        std::shuffle(parts.begin(), parts.end(), random_);
+        shuffle(parts);
         std::string text;
         for (const std::string& part : parts) {
             text += (text.empty() ? "" : " AND ") + part;
@@ -160,8 +155,6 @@ private:
                    "CASE WHEN N.G = CAST(TESTO AS INT) THEN 1 ELSE 0 END", "1",
                    "CASE WHEN C IS NULL THEN 70000 ELSE 1 END", "CASE WHEN C IS NULL THEN 0 ELSE 70000 END"});
     }
-
-    std::mt19937 random_;
 };
 
 class RowsOfPartners : public SessionTest {
