@@ -14,8 +14,6 @@ struct UniformColumn {
     std::string table;
     std::string column;
     std::int64_t value = 0;
-
-    bool operator==(const UniformColumn&) const = default;
 };
 
 /// What is known of working tables from the queries that filled them: columns that were selected as a
